@@ -1,0 +1,13 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+namespace Platform {
+
+/// Creates an empty file under a fresh name that begins with `prefix`, for the user alone, in the
+/// folder for temporary files (on POSIX `TMPDIR`, else /tmp), and gives its full path; nothing when
+/// the system refuses. The caller deletes the file.
+std::optional<std::string> CreateTemporaryFile(const std::string& prefix);
+
+}  // namespace Platform

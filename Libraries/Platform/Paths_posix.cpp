@@ -1,0 +1,59 @@
+#include <Platform/Paths.h>
+
+#include <limits.h>
+#include <unistd.h>
+
+#include <string_view>
+
+namespace Platform {
+
+namespace {
+
+/// Appends the folders and the name of `path` to a canonical path, which is empty for the root.
+void AppendTidied(std::string& full, std::string_view path) {
+    while (!path.empty()) {
+        const std::size_t end = path.find('/');
+        const std::string_view part = path.substr(0, end);
+        path.remove_prefix(end == std::string_view::npos ? path.size() : end + 1);
+        if (part.empty() || part == ".") continue;
+        if (part == "..") {
+            const std::size_t parent = full.rfind('/');
+            full.resize(parent == std::string::npos ? 0 : parent);
+            continue;
+        }
+        full += '/';
+        full += part;
+    }
+}
+
+}  // namespace
+
+std::optional<std::string> CurrentDirectory() {
+    char buffer[PATH_MAX];
+    if (getcwd(buffer, sizeof buffer) == nullptr) return std::nullopt;
+    // A working directory that was moved out of reach is told without a leading separator.
+    if (buffer[0] != '/') return std::nullopt;
+    return buffer;
+}
+
+std::optional<std::string> FullPath(const std::string& path) {
+    if (path.empty()) return std::nullopt;
+    std::string full;
+    if (path.front() != '/') {
+        const std::optional<std::string> folder = CurrentDirectory();
+        if (!folder) return std::nullopt;
+        AppendTidied(full, *folder);
+    }
+    AppendTidied(full, path);
+    // A separator at the end says that a folder is meant; a file of that name is not what was asked
+    // for.
+    if (full.empty() || path.back() == '/') full += '/';
+    if (full.size() >= PATH_MAX) return std::nullopt;
+    return full;
+}
+
+bool BackslashSeparates() {
+    return false;
+}
+
+}  // namespace Platform

@@ -1,0 +1,21 @@
+#include <Platform/StandardStreams.h>
+
+#include <fcntl.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <initializer_list>
+
+namespace Platform {
+
+void PrepareStandardStreams() {
+    signal(SIGPIPE, SIG_IGN);
+    // From 0 upwards, for the system hands out the lowest free descriptor.
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
+        if (fcntl(descriptor, F_GETFD) < 0 && errno == EBADF) open("/dev/null", O_RDWR);
+    std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
+}
+
+}  // namespace Platform
