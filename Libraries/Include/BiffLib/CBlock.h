@@ -97,6 +97,7 @@ class CBlock {
     void WriteOwnDirectoryEntry(std::ostream& stream, std::uint32_t endian) const;
     void ResolveOffsets(std::ostream& stream, std::uint32_t endian) const;
     std::uint32_t CountNestedBlocks() const;
+    std::uint32_t SizeAt(std::uint32_t start) const;
 };
 
 }  // namespace Biff
