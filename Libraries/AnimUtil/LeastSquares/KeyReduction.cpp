@@ -1,0 +1,118 @@
+#include "LeastSquares/KeyReduction.h"
+
+#include <cmath>
+
+namespace Qel::LeastSquares {
+
+bool KeyReduction::Candidate::operator<(const Candidate& other) const {
+    const bool isNan = std::isnan(cost);
+    const bool otherIsNan = std::isnan(other.cost);
+    if (isNan != otherIsNan) return otherIsNan;
+    if (!isNan && cost != other.cost) return cost < other.cost;
+    return sample < other.sample;
+}
+
+KeyReduction::KeyReduction(KeyList& list, const SolverSettings& solverSettings,
+                           float curveTolerance)
+    : keys(list),
+      settings(solverSettings),
+      toleranceSquared(curveTolerance * curveTolerance),
+      solver(list, solverSettings) {}
+
+void KeyReduction::Run() {
+    // The ends and the steps of a curve are never removed.
+    for (int k = keys.first; k != -1; k = keys.At(k).next)
+        if (k != keys.first && k != keys.last && keys.SampleAt(k).positionContinuous) Enqueue(k);
+    while (!queue.empty()) {
+        const int key = queue.begin()->key;
+        Dequeue(key);
+        TryToRemove(key);
+    }
+}
+
+float KeyReduction::RemovalCost(int k) const {
+    const CurveKey& key = keys.At(k);
+    const CurveSegment segment = keys.SegmentBetween(key.previous, key.next);
+    const Components value = segment.Evaluate(keys.SampleAt(k).time);
+    const Components derivative = segment.EvaluateDerivative(keys.SampleAt(k).time);
+    float cost = 0;
+    for (std::size_t c = 0; c < value.size(); ++c) {
+        const float distance = value[c] - key.positionAfter[c];
+        const float slope = derivative[c] - (key.tangentAfter[c] + key.tangentBefore[c]) / 2.0f;
+        cost += distance * distance + slope * slope;
+    }
+    return cost;
+}
+
+void KeyReduction::Enqueue(int key) {
+    keys.At(key).cost = RemovalCost(key);
+    keys.At(key).queued = true;
+    queue.insert({keys.At(key).cost, keys.At(key).sample, key});
+}
+
+void KeyReduction::Dequeue(int key) {
+    queue.erase({keys.At(key).cost, keys.At(key).sample, key});
+    keys.At(key).queued = false;
+}
+
+void KeyReduction::TryToRemove(int key) {
+    const Span span = SpanAround(key);
+    backup.clear();
+    for (int k = span.left;; k = keys.At(k).next) {
+        backup.push_back(keys.At(k));
+        if (k == span.right) break;
+    }
+    keys.Unlink(key);
+    solver.Solve(span.left, span.right);
+    if (IsWithinTolerance(span)) {
+        for (int k = keys.At(span.left).next; k != span.right; k = keys.At(k).next) {
+            if (!keys.At(k).queued) continue;
+            Dequeue(k);
+            Enqueue(k);
+        }
+        return;
+    }
+    // The curve would leave its samples: the key stays for good, and its neighbours are as they
+    // were.
+    keys.Relink(key);
+    std::size_t saved = 0;
+    for (int k = span.left; saved < backup.size(); k = keys.At(k).next)
+        keys.At(k) = backup[saved++];
+}
+
+KeyReduction::Span KeyReduction::SpanAround(int key) const {
+    constexpr int kReach = 4;
+    int left = keys.At(key).previous;
+    int end = keys.At(key).next;  // one past the fixed right key
+    for (int i = 0; i < kReach; ++i) {
+        if (keys.At(left).previous != -1) left = keys.At(left).previous;
+        if (end != -1) end = keys.At(end).next;
+    }
+    return {left, end == -1 ? keys.last : keys.At(end).previous};
+}
+
+bool KeyReduction::IsWithinTolerance(const Span& span) const {
+    for (int a = span.left; a != span.right; a = keys.At(a).next)
+        if (!IsSegmentWithinTolerance(a, keys.At(a).next)) return false;
+    return true;
+}
+
+bool KeyReduction::IsSegmentWithinTolerance(int a, int b) const {
+    const CurveSegment segment = keys.SegmentBetween(a, b);
+    const int last = keys.At(b).sample;
+    for (int i = keys.At(a).sample; i <= last; ++i) {
+        const CurveSample& sample = (*keys.samples)[static_cast<std::size_t>(i)];
+        if (sample.soft) continue;
+        const Components value = segment.Evaluate(sample.time);
+        const Components& wanted = i == last ? sample.positionBefore : sample.positionAfter;
+        float sum = 0;
+        for (std::size_t c = 0; c < static_cast<std::size_t>(settings.componentCount); ++c) {
+            const float distance = value[c] - wanted[c];
+            sum += distance * distance;
+        }
+        if (!(sum <= toleranceSquared)) return false;
+    }
+    return true;
+}
+
+}  // namespace Qel::LeastSquares

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "LeastSquares/CurveKey.h"
+#include "LeastSquares/DenseMatrix.h"
+#include "LeastSquares/FixedPool.h"
+
+#include <array>
+#include <vector>
+
+namespace Qel::LeastSquares {
+
+/// What a span is solved with.
+struct SolverSettings {
+    int componentCount = 4;
+    float tangentWeight = 0.001f;
+    float softSampleWeight = 0.001f;
+    int maxSolverComplexity = 0;
+};
+
+/// Solves the keys strictly between two fixed keys for the curve that comes nearest to the samples
+/// of the span: a weighted linear least squares system for each component, by its normal equations.
+/// All storage is taken once.
+class SpanSolver {
+  public:
+    SpanSolver(KeyList& list, const SolverSettings& solverSettings);
+
+    /// Writes the solution into the keys between `left` and `right`, which stay as they are. Throws
+    /// Error where the system cannot be solved.
+    void Solve(int left, int right);
+
+  private:
+    static constexpr int kMaxVariables = 36;
+
+    /// One coefficient of a variable, in the list of its rows.
+    struct Entry {
+        int row;
+        float coefficient;
+        Entry* next;
+    };
+    struct Variable {
+        Entry* first = nullptr;
+        Entry* last = nullptr;
+    };
+    /// The samples of one segment that give rows of one kind.
+    struct SampleRange {
+        int first = 0;
+        int count = 0;  // of samples
+    };
+
+    void NumberVariables(int left, int right);
+    void BuildRows(int left, int right, int component);
+    void AddPositionRows(int a, int b, int component);
+    void AddTangentRows(int a, int b, int component);
+    template <class Visit>
+    void ForChosenSamples(const SampleRange& range, Visit visit) const;
+    void AddRow(int a, int b, const HermiteWeights& weights, float target, float rowWeight,
+                int component);
+    void AddEntry(int variable, float coefficient, float target);
+    void FormNormalMatrix();
+    void SolveNormalEquations();
+    void StoreSolution(int left, int right, int component);
+    void FreeEntries();
+
+    KeyList& keys;
+    SolverSettings settings;
+    FixedPool entryPool;
+    int variableCount = 0;
+    int nextRow = 0;
+    std::array<Variable, kMaxVariables> variables{};
+    std::vector<double> rightHandSide;
+    std::vector<double> normalMatrix;
+    std::vector<double> orthogonalMatrix;
+    std::vector<double> upperMatrix;
+    std::vector<double> rotatedSide;
+    std::vector<double> solution;
+    std::vector<double> givensRows;
+};
+
+}  // namespace Qel::LeastSquares
