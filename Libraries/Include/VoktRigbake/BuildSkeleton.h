@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-class VoktObjectFilter;
+class VoktObjFilter;
 
 /// Joint names, without their namespaces, may be this long.
 inline constexpr std::size_t kMaxJointNameLength = 260;
@@ -23,4 +23,4 @@ inline constexpr std::size_t kMaxLodRows = 65536;
 /// Null when there are no roots. Throws a VokException for a scene whose joints make no skeleton,
 /// and what the hash registry throws.
 std::unique_ptr<SkeletonData> BuildSkeleton(const std::vector<VokJoint*>& roots, bool verbose,
-                                            const VoktObjectFilter* filter);
+                                            const VoktObjFilter* filter);

@@ -16,6 +16,7 @@ class VoktChangeUpAxis : public VoktComponent {
     void Process(VoktUniverse& universe) override;
 
   private:
+    struct Flags;
     enum Mode : std::uint32_t { kKeep = 0, kToY = 1, kToZ = 2 };
 
     std::uint32_t upAxisMode = kKeep;

@@ -10,7 +10,7 @@ class VoktFindRootJoints : public VoktMultipleWorldComponent {
   public:
     /// `objectFilter` may be null; a joint that it refuses is no root and hides the joints beneath
     /// it. Registers warning 10100 with the error handler, which must exist.
-    explicit VoktFindRootJoints(const VoktObjectFilter* objectFilter);
+    explicit VoktFindRootJoints(const VoktObjFilter* objectFilter);
 
     void AddFlags(VoktCommandLineSyntax& syntax) override;
     void ReadFlags(const VoktCommandLineSyntax& syntax) override;

@@ -12,7 +12,7 @@ class VoktRigbake : public VoktOneWorldComponent {
     /// `objectFilter` may be null; joints that it refuses are left out. `use` is
     /// kSkeletonForAnimation or any other number, which lifts the limit on joints. Registers report
     /// 1100 with the error handler, which must exist.
-    VoktRigbake(const VoktObjectFilter* objectFilter, std::uint32_t use);
+    VoktRigbake(const VoktObjFilter* objectFilter, std::uint32_t use);
 
     void AddFlags(VoktCommandLineSyntax& syntax) override;
     void ReadFlags(const VoktCommandLineSyntax& syntax) override;

@@ -1,0 +1,61 @@
+#include <VoktRigbake/VoktChangeUpAxis.h>
+
+#include <QelTools/Exception.h>
+#include <VokLib/VokWorld.h>
+#include <VoktFramework/VoktAtomVokWorld.h>
+#include <VoktFramework/VoktCommandLineSyntax.h>
+#include <VoktFramework/VoktUniverse.h>
+
+#include <iterator>
+#include <vector>
+
+struct VoktChangeUpAxis::Flags {
+    static const VoktValueFlagDefinition kTable[2];
+};
+
+const VoktValueFlagDefinition VoktChangeUpAxis::Flags::kTable[2] = {
+    {.name = "-changeUpAxis",
+     .shortName = "-cua",
+     .help = "Change up axis (keep/y/z)",
+     .type = VoktArgumentType::String,
+     .stringMember = kVoktMember<&VoktChangeUpAxis::upAxisText>},
+    {.name = "-changeUpAxisAnimation",
+     .shortName = "-cuaa",
+     .help = "Change up axis for animation",
+     .type = VoktArgumentType::Boolean,
+     .boolMember = kVoktMember<&VoktChangeUpAxis::changeAnimation>},
+};
+
+namespace {
+
+void ChangeWorld(VokWorld& world, int target, bool /*changeAnimation*/) {
+    if (world.GetUpAxis() == target) return;
+    QelTools::Common::ThrowException(
+        "Changing the up axis of a scene is not supported by this build yet.");
+}
+
+}  // namespace
+
+VoktChangeUpAxis::VoktChangeUpAxis()
+    : VoktComponent(Flags::kTable, static_cast<std::uint32_t>(std::size(Flags::kTable)), nullptr,
+                    0) {}
+
+void VoktChangeUpAxis::Validate() {
+    if (upAxisText.empty() || upAxisText == "keep")
+        upAxisMode = kKeep;
+    else if (upAxisText == "y")
+        upAxisMode = kToY;
+    else if (upAxisText == "z")
+        upAxisMode = kToZ;
+    else
+        QelTools::Common::ThrowException("Unrecognised up axis form '" + upAxisText + "'\n");
+}
+
+void VoktChangeUpAxis::Process(VoktUniverse& universe) {
+    if (upAxisMode == kKeep) return;
+    const int target = upAxisMode == kToY ? 0 : 1;
+    std::vector<VoktAtom*> atoms;
+    universe.FetchAllByType(VoktAtomVokWorld::kType, atoms);
+    for (VoktAtom* atom : atoms)
+        ChangeWorld(dynamic_cast<VoktAtomVokWorld&>(*atom).world, target, changeAnimation);
+}
