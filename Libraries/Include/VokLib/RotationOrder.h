@@ -10,7 +10,7 @@ enum class RotationOrder : std::uint32_t { xyz = 0, yzx = 1, zxy = 2, xzy = 3, y
 /// The order of a rotOrd text; nothing for a text that is none of the six.
 std::optional<RotationOrder> FindRotationOrder(std::string_view text);
 
-/// The document's text of an order.
+/// The document's text of an order; "xyz" for a value that is no order.
 std::string_view GetRotationOrderText(RotationOrder order);
 
 /// Three angles in radians about x, y and z, and the order in which they act.

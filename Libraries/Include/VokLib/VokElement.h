@@ -10,7 +10,8 @@
 #include <span>
 #include <string_view>
 
-/// One child element of a type's vocabulary. The rows of a type stand in the order in which they are written.
+/// One child element of a type's vocabulary. The rows of a type stand in the order in which they
+/// are written.
 template <class Type>
 struct VokChildElement {
     std::string_view name;
@@ -18,9 +19,11 @@ struct VokChildElement {
     void (*start)(Type&, VokParse&) = nullptr;
     /// Reads the text; may be null for an empty element.
     void (*data)(Type&, VokParse&) = nullptr;
-    /// Writes the whole element `name`, if it is to be written; null where another row's writer does it.
+    /// Writes the whole element `name`, if it is to be written; null where another row's writer
+    /// does it.
     void (*write)(const Type&, VokFile&, std::string_view name) = nullptr;
-    /// The row inside which alone this one is known; empty: directly inside the object's own element.
+    /// The row inside which alone this one is known; empty: directly inside the object's own
+    /// element.
     std::string_view within = {};
     /// The end of the element; may be null.
     void (*end)(Type&, VokParse&) = nullptr;
@@ -39,10 +42,13 @@ struct VokAttributeRow {
 ///
 ///     static constexpr std::string_view kElementName = "locator";
 ///     static std::span<const VokChildElement<Type>> ChildElements();
-///     static std::span<const VokAttributeRow<Type>> AttributeRows();   // only if it has attributes of its own
+///     static std::span<const VokAttributeRow<Type>> AttributeRows();
 ///
-/// A tag is looked up only at the type's own depth 0; anything else goes to the base, and when the base made no object
-/// of it, everything nested in it does too, until it ends. Each level of a chain of types keeps a depth of its own.
+/// as far as it has elements and attributes of its own.
+///
+/// A tag is looked up only at the type's own depth 0; anything else goes to the base, and when the
+/// base made no object of it, everything nested in it does too, until it ends. Each level of a
+/// chain of types keeps a depth of its own.
 template <class Type, class Base>
 class VokElement : public Base {
   public:
@@ -123,7 +129,8 @@ class VokElement : public Base {
     int FindRow(std::string_view tag, VokTypeId id) const {
         const auto rows = Rows();
         for (std::size_t i = 0; i < rows.size(); ++i)
-            if (rows[i].id == id && rows[i].name == tag && (rows[i].within.empty() || rows[i].within == OpenChild()))
+            if (rows[i].id == id && rows[i].name == tag &&
+                (rows[i].within.empty() || rows[i].within == OpenChild()))
                 return static_cast<int>(i);
         return kNone;
     }

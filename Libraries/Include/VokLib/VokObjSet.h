@@ -3,10 +3,11 @@
 #include <VokLib/VokElement.h>
 #include <VokLib/VokObjLink.h>
 
+#include <cstddef>
+#include <deque>
 #include <string>
-#include <vector>
 
-/// A named set of objects. A member whose object dies leaves the set's handle invalid.
+/// A named set of objects. A member whose object dies stays in the set with an invalid handle.
 class VokObjSet : public VokElement<VokObjSet, VokObj> {
   public:
     static constexpr std::string_view kElementName = "objset";
@@ -14,17 +15,23 @@ class VokObjSet : public VokElement<VokObjSet, VokObj> {
     static std::span<const VokAttributeRow<VokObjSet>> AttributeRows();
 
     struct Member {
+        Member(VokObjSet* set, std::size_t place) : object(set), index(place) {}
         VokObjLinkHandle object;
         std::string membership;
+        const std::size_t index;  ///< the member's own place in the set
     };
 
     std::size_t GetMemberCount() const { return members.size(); }
     /// Throws "objset member index out of range".
     const Member& GetMember(std::size_t index) const;
+    /// Appends a member without an object; the reference stays good while the set lives.
     Member& AddMember();
 
     std::string type;
 
   private:
-    std::vector<Member> members;
+    /// The notice that a member's object is gone; `user` is the member.
+    static void OnMemberDeleted(VokObjLinkStore& store, VokObjLink& link, void* user);
+
+    std::deque<Member> members;
 };

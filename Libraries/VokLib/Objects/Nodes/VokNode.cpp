@@ -3,31 +3,12 @@
 #include <VokLib/VokFields.h>
 #include <VokLib/VokMath.h>
 
+using namespace VokFields;
+
 namespace {
 
-bool IsZero(const VokVector4& v) { return v.x == 0 && v.y == 0 && v.z == 0; }
-bool HasAngles(const EulerRotation& r) { return r.x != 0 || r.y != 0 || r.z != 0; }
-
-template <VokVector4 VokNode::*Field>
-void ReadPosition(VokNode& node, VokParse& parse) {
-    node.*Field = parse.ReadVector3As4();
-}
-
-/// Positions are written when they are not zero; the fourth element takes no part.
-template <VokVector4 VokNode::*Field>
-void WritePosition(const VokNode& node, VokFile& file, std::string_view name) {
-    const VokVector4& v = node.*Field;
-    if (!IsZero(v)) VokFields::WriteVector3Element(file, name, v.x, v.y, v.z);
-}
-
-template <EulerRotation VokNode::*Field>
-void ReadOrder(VokNode& node, VokParse& parse) {
-    VokFields::ReadRotationOrder(node.*Field, parse.GetAttributes());
-}
-
-template <EulerRotation VokNode::*Field>
-void ReadAngles(VokNode& node, VokParse& parse) {
-    parse.ReadAngles(node.*Field);
+bool HasAngles(const EulerRotation& r) {
+    return r.x != 0 || r.y != 0 || r.z != 0;
 }
 
 }  // namespace
@@ -36,62 +17,74 @@ std::span<const VokChildElement<VokNode>> VokNode::ChildElements() {
     static constexpr VokChildElement<VokNode> rows[] = {
         {.name = "translate",
          .data = ReadPosition<&VokNode::translate>,
-         .write = WritePosition<&VokNode::translate>},
+         .write = WriteVector3UnlessDefault<&VokNode::translate, kZeros>},
         {.name = "rotEul",
          .start = ReadOrder<&VokNode::rotation>,
          .data = ReadAngles<&VokNode::rotation>,
-         .write = [](const VokNode& node, VokFile& file, std::string_view name) {
-             if (HasAngles(node.rotation) || node.rotation.order != RotationOrder::xyz)
-                 VokFields::WriteRotationElement(file, name, node.rotation);
-         }},
+         .write =
+             [](const VokNode& node, VokFile& file, std::string_view name) {
+                 if (HasAngles(node.rotation) || node.rotation.order != RotationOrder::xyz)
+                     WriteRotationElement(file, name, node.rotation);
+             }},
         {.name = "rotAxisEul",
          .start = ReadOrder<&VokNode::rotationAxis>,
          .data = ReadAngles<&VokNode::rotationAxis>,
          // The order alone does not cause the element: an axis without angles turns nothing.
-         .write = [](const VokNode& node, VokFile& file, std::string_view name) {
-             if (HasAngles(node.rotationAxis))
-                 VokFields::WriteRotationElement(file, name, node.rotationAxis);
-         }},
+         .write =
+             [](const VokNode& node, VokFile& file, std::string_view name) {
+                 if (HasAngles(node.rotationAxis))
+                     WriteRotationElement(file, name, node.rotationAxis);
+             }},
         {.name = "scale",
-         .data = [](VokNode& node, VokParse& parse) { node.scale = parse.ReadVector3(); },
-         .write = [](const VokNode& node, VokFile& file, std::string_view name) {
-             const VokVector3& s = node.scale;
-             if (s.x != 1 || s.y != 1 || s.z != 1)
-                 VokFields::WriteVector3Element(file, name, s.x, s.y, s.z);
-         }},
+         .data = ReadVector3<&VokNode::scale>,
+         .write = WriteVector3UnlessDefault<&VokNode::scale, kOnes>},
         {.name = "shear",
-         .data = [](VokNode& node, VokParse& parse) { node.shear = parse.ReadVector3(); },
-         .write = [](const VokNode& node, VokFile& file, std::string_view name) {
-             const VokVector3& s = node.shear;
-             if (s.x != 0 || s.y != 0 || s.z != 0)
-                 VokFields::WriteVector3Element(file, name, s.x, s.y, s.z);
-         }},
+         .data = ReadVector3<&VokNode::shear>,
+         .write = WriteVector3UnlessDefault<&VokNode::shear, kZeros>},
         {.name = "scalePivot",
          .data = ReadPosition<&VokNode::scalePivot>,
-         .write = WritePosition<&VokNode::scalePivot>},
+         .write = WriteVector3UnlessDefault<&VokNode::scalePivot, kZeros>},
         {.name = "scalePivotTranslation",
          .data = ReadPosition<&VokNode::scalePivotTranslation>,
-         .write = WritePosition<&VokNode::scalePivotTranslation>},
+         .write = WriteVector3UnlessDefault<&VokNode::scalePivotTranslation, kZeros>},
         {.name = "rotatePivot",
          .data = ReadPosition<&VokNode::rotatePivot>,
-         .write = WritePosition<&VokNode::rotatePivot>},
+         .write = WriteVector3UnlessDefault<&VokNode::rotatePivot, kZeros>},
         {.name = "rotatePivotTranslation",
          .data = ReadPosition<&VokNode::rotatePivotTranslation>,
-         .write = WritePosition<&VokNode::rotatePivotTranslation>},
+         .write = WriteVector3UnlessDefault<&VokNode::rotatePivotTranslation, kZeros>},
     };
     return rows;
 }
 
 std::span<const VokAttributeRow<VokNode>> VokNode::AttributeRows() {
     static constexpr VokAttributeRow<VokNode> rows[] = {
-        {.read = [](VokNode& node, const VokAttributes& attributes) {
-             if (const char* text = attributes.Find("parentEffect"))
-                 node.parentEffect = ParseParentEffect(text);
-         },
-         .write = [](const VokNode& node, VokAttributes& attributes) {
-             if (node.parentEffect != ParentEffect::Normal)
-                 attributes.SetString("parentEffect", GetParentEffectText(node.parentEffect));
-         }},
+        {.read =
+             [](VokNode& node, const VokAttributes& attributes) {
+                 if (const char* text = attributes.Find("parentEffect"))
+                     node.parentEffect = ParseParentEffect(text, &node);
+             },
+         .write =
+             [](const VokNode& node, VokAttributes& attributes) {
+                 if (node.parentEffect != ParentEffect::Normal)
+                     attributes.SetString("parentEffect",
+                                          GetParentEffectText(node.parentEffect, &node));
+             }},
     };
     return rows;
+}
+
+VokMatrix VokNode::GetLocalMatrix() const {
+    using namespace VokMath;
+    const VokVector4 &t = translate, &rp = rotatePivot, &rpt = rotatePivotTranslation;
+    const VokVector4 &sp = scalePivot, &spt = scalePivotTranslation;
+
+    VokMatrix m = Translation(t.x + rpt.x + rp.x, t.y + rpt.y + rp.y, t.z + rpt.z + rp.z);
+    m = MultiplyAffine(FromQuaternion(EulerToQuaternion(rotation)), m);
+    m = MultiplyAffine(FromQuaternion(EulerToQuaternion(rotationAxis)), m);
+    m = MultiplyAffine(Translation(spt.x + sp.x - rp.x, spt.y + sp.y - rp.y, spt.z + sp.z - rp.z),
+                       m);
+    m = MultiplyAffine(Scale(scale.x, scale.y, scale.z), m);
+    m = MultiplyAffine(Shear(shear.x, shear.y, shear.z), m);
+    return MultiplyAffine(Translation(-sp.x, -sp.y, -sp.z), m);
 }
