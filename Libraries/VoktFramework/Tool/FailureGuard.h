@@ -1,0 +1,39 @@
+#pragma once
+
+#include <VoktFramework/VoktError.h>
+
+#include <exception>
+
+/// Runs a step of the tool. What it throws comes out as a VoktError: one as it is, everything else
+/// under the step's id, with a standard exception's text as cause.
+template <class Step>
+void GuardStep(int id, Step step) {
+    try {
+        step();
+    } catch (const VoktError&) {
+        throw;
+    } catch (const std::exception& failure) {
+        throw VoktError(id, failure.what());
+    } catch (...) {
+        throw VoktError(id);
+    }
+}
+
+/// The same for the work itself, where failures of the libraries keep their message, position and
+/// cause object.
+template <class Step>
+void GuardProcessing(int id, Step step) {
+    constexpr int kSceneFailure = 1;
+    constexpr int kInternalFailure = 2;
+    GuardStep(id, [&step] {
+        try {
+            step();
+        } catch (const VoktError&) {
+            throw;
+        } catch (const VokException& failure) {
+            throw VoktError(failure, kSceneFailure);
+        } catch (const QelTools::Common::Exception& failure) {
+            throw VoktError(failure, kInternalFailure);
+        }
+    });
+}

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <VoktFramework/VoktTool.h>
+
+class VoktLoadQeli;
+class VoktSaveBiff;
+
+/// The skeleton baker: reads a scene document, finds its skeletons and writes one binary skeleton
+/// file.
+class VoktRigbakeTool : public VoktTool {
+  protected:
+    void AddComponents() override;
+    /// Refuses, beside what the components refuse, an output that is the input but for letter case.
+    void Validate() override;
+
+  private:
+    VoktLoadQeli* load = nullptr;  ///< owned as a component, like `save`
+    VoktSaveBiff* save = nullptr;
+};
