@@ -1,0 +1,7 @@
+#pragma once
+
+/// Adds a line to the debug log of the hash library, in the form "program(process,time): text".
+/// Does nothing unless QEL_HASH_PROXY_DEBUG_MODE was set at the first call; "file:" and a name
+/// there let the lines go to that file, which the processes of a build share. A line is cut at 511
+/// characters.
+[[gnu::format(printf, 1, 2)]] void ProxyLog(const char* format, ...);
