@@ -4,6 +4,10 @@
 
 class VoktUniverse;
 
+/// An output name as it was typed, with backslashes turned into the separator of a system that
+/// knows only one.
+std::string OutputSystemPath(std::string path);
+
 /// The name under which the output `path` is opened: absolute, with forward slashes, relative names
 /// counting from the folder that the run was started in (the atom "VoktTool_cwd"). Backslashes
 /// separate folders as slashes do. The folder that the file stands in is made. Throws a

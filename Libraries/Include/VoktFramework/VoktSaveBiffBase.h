@@ -2,6 +2,7 @@
 
 #include <VoktFramework/VoktSave.h>
 
+#include <cstdint>
 #include <string>
 
 /// The base of stages that write binary layouts: byte order, and the suffixes that tell two files

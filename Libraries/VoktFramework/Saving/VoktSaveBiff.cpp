@@ -1,0 +1,93 @@
+#include <Platform/FileTests.h>
+#include <QelTools/Exception.h>
+#include <VoktFramework/VoktAtomBiff.h>
+#include <VoktFramework/VoktCommandLineSyntax.h>
+#include <VoktFramework/VoktError.h>
+#include <VoktFramework/VoktMakeWriteableHandler.h>
+#include <VoktFramework/VoktOutputPath.h>
+#include <VoktFramework/VoktSaveBiff.h>
+#include <VoktFramework/VoktUniverse.h>
+
+#include <string_view>
+
+namespace {
+
+constexpr int kCannotOpenForWrite = 204;
+constexpr std::string_view kOpenFailed = "Failed to open file for Biff write.";
+constexpr const char* kOut = "-out";
+
+void MakeWriteable(const std::string& path) {
+    if (Platform::GrantsWrite(path)) return;
+    // The default handler has no owner: it serves every later file of the process.
+    if (!VoktMakeWriteableHandler::Exists()) new VoktMakeWriteableHandler;
+    VoktMakeWriteableHandler::Get().MakeWriteable(path);
+}
+
+}  // namespace
+
+VoktSaveBiff::VoktSaveBiff(std::uint32_t hide) : VoktSaveBiffBase(hide) {}
+
+VoktSaveBiff::~VoktSaveBiff() noexcept(false) = default;
+
+void VoktSaveBiff::AddFlags(VoktCommandLineSyntax& syntax) {
+    if (hideFlags == 1) return;
+    syntax.AddFlag(kOut, "-o", "Output binary file", VoktCommandLineSyntax::kRequired);
+    syntax.AddFlagArgument(VoktArgumentType::OutputFilename);
+    VoktSaveBiffBase::AddFlags(syntax);
+}
+
+void VoktSaveBiff::ReadFlags(const VoktCommandLineSyntax& syntax) {
+    ReadValueFlags(syntax, {kOut});
+    VoktSaveBiffBase::ReadFlags(syntax);
+}
+
+void VoktSaveBiff::SetFlag(const std::string& name, const std::string& value) {
+    if (name == kOut) {
+        outputFilename = value;
+    } else {
+        VoktSaveBiffBase::SetFlag(name, value);
+    }
+}
+
+void VoktSaveBiff::Validate() {
+    std::string faults;
+    if (outputFilename.empty()) {
+        faults += "No output filename provided.\n";
+    } else if (!forceWrite && !Platform::IsWritable(OutputSystemPath(outputFilename))) {
+        faults += "Output file \"" + outputFilename + "\" is not writeable.\n";
+    }
+    if (!faults.empty()) QelTools::Common::ThrowException(faults);
+    VoktSaveBiffBase::Validate();
+}
+
+void VoktSaveBiff::Process(VoktUniverse& universe) {
+    VoktAtomBiff* atom = biffName.empty() ? universe.FetchByType<VoktAtomBiff>()
+                                          : universe.FetchByTypeAndName<VoktAtomBiff>(biffName);
+    if (atom == nullptr) QelTools::Common::ThrowException("VoktSaveBiff unable to find a Biff");
+    switch (endian) {
+        case kLittleEndian:
+            Save(outputFilename, *atom, false, universe);
+            break;
+        case kBigEndian:
+            Save(outputFilename, *atom, true, universe);
+            break;
+        case kBothEndian:
+            Save(outputFilename + littleSuffix, *atom, false, universe);
+            Save(outputFilename + bigSuffix, *atom, true, universe);
+            break;
+        default:
+            QelTools::Common::ThrowException("Internal error - please report as a bug");
+    }
+}
+
+void VoktSaveBiff::Save(const std::string& filename, VoktAtomBiff& atom, bool bigEndian,
+                        const VoktUniverse& universe) const {
+    const std::string path = MakeOutputPath(filename, universe);
+    if (forceWrite) MakeWriteable(path);
+    try {
+        atom.block.WriteToPath(path, bigEndian ? 1 : 0);
+    } catch (const std::exception& failure) {
+        if (failure.what() != kOpenFailed) throw;
+        throw VoktError(kCannotOpenForWrite, std::string(kOpenFailed));
+    }
+}
