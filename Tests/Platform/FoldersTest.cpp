@@ -1,0 +1,60 @@
+#include <Platform/Folders.h>
+
+#include "Platform/TestFolder.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace {
+
+TEST(Folders, AFolderIsToldFromAFile) {
+    const TestFolder folder;
+    const std::string file = folder.Write("file", "");
+    EXPECT_TRUE(Platform::IsFolder(folder.Path()));
+    EXPECT_FALSE(Platform::IsFolder(file));
+    EXPECT_TRUE(Platform::IsRegularFile(file));
+    EXPECT_FALSE(Platform::IsRegularFile(folder.Path()));
+    EXPECT_FALSE(Platform::IsFolder(folder.Path("none")));
+    EXPECT_FALSE(Platform::IsRegularFile(folder.Path("none")));
+    EXPECT_FALSE(Platform::IsRegularFile("/dev/null"));
+}
+
+TEST(Folders, AllMissingParentsAreMade) {
+    const TestFolder folder;
+    EXPECT_TRUE(Platform::CreateFolders(folder.Path("a/b/c")));
+    EXPECT_TRUE(Platform::IsFolder(folder.Path("a/b/c")));
+}
+
+TEST(Folders, ThereAlreadyIsFine) {
+    const TestFolder folder;
+    EXPECT_TRUE(Platform::CreateFolders(folder.Path()));
+    EXPECT_TRUE(Platform::CreateFolders("/"));
+}
+
+TEST(Folders, TheUsersMaskDecidesThePermissions) {
+    const TestFolder folder;
+    const mode_t before = umask(027);
+    EXPECT_TRUE(Platform::CreateFolders(folder.Path("a")));
+    umask(before);
+    struct stat status {};
+    ASSERT_EQ(stat(folder.Path("a").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0750u);
+}
+
+TEST(Folders, AFileInTheWayIsAFailure) {
+    const TestFolder folder;
+    folder.Write("a", "");
+    EXPECT_FALSE(Platform::CreateFolders(folder.Path("a")));
+    EXPECT_FALSE(Platform::CreateFolders(folder.Path("a/b")));
+}
+
+TEST(Folders, RelativeAndDoubledSeparatorsWork) {
+    const TestFolder folder;
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    EXPECT_TRUE(Platform::CreateFolders("x//y/"));
+    std::filesystem::current_path(before);
+    EXPECT_TRUE(Platform::IsFolder(folder.Path("x/y")));
+}
+
+}  // namespace

@@ -1,0 +1,200 @@
+#include <Platform/OutputCapture.h>
+
+#include "Platform/StandardOutput.h"
+#include "Platform/TestFolder.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <cstdio>
+#include <iostream>
+#include <set>
+#include <thread>
+
+namespace {
+
+using Platform::OutputCapture;
+using Result = OutputCapture::StartResult;
+
+int OpenForWriting(const std::string& path) {
+    return open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+}
+
+std::set<int> OpenDescriptors() {
+    std::set<int> open;
+    for (int descriptor = 0; descriptor < 256; ++descriptor)
+        if (fcntl(descriptor, F_GETFD) >= 0) open.insert(descriptor);
+    return open;
+}
+
+TEST(OutputCapture, BothGetWhatIsWrittenWhileItRuns) {
+    const TestFolder folder;
+    const int file = OpenForWriting(folder.Path("out"));
+    {
+        const StandardOutput output(file);
+        OutputCapture capture;
+        std::printf("before\n");
+        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+        std::printf("by stdio\n");
+        std::cout << "by stream\n";
+        EXPECT_TRUE(capture.Stop());
+        std::printf("behind\n");
+    }
+    close(file);
+    EXPECT_EQ(folder.Read("log"), "by stdio\nby stream\n");
+    EXPECT_EQ(folder.Read("out"), "before\nby stdio\nby stream\nbehind\n");
+}
+
+TEST(OutputCapture, ManyBytesArriveWhole) {
+    const TestFolder folder;
+    std::string text;
+    for (int i = 0; text.size() < 1000000; ++i) text += std::to_string(i) + "\n";
+    const int file = OpenForWriting(folder.Path("out"));
+    {
+        const StandardOutput output(file);
+        OutputCapture capture;
+        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+        std::cout << text;
+    }
+    close(file);
+    EXPECT_EQ(folder.Read("log"), text);
+    EXPECT_EQ(folder.Read("out"), text);
+}
+
+TEST(OutputCapture, AnOldLogIsReplaced) {
+    const TestFolder folder;
+    folder.Write("log", "what an earlier run left");
+    OutputCapture capture;
+    ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+    EXPECT_TRUE(capture.Stop());
+    EXPECT_EQ(folder.Read("log"), "");
+}
+
+TEST(OutputCapture, ALogThatCannotBeOpenedChangesNothing) {
+    const TestFolder folder;
+    const std::set<int> descriptors = OpenDescriptors();
+    OutputCapture capture;
+    EXPECT_EQ(capture.Start(folder.Path("no/such/folder/log")), Result::kLogNotOpened);
+    EXPECT_TRUE(capture.Stop());
+    EXPECT_EQ(OpenDescriptors(), descriptors);
+}
+
+TEST(OutputCapture, NoDescriptorIsLeftBehind) {
+    const TestFolder folder;
+    const std::set<int> descriptors = OpenDescriptors();
+    OutputCapture capture;
+    ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+    EXPECT_TRUE(capture.Stop());
+    EXPECT_EQ(OpenDescriptors(), descriptors);
+}
+
+TEST(OutputCapture, ChildrenInheritNothingOfIt) {
+    const TestFolder folder;
+    const std::set<int> before = OpenDescriptors();
+    OutputCapture capture;
+    ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+    const std::set<int> during = OpenDescriptors();
+    EXPECT_GT(during.size(), before.size());
+    for (const int descriptor : during) {
+        const bool isOurs = before.count(descriptor) == 0;
+        EXPECT_TRUE(!isOurs || (fcntl(descriptor, F_GETFD) & FD_CLOEXEC) != 0);
+    }
+    EXPECT_TRUE(capture.Stop());
+}
+
+TEST(OutputCapture, AFullStandardOutputLeavesTheLogWhole) {
+    const TestFolder folder;
+    const int full = open("/dev/full", O_WRONLY);
+    {
+        const StandardOutput output(full);
+        std::printf("refused\n");
+        std::cout << "refused too\n";
+        OutputCapture capture;
+        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+        for (int i = 0; i < 30000; ++i) std::cout << "a line\n";
+        std::cout << "last" << std::endl;
+        EXPECT_TRUE(capture.Stop());
+    }
+    close(full);
+    const std::string log = folder.Read("log");
+    EXPECT_EQ(log.size(), 30000u * 7 + 5);
+    EXPECT_EQ(log.rfind("a line\n", 0), 0u);
+    EXPECT_EQ(log.substr(log.size() - 12), "a line\nlast\n");
+}
+
+TEST(OutputCapture, ABrokenStandardOutputLeavesTheLogWhole) {
+    const auto before = signal(SIGPIPE, SIG_IGN);
+    const TestFolder folder;
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    close(ends[0]);
+    {
+        const StandardOutput output(ends[1]);
+        OutputCapture capture;
+        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+        std::cout << "a line" << std::endl;
+        EXPECT_TRUE(capture.Stop());
+    }
+    close(ends[1]);
+    signal(SIGPIPE, before);
+    EXPECT_EQ(folder.Read("log"), "a line\n");
+}
+
+/// Reads a pipe to its end after a pause.
+std::string ReadSlowly(int descriptor) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    std::string text;
+    char buffer[4096];
+    for (ssize_t count; (count = read(descriptor, buffer, sizeof buffer)) > 0;)
+        text.append(buffer, static_cast<std::size_t>(count));
+    return text;
+}
+
+TEST(OutputCapture, NothingIsLostToASlowReaderBehindABusyPipe) {
+    for (const int mode : {0, O_NONBLOCK}) {
+        const TestFolder folder;
+        int ends[2];
+        ASSERT_EQ(pipe(ends), 0);
+        std::string seen;
+        std::thread reader([&] { seen = ReadSlowly(ends[0]); });
+        const std::string text(90000, 'x');
+        {
+            const StandardOutput output(ends[1]);
+            // Not to wait is a property of the pipe's end, however it came to us.
+            fcntl(STDOUT_FILENO, F_SETFL, O_WRONLY | mode);
+            close(ends[1]);
+            OutputCapture capture;
+            ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+            std::cout << text << std::endl;
+            EXPECT_TRUE(capture.Stop());
+        }
+        reader.join();
+        close(ends[0]);
+        EXPECT_EQ(seen, text + "\n");
+        EXPECT_EQ(folder.Read("log"), text + "\n");
+    }
+}
+
+TEST(OutputCapture, TheWaitForAReaderThatNeverReadsIsBounded) {
+    const TestFolder folder;
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    const std::string text(70000, 'x');
+    {
+        const StandardOutput output(ends[1]);
+        OutputCapture capture;
+        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+        std::cout << text << std::flush;
+        EXPECT_FALSE(capture.Stop(std::chrono::milliseconds(50)));
+        EXPECT_TRUE(capture.Stop());
+    }
+    // What is still in the pipe comes to a whole number of the thread's steps, and no more follows.
+    close(ends[1]);
+    std::string seen = ReadSlowly(ends[0]);
+    close(ends[0]);
+    EXPECT_GE(seen.size(), 65536u);
+    EXPECT_LT(seen.size(), text.size());
+}
+
+}  // namespace

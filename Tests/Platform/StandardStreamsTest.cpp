@@ -1,0 +1,70 @@
+#include <Platform/StandardStreams.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdlib>
+
+namespace {
+
+bool IsNullDevice(int descriptor) {
+    struct stat open {};
+    struct stat null {};
+    return fstat(descriptor, &open) == 0 && stat("/dev/null", &null) == 0 &&
+           open.st_rdev == null.st_rdev;
+}
+
+/// The checks run in a process of their own, for they change what every other test stands on.
+void ExitAfter(bool (*check)()) {
+    std::_Exit(check() ? 0 : 1);
+}
+
+TEST(StandardStreamsDeathTest, WritingIntoABrokenPipeIsAnOrdinaryError) {
+    EXPECT_EXIT(ExitAfter([] {
+                    signal(SIGPIPE, SIG_DFL);
+                    Platform::PrepareStandardStreams();
+                    int ends[2];
+                    if (pipe(ends) != 0) return false;
+                    close(ends[0]);
+                    return write(ends[1], "x", 1) == -1 && errno == EPIPE;
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST(StandardStreamsDeathTest, ClosedDescriptorsAreOpenedOnTheNullDevice) {
+    EXPECT_EXIT(ExitAfter([] {
+                    for (int descriptor = 0; descriptor < 3; ++descriptor) close(descriptor);
+                    Platform::PrepareStandardStreams();
+                    return IsNullDevice(0) && IsNullDevice(1) && IsNullDevice(2);
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST(StandardStreamsDeathTest, OpenDescriptorsStayAsTheyAre) {
+    EXPECT_EXIT(ExitAfter([] {
+                    int ends[2];
+                    if (pipe(ends) != 0) return false;
+                    dup2(ends[1], STDOUT_FILENO);
+                    close(STDIN_FILENO);
+                    Platform::PrepareStandardStreams();
+                    return !IsNullDevice(1) && IsNullDevice(0);
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST(StandardStreamsDeathTest, StandardOutputGoesOutLineByLine) {
+    EXPECT_EXIT(ExitAfter([] {
+                    int ends[2];
+                    if (pipe(ends) != 0) return false;
+                    dup2(ends[1], STDOUT_FILENO);
+                    Platform::PrepareStandardStreams();
+                    std::printf("line\nrest");
+                    char text[16] = "";
+                    return read(ends[0], text, sizeof text - 1) == 5 &&
+                           std::string(text) == "line\n";
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+}  // namespace

@@ -1,0 +1,38 @@
+#include <Platform/TemporaryFile.h>
+
+#include "Platform/TestFolder.h"
+
+#include <gtest/gtest.h>
+#include <stdlib.h>
+#include <sys/stat.h>
+
+namespace {
+
+TEST(TemporaryFile, StandsInTheNamedFolderUnderAFreshName) {
+    const TestFolder folder;
+    setenv("TMPDIR", folder.Path().c_str(), 1);
+    const auto first = Platform::CreateTemporaryFile("DOT");
+    const auto second = Platform::CreateTemporaryFile("DOT");
+    ASSERT_TRUE(first && second);
+    EXPECT_NE(*first, *second);
+    EXPECT_EQ(first->rfind(folder.Path() + "/DOT", 0), 0u);
+    struct stat status {};
+    ASSERT_EQ(stat(first->c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 07777, 0600u);
+    EXPECT_EQ(status.st_size, 0);
+}
+
+TEST(TemporaryFile, StandsInTmpWithoutANamedFolder) {
+    setenv("TMPDIR", "", 1);
+    const auto path = Platform::CreateTemporaryFile("DOT");
+    ASSERT_TRUE(path);
+    EXPECT_EQ(path->rfind("/tmp/DOT", 0), 0u);
+    std::filesystem::remove(*path);
+}
+
+TEST(TemporaryFile, IsNothingWhereTheFolderIsMissing) {
+    setenv("TMPDIR", "/no/such/folder", 1);
+    EXPECT_EQ(Platform::CreateTemporaryFile("DOT"), std::nullopt);
+}
+
+}  // namespace
