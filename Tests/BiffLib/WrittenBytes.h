@@ -1,0 +1,41 @@
+#pragma once
+
+#include <BiffLib/CBlock.h>
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <string_view>
+
+/// What the block writes to a stream in one byte order.
+inline std::string Written(Biff::CBlock& block, std::uint32_t endian) {
+    std::ostringstream stream;
+    block.Write(stream, endian);
+    return stream.str();
+}
+
+inline std::string Little(Biff::CBlock& block) {
+    return Written(block, Biff::kLittleEndian);
+}
+inline std::string Big(Biff::CBlock& block) {
+    return Written(block, Biff::kBigEndian);
+}
+
+/// The bytes of a literal, zeros included.
+template <std::size_t N>
+std::string Bytes(const char (&text)[N]) {
+    return std::string(text, N - 1);
+}
+
+/// The text of the Thrown exception of exactly that type.
+template <class Thrown, class Operation>
+std::string TextOf(Operation operation) {
+    try {
+        operation();
+    } catch (const Thrown& thrown) {
+        return thrown.what();
+    }
+    ADD_FAILURE() << "nothing was thrown";
+    return {};
+}
