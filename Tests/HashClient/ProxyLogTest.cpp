@@ -1,0 +1,92 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <regex>
+#include <string>
+
+#include "ProxyLog.h"
+
+namespace {
+
+std::string Content(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios_base::binary);
+    return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+// The log reads its variable once in a process, so each case runs in a process of its own: what
+// `write` does with the variable set to `mode` ends in the file that comes back.
+template <class Write>
+std::string Logged(const char* mode, const std::filesystem::path& file, Write write) {
+    const auto run = [&] {
+        if (mode != nullptr) setenv("QEL_HASH_PROXY_DEBUG_MODE", mode, 1);
+        write();
+        std::exit(0);
+    };
+    EXPECT_EXIT(run(), testing::ExitedWithCode(0), "^$");
+    return Content(file);
+}
+
+// The name stays one and the same when the child runs the test anew.
+class ProxyLogDeathTest : public testing::Test {
+  protected:
+    ProxyLogDeathTest() {
+        const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+        path =
+            std::filesystem::temp_directory_path() / (std::string("ProxyLogTest.") + test->name());
+        std::filesystem::remove(path);
+    }
+    ~ProxyLogDeathTest() override { std::filesystem::remove(path); }
+
+    std::string Mode() const { return "file:" + path.string(); }
+
+    std::filesystem::path path;
+};
+
+}  // namespace
+
+TEST_F(ProxyLogDeathTest, LinesBeginWithProgramProcessAndTime) {
+    const std::string log = Logged(Mode().c_str(), path, [] {
+        ProxyLog("Malformed Transact() result in %s(). (Id:%d)\n\n", "AddString", 5);
+        ProxyLog("100%%\n");
+    });
+    const std::string start = "HashClientTest\\([0-9]+,[0-9]{2}:[0-9]{2}:[0-9]{2}\\): ";
+    EXPECT_TRUE(std::regex_match(
+        log,
+        std::regex(start + "Malformed Transact\\(\\) result in AddString\\(\\)\\. \\(Id:5\\)\n\n" +
+                   start + "100%\n")))
+        << log;
+}
+
+TEST_F(ProxyLogDeathTest, LinesAreAddedToTheFile) {
+    std::ofstream(path) << "before\n";
+    const std::string log = Logged(Mode().c_str(), path, [] { ProxyLog("behind\n"); });
+    EXPECT_EQ(log.substr(0, 7), "before\n");
+    EXPECT_EQ(log.substr(log.size() - 9), ": behind\n");
+}
+
+TEST_F(ProxyLogDeathTest, LongLinesAreCut) {
+    const std::string log =
+        Logged(Mode().c_str(), path, [] { ProxyLog("%s\n", std::string(2000, 'x').c_str()); });
+    EXPECT_EQ(log.size(), 511u);
+}
+
+TEST_F(ProxyLogDeathTest, LaterChangesOfTheVariableHaveNoEffect) {
+    const std::string mode = Mode();
+    const std::string log = Logged(nullptr, path, [&] {
+        unsetenv("QEL_HASH_PROXY_DEBUG_MODE");
+        ProxyLog("one\n");
+        setenv("QEL_HASH_PROXY_DEBUG_MODE", mode.c_str(), 1);
+        ProxyLog("two\n");
+    });
+    EXPECT_EQ(log, "");
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(ProxyLogDeathTest, AFileThatCannotBeOpenedIsPassedOver) {
+    Logged("file:/nowhere/at/all", path, [] { ProxyLog("text\n"); });
+    Logged("1", path, [] { ProxyLog("text\n"); });
+    EXPECT_FALSE(std::filesystem::exists(path));
+}
