@@ -19,7 +19,7 @@ class Singleton : private boost::noncopyable {
   public:
     static T& Get() {
         if (instance == nullptr) Fail("Get", "we don't have an instance");
-        return *instance;
+        return static_cast<T&>(*instance);
     }
 
     static bool Exists() { return instance != nullptr; }
@@ -27,7 +27,7 @@ class Singleton : private boost::noncopyable {
   protected:
     Singleton() {
         if (instance != nullptr) Fail("Singleton", "we already have an instance");
-        instance = static_cast<T*>(this);
+        instance = this;
     }
 
     ~Singleton() noexcept(false) {
@@ -41,7 +41,8 @@ class Singleton : private boost::noncopyable {
                             ">::" + operation + ": " + text);
     }
 
-    static inline T* instance = nullptr;
+    // Not a T*: what is still under construction is not a T yet, and the cast would be undefined.
+    static inline Singleton* instance = nullptr;
 };
 
 }  // namespace QelTools::Common
