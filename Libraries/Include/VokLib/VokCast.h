@@ -3,8 +3,8 @@
 #include <VokLib/VokException.h>
 #include <VokLib/VokObj.h>
 
-/// The checked downcast: null stays null; an object that is no `T` throws a VokException "vok_cast failed" with the
-/// object's path. `T::TypeId()` names the type.
+/// The checked downcast: null stays null; an object that is no `T` throws a VokException "vok_cast
+/// failed" with the object's path. `T::TypeId()` names the type.
 template <class T>
 T* vok_cast(VokObj* object,
             const QelTools::Common::SourcePlace& place = QelTools::Common::SourcePlace::Current()) {
@@ -20,5 +20,6 @@ T* ExactCast(VokObj* object) {
 }
 template <class T>
 const T* ExactCast(const VokObj* object) {
-    return object != nullptr && object->IsExactly(T::TypeId()) ? static_cast<const T*>(object) : nullptr;
+    return object != nullptr && object->IsExactly(T::TypeId()) ? static_cast<const T*>(object)
+                                                               : nullptr;
 }

@@ -7,13 +7,15 @@
 
 class VokObj;
 
-/// A failure that concerns scene data. `causeObject` is the path of the object concerned, taken when the exception is
-/// built; it stays empty when there is no object or its path cannot be told, for the first error must reach the caller.
+/// A failure that concerns scene data. `causeObject` is the path of the object concerned, taken
+/// when the exception is built; it stays empty when there is no object or its path cannot be told,
+/// for the first error must reach the caller.
 class VokException : public QelTools::Common::Exception {
   public:
     explicit VokException(const char* messageText, const VokObj* object = nullptr);
     explicit VokException(std::string messageText, const VokObj* object = nullptr);
-    VokException(std::string messageText, const VokObj* object, const QelTools::Common::SourcePlace& place);
+    VokException(std::string messageText, const VokObj* object,
+                 const QelTools::Common::SourcePlace& place);
     explicit VokException(const QelTools::Common::Exception& other);
 
     const VokPath& GetCauseObject() const { return causeObject; }

@@ -7,7 +7,8 @@
 
 class VokObj;
 
-/// Converts file names between one portable form and absolute names. Each translator registers itself under its form.
+/// Converts file names between one portable form and absolute names. Each translator registers
+/// itself under its form.
 class VokFilenameTranslator {
   public:
     /// Replaces what was registered under `form`; `primary` makes it the form of loaded trees.
@@ -17,8 +18,10 @@ class VokFilenameTranslator {
     VokFilenameTranslator& operator=(const VokFilenameTranslator&) = delete;
 
     /// 0 when the name was translated, 1 when it was passed through. `object` holds the name.
-    virtual int FromAbsolute(std::string& out, const std::string& absoluteName, const VokObj* object) const = 0;
-    virtual int ToAbsolute(std::string& out, const std::string& name, const VokObj* object) const = 0;
+    virtual int FromAbsolute(std::string& out, const std::string& absoluteName,
+                             const VokObj* object) const = 0;
+    virtual int ToAbsolute(std::string& out, const std::string& name,
+                           const VokObj* object) const = 0;
 };
 
 /// Throws "No primary filename translator instance registered.".

@@ -6,8 +6,9 @@
 #include <deque>
 #include <vector>
 
-/// Walks a tree, the root included, depth-first (in pre-order) or breadth-first; with a type filter it presents only
-/// objects of exactly that type, and the walk goes on beneath the others. Each step costs constant time.
+/// Walks a tree, the root included, depth-first (in pre-order) or breadth-first; with a type filter
+/// it presents only objects of exactly that type, and the walk goes on beneath the others. Each
+/// step costs constant time.
 class VokItHierarchy {
   public:
     enum class Kind { DepthFirst = 0, BreadthFirst = 1 };
@@ -45,9 +46,11 @@ class VokItHierarchy {
     int level = 0;
 };
 
-/// Calls `visit` with each object of exactly type `T` under `root` (the root included), in pre-order.
+/// Calls `visit` with each object of exactly type `T` under `root` (the root included), in
+/// pre-order.
 template <class T, class Visit>
 void ForEach(VokObj* root, Visit visit) {
-    for (VokItHierarchy it(root, VokItHierarchy::Kind::DepthFirst, T::TypeId()); !it.AtEnd(); it.Next())
+    for (VokItHierarchy it(root, VokItHierarchy::Kind::DepthFirst, T::TypeId()); !it.AtEnd();
+         it.Next())
         visit(*static_cast<T*>(it.Current()));
 }

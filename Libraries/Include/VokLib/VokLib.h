@@ -2,9 +2,9 @@
 
 #include <memory>
 
-/// Brings the scene library up for as long as it lives: element factories, custom attribute types, file name
-/// translators, the format update, the object converter, and always the link store and the XML parser. One at a time.
-/// The destructor lets nothing out.
+/// Brings the scene library up for as long as it lives: element factories, custom attribute types,
+/// file name translators, the format update, the object converter, and always the link store and
+/// the XML parser. One at a time. The destructor lets nothing out.
 class VokLib {
   public:
     VokLib(bool registerObjects, bool registerConverter, bool registerCustomAttributes,

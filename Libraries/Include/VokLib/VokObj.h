@@ -20,17 +20,19 @@ class VokParse;
 class VokUpdateDependencies;
 class VokWorld;
 
-/// Root of every scene object: a named node of a tree that owns its children, carries custom data and knows the
-/// links that point at it. Objects live on the heap, on 16-byte boundaries, in the library's pools.
+/// Root of every scene object: a named node of a tree that owns its children, carries custom data
+/// and knows the links that point at it. Objects live on the heap, on 16-byte boundaries, in the
+/// library's pools.
 ///
-/// The parse operations are called by the reader: ParseAttributes once with the object's own start tag,
-/// ParseStartTag for each element inside it, ParseData with the text of the element that is ending and ParseEndTag
-/// for its end, the object's own end included. A type states its own elements through VokElement and leaves the rest
-/// to its base.
+/// The parse operations are called by the reader: ParseAttributes once with the object's own start
+/// tag, ParseStartTag for each element inside it, ParseData with the text of the element that is
+/// ending and ParseEndTag for its end, the object's own end included. A type states its own
+/// elements through VokElement and leaves the rest to its base.
 class VokObj : private boost::noncopyable {
   public:
     VokObj() = default;
-    /// Deletes the children in order, without recursion on the depth of the tree, then cuts every link that points here.
+    /// Deletes the children in order, without recursion on the depth of the tree, then cuts every
+    /// link that points here.
     virtual ~VokObj();
 
     static void* operator new(std::size_t size);
@@ -40,28 +42,32 @@ class VokObj : private boost::noncopyable {
 
     /// Reads the required attribute "name"; without it throws "Missing attribute in parse".
     virtual void ParseAttributes(VokParse& parse);
-    /// A registered element becomes a child and takes over the parser; custom data is accepted; anything else throws
-    /// "Unknown tag".
+    /// A registered element becomes a child and takes over the parser; custom data is accepted;
+    /// anything else throws "Unknown tag".
     virtual void ParseStartTag(VokParse& parse);
     virtual void ParseData(VokParse& parse);
     virtual void ParseEndTag(VokParse& parse);
 
-    /// Writes the whole element with everything beneath it, without recursion on the depth of the tree: start tag,
-    /// WriteContents, the children in order, WriteTail, end tag.
+    /// Writes the whole element with everything beneath it, without recursion on the depth of the
+    /// tree: start tag, WriteContents, the children in order, WriteTail, end tag.
     virtual void Write(VokFile& file) const;
     /// The name of the type's element in a document.
     virtual std::string_view GetElementName() const = 0;
-    /// The attributes of the start tag in writing order; the base sets the name.
+    /// The attributes of the start tag in writing order; the base sets the name, but not for a
+    /// world's hierarchy: a scene without a name attribute is read back into the hierarchy, one
+    /// with an empty name is a further child.
     virtual void WriteAttributes(VokAttributes& attributes) const;
     /// The type's own child elements, which stand in front of the children; the base has none.
     virtual void WriteContents(VokFile& file) const;
     /// What stands behind the children; the base writes the custom data.
     virtual void WriteTail(VokFile& file) const;
-    /// True for a type that is written as one empty tag as long as it has neither children nor custom data.
+    /// True for a type that is written as one empty tag as long as it has neither children nor
+    /// custom data.
     virtual bool IsWrittenEmpty() const { return false; }
 
-    /// Adds the files that this object itself depends on (the base: custom attributes of type filename). Returns false
-    /// when the files of the children are not to be collected. The walk over a tree is CollectDependencies.
+    /// Adds the files that this object itself depends on (the base: custom attributes of type
+    /// filename). Returns false when the files of the children are not to be collected. The walk
+    /// over a tree is CollectDependencies.
     virtual bool GetDependencies(VokDependencies& files) const;
     /// Rewrites the same file names through `update`; false keeps the walk away from the children.
     virtual bool UpdateDependencies(VokUpdateDependencies& update);
@@ -88,7 +94,8 @@ class VokObj : private boost::noncopyable {
     /// The first child of exactly this name, or null.
     VokObj* FindChild(std::string_view childName) const;
 
-    /// Appends; takes ownership on success. Throws, with the tree unchanged, for null and for a child with a parent.
+    /// Appends; takes ownership on success. Throws, with the tree unchanged, for null and for a
+    /// child with a parent.
     void AddChild(VokObj* child);
     /// `index` may equal the count; above it throws "Index for new child out of range".
     void InsertChild(VokObj* child, std::size_t index);
@@ -99,11 +106,15 @@ class VokObj : private boost::noncopyable {
     /// Null, and nothing done, for an object that is not a child.
     VokObj* RemoveChild(const VokObj* child);
     void DeleteChild(VokObj* child);
+    /// Moves all children of `from` behind this object's own, in their order.
+    void AdoptChildren(VokObj& from);
 
     /// True when `ancestor` is this object or stands above it.
     bool IsDescendantOf(const VokObj* ancestor) const;
     /// The top of the tree; throws when that is not a world.
     VokWorld* GetWorld() const;
+    /// The same for an object that may be null, which throws "this is NULL".
+    static VokWorld* GetWorld(const VokObj* object);
 
     VokCustomData& GetCustomData() { return customData; }
     const VokCustomData& GetCustomData() const { return customData; }
@@ -122,7 +133,10 @@ class VokObj : private boost::noncopyable {
     friend class VokObjLinkStore;
 
     void CheckNewChild(const VokObj* child) const;
-    void DeleteDescendants();
+    void DeleteDescendants() noexcept;
+    void CutIncomingLinks() noexcept;
+    void UnlinkIncoming(VokObjLink& link) noexcept;
+    bool IsHierarchy() const;
 
     VokTypeId typeId = 0;
     bool customDataActive = false;

@@ -6,6 +6,7 @@
 #include <string>
 
 class VokObj;
+class VokObjLink;
 class VokObjLinkStore;
 
 /// What becomes of a link.
@@ -16,7 +17,8 @@ enum class VokLinkState : std::uint32_t {
     Deferred = 3,  ///< the path leads into a document that is only referenced
 };
 
-/// Called when a link's target dies or an unresolved link is dropped. It ends the record by VokObjLinkStore::Remove.
+/// Called when a link's target dies or an unresolved link is dropped. It ends the record by
+/// VokObjLinkStore::Remove.
 using VokLinkRemoved = void (*)(VokObjLinkStore& store, VokObjLink& link, void* user);
 
 /// One record of the link store. Records stay where they are while they live; the store owns them.
@@ -39,37 +41,47 @@ class VokObjLink {
     VokObj* incomingAt = nullptr;  // whose list this stands in
 };
 
-/// What an object holds to refer to another object. Made with a path it is resolved in the second phase of a load;
-/// when its target dies it becomes invalid by itself. A moved handle takes its link along.
+/// What an object holds to refer to another object. Made with a path it is resolved in the second
+/// phase of a load; when its target dies it becomes invalid by itself. A moved handle takes its
+/// link along.
 class VokObjLinkHandle {
   public:
     explicit VokObjLinkHandle(VokObj* ownerObject);
-    VokObjLinkHandle(VokObj* ownerObject, std::string path, VokLinkRemoved removed = nullptr, void* user = nullptr);
-    /// A copy for another owner: the same target, or the same path when there is none yet.
-    VokObjLinkHandle(VokObj* ownerObject, const VokObjLinkHandle& other, VokLinkRemoved removed = nullptr,
+    VokObjLinkHandle(VokObj* ownerObject, std::string path, VokLinkRemoved removed = nullptr,
                      void* user = nullptr);
+    /// A copy for another owner: the same target, or the same path when there is none yet.
+    VokObjLinkHandle(VokObj* ownerObject, const VokObjLinkHandle& other,
+                     VokLinkRemoved removed = nullptr, void* user = nullptr);
     ~VokObjLinkHandle();
     VokObjLinkHandle(VokObjLinkHandle&& other) noexcept;
     VokObjLinkHandle& operator=(VokObjLinkHandle&& other) noexcept;
 
-    /// Replaces the link. A link that is held and has no target yet throws "objlink has valid iterator but no
-    /// target". A null `removed` means the handle's own: the record goes and the handle becomes invalid.
+    /// Replaces the link. A link that is held and has no target yet throws "objlink has valid
+    /// iterator but no target". A null `removed` means the handle's own: the record goes and the
+    /// handle becomes invalid.
     void SetTarget(VokObj* object, VokLinkRemoved removed = nullptr, void* user = nullptr);
     void SetTargetPath(std::string path, VokLinkRemoved removed = nullptr, void* user = nullptr);
 
-    /// Throws "VokObjLinkHandle has invalid iterator", or "VokObjLinkHandle has NULL target: " and the path.
+    /// Throws "VokObjLinkHandle has invalid iterator", or "VokObjLinkHandle has NULL target: " and
+    /// the path.
     VokObj* GetTarget() const;
     /// The target, or null where GetTarget would throw.
     VokObj* FindTarget() const;
-    /// Empty for an invalid handle; the path that was given while there is no target; else the target's path as it
-    /// is now, so that renames and moves show.
+    /// Empty for an invalid handle; the path that was given while there is no target; else the
+    /// target's path as it is now, so that renames and moves show.
     VokPath GetPath() const;
 
     bool IsValid() const { return link != nullptr; }
     bool HasTarget() const;
 
   private:
+    friend class VokObjLinkStore;
+
     void Release();
+    void Drop() noexcept;
+    void TakeOver(VokObjLinkHandle& other) noexcept;
+    /// The record is going with its store.
+    static void Forget(VokObjLink& link) noexcept;
     static void OnRemoved(VokObjLinkStore& store, VokObjLink& link, void* user);
 
     VokObjLink* link = nullptr;

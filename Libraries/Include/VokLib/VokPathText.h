@@ -2,7 +2,8 @@
 
 #include <string>
 
-/// Arithmetic on the text of file names. A slash and a backslash both separate; nothing needs to exist.
+/// Arithmetic on the text of file names. A slash and a backslash both separate; nothing needs to
+/// exist.
 namespace VokPathText {
 
 std::string MakeRelativePath(const std::string& path, const std::string& base);

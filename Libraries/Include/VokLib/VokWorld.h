@@ -12,10 +12,11 @@ class VokScene;
 inline constexpr const char* QelNamespaceRoot = "http://qel.example/ns";
 /// The default namespace of a current document.
 inline constexpr const char* QelCurrentNamespace = "http://qel.example/ns/qeli/1_28_1/qeli";
-inline constexpr const char* XmlSchemaInstanceNamespace = "http://www.w3.org/2001/XMLSchema-instance";
+inline constexpr const char* XmlSchemaInstanceNamespace =
+    "http://www.w3.org/2001/XMLSchema-instance";
 
-/// The root of a document. It owns a nameless scene, the hierarchy, from the start; nameless scenes of a document are
-/// merged into it.
+/// The root of a document. It owns a nameless scene, the hierarchy, from the start; nameless scenes
+/// of a document are merged into it.
 class VokWorld : public VokObj {
   public:
     static constexpr std::string_view kElementName = "QEL";
@@ -31,10 +32,13 @@ class VokWorld : public VokObj {
     /// 0: Y is up, 1: Z is up.
     int GetUpAxis() const { return upAxis; }
     void SetUpAxis(int axis) { upAxis = axis; }
-    /// The first nameless child that is exactly a scene; throws "No hierarchy present." without one.
+    /// The first nameless child that is exactly a scene; throws "No hierarchy present." without
+    /// one.
     VokScene* GetHierarchy() const;
     /// The xmlns declarations of the root as (prefix, URI), in document order.
-    const std::vector<std::pair<std::string, std::string>>& GetNamespaces() const { return namespaces; }
+    const std::vector<std::pair<std::string, std::string>>& GetNamespaces() const {
+        return namespaces;
+    }
     const std::vector<std::string>& GetSchemaLocations() const { return schemaLocations; }
 
     void ParseAttributes(VokParse& parse) override;
@@ -46,6 +50,8 @@ class VokWorld : public VokObj {
     bool IsA(VokTypeId type) const override;
 
   private:
+    void ReadSchemaLocations(const VokAttributes& attributes);
+
     std::string filename;
     std::vector<std::pair<std::string, std::string>> namespaces;
     std::vector<std::string> schemaLocations;

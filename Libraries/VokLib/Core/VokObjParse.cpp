@@ -1,0 +1,44 @@
+#include <VokLib/VokException.h>
+#include <VokLib/VokFactory.h>
+#include <VokLib/VokObj.h>
+#include <VokLib/VokParse.h>
+
+#include <memory>
+
+namespace {
+
+/// What becomes of an element that nobody knows: refused, or left out with everything in it.
+constexpr bool kRefuseUnknownTags = true;
+
+}  // namespace
+
+void VokObj::ParseAttributes(VokParse& parse) {
+    SetName(parse.GetAttributes().GetRequired("name"));
+}
+
+void VokObj::ParseStartTag(VokParse& parse) {
+    if (const VokFactory::Function make =
+            VokFactory::FindFactory(parse.GetTag(), parse.GetTagId())) {
+        std::unique_ptr<VokObj> made(make());
+        AddChild(made.get());
+        // Parented before it reads its attributes, so that failures can tell its place.
+        VokObj* child = made.release();
+        child->ParseAttributes(parse);
+        parse.PushNewObject(child);
+    } else if (customData.ParseStartTag(parse)) {
+        customDataActive = true;
+    } else if (kRefuseUnknownTags) {
+        ThrowVokException("Unknown tag \"" + std::string(parse.GetTag()) + "\"", this);
+    } else {
+        parse.Skip();
+    }
+}
+
+void VokObj::ParseData(VokParse& parse) {
+    if (customDataActive && !customData.ParseData(parse)) ThrowVokException("Unknown data", this);
+}
+
+void VokObj::ParseEndTag(VokParse& parse) {
+    if (customDataActive && !customData.ParseEndTag(parse))
+        ThrowVokException("Unexpected end", this);
+}
