@@ -6,6 +6,4 @@
 class VokScene : public VokElement<VokScene, VokNode> {
   public:
     static constexpr std::string_view kElementName = "scene";
-
-    void WriteAttributes(VokAttributes& attributes) const override;
 };

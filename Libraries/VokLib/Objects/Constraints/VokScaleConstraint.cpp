@@ -1,0 +1,14 @@
+#include <VokLib/VokScaleConstraint.h>
+
+#include <VokLib/VokFields.h>
+
+using namespace VokFields;
+
+std::span<const VokChildElement<VokScaleConstraint>> VokScaleConstraint::ChildElements() {
+    static constexpr VokChildElement<VokScaleConstraint> rows[] = {
+        {.name = "offset",
+         .data = ReadVector3<&VokScaleConstraint::offset>,
+         .write = WriteVector3<&VokScaleConstraint::offset>},
+    };
+    return rows;
+}

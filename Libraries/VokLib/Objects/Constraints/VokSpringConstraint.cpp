@@ -1,0 +1,20 @@
+#include <VokLib/VokSpringConstraint.h>
+
+#include <VokLib/VokFields.h>
+
+using namespace VokFields;
+
+std::span<const VokChildElement<VokSpringConstraint>> VokSpringConstraint::ChildElements() {
+    static constexpr VokChildElement<VokSpringConstraint> rows[] = {
+        {.name = "stiffness",
+         .data = ReadFloat<&VokSpringConstraint::stiffness>,
+         .write = WriteFloat<&VokSpringConstraint::stiffness>},
+        {.name = "restLength",
+         .data = ReadFloat<&VokSpringConstraint::restLength>,
+         .write = WriteFloat<&VokSpringConstraint::restLength>},
+        {.name = "damping",
+         .data = ReadFloat<&VokSpringConstraint::damping>,
+         .write = WriteFloat<&VokSpringConstraint::damping>},
+    };
+    return rows;
+}

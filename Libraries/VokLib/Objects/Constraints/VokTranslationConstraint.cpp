@@ -1,0 +1,15 @@
+#include <VokLib/VokTranslationConstraint.h>
+
+#include <VokLib/VokFields.h>
+
+using namespace VokFields;
+
+std::span<const VokChildElement<VokTranslationConstraint>>
+VokTranslationConstraint::ChildElements() {
+    static constexpr VokChildElement<VokTranslationConstraint> rows[] = {
+        {.name = "offset",
+         .data = ReadPosition<&VokTranslationConstraint::offset>,
+         .write = WriteVector3<&VokTranslationConstraint::offset>},
+    };
+    return rows;
+}
