@@ -7,9 +7,9 @@
 #include <string_view>
 #include <vector>
 
-/// The attributes of one element, for reading and for writing. An entry of the reader points straight at the
-/// parser's strings, valid until its callback returns, and owns nothing; entries made by Add and Set own copies.
-/// Texts are NUL-terminated, in the document's single-byte form.
+/// The attributes of one element, for reading and for writing. An entry of the reader points
+/// straight at the parser's strings, valid until its callback returns, and owns nothing; entries
+/// made by Add and Set own copies. Texts are NUL-terminated, in the document's single-byte form.
 class VokAttributes {
   public:
     VokAttributes() = default;
@@ -40,7 +40,8 @@ class VokAttributes {
     VokVector3 GetVector3(std::string_view name, const VokVector3& fallback) const;
     VokVector4 GetVector4(std::string_view name, const VokVector4& fallback) const;
     std::string GetString(std::string_view name, std::string_view fallback = {}) const;
-    /// The text of a required attribute; without it throws a QelTools Exception "Missing attribute in parse".
+    /// The text of a required attribute; without it throws a QelTools Exception "Missing attribute
+    /// in parse".
     std::string GetRequired(std::string_view name) const;
 
     // Building.

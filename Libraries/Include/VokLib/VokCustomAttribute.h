@@ -43,9 +43,11 @@ class VokCustomAttribute {
     bool isArray = false;
 };
 
-/// Type keywords and what makes their attributes, by the keyword's MakeTypeId: one registry for the process.
-using VokCustomAttributeFactory = std::unique_ptr<VokCustomAttribute> (*)(std::string name, std::string_view type,
-                                                                         bool isArray);
+/// Type keywords and what makes their attributes, by the keyword's MakeTypeId: one registry for the
+/// process.
+using VokCustomAttributeFactory = std::unique_ptr<VokCustomAttribute> (*)(std::string name,
+                                                                          std::string_view type,
+                                                                          bool isArray);
 /// A hash already present throws a VokException "Duplicate custom attribute factory".
 void RegisterCustomAttributeFactory(VokTypeId hash, VokCustomAttributeFactory factory);
 /// Throws "Attempt to deregister missing custom attribute factory." for a missing one.

@@ -17,7 +17,8 @@ class VokCustomData {
     VokCustomData(const VokCustomData& other);
     VokCustomData& operator=(const VokCustomData& other);
 
-    /// Called with each element that the object itself does not know. True when custom data takes it.
+    /// Called with each element that the object itself does not know. True when custom data takes
+    /// it.
     virtual bool ParseStartTag(VokParse& parse);
     virtual bool ParseData(VokParse& parse);
     virtual bool ParseEndTag(VokParse& parse);

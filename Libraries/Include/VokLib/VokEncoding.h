@@ -9,8 +9,8 @@ namespace VokEncoding {
 /// True when a byte has its high bit set.
 bool HasHighBytes(std::string_view text);
 
-/// Throws a QelTools Exception "Failed to convert libxml string to ISO-8859-1 form." for malformed UTF-8. A character
-/// beyond ISO-8859-1 becomes its decimal character reference, as the parser library's own output does.
+/// Throws a QelTools Exception "Failed to convert libxml string to ISO-8859-1 form." for malformed
+/// UTF-8 and for a character beyond ISO-8859-1, which the single-byte form cannot hold.
 std::string ToLatin1(std::string_view utf8);
 
 std::string ToUtf8(std::string_view latin1);

@@ -9,9 +9,10 @@
 #include <utility>
 #include <vector>
 
-/// Writes a document: a stream of tags, numbers and text with one rule of layout. An opening tag behind a tag stands
-/// on a new line, text and numbers follow the opening tag directly, numbers in a row are parted by one blank; nothing
-/// is indented. Errors of the stream are the owner's to look at. How a float is written belongs to the concrete class.
+/// Writes a document: a stream of tags, numbers and text with one rule of layout. An opening tag
+/// behind a tag stands on a new line, text and numbers follow the opening tag directly, numbers in
+/// a row are parted by one blank; nothing is indented. Errors of the stream are the owner's to look
+/// at. How a float is written belongs to the concrete class.
 class VokFile {
   public:
     explicit VokFile(std::ostream& out);
@@ -42,13 +43,17 @@ class VokFile {
     void WriteIndexedFloats(const std::vector<std::pair<int, float>>& pairs);
 
   protected:
-    /// For a concrete WriteFloat: one blank when a number came before; marks a number as written last.
+    /// For a concrete WriteFloat: one blank when a number came before; marks a number as written
+    /// last.
     void WriteNumberText(std::string_view digits);
 
   private:
     enum class State { Opened = 1, Closed = 2, Number = 3, Text = 4, Raw = 5 };
     void StartTag(std::string_view name, const VokAttributes* attributes);
+    void FinishOpenTag(std::string_view name);
+    void NewLineBehindTag();
     void Put(std::string_view text);
+    void PutEscaped(std::string_view text, std::string_view special);
 
     State state = State::Raw;
     std::ostream& stream;

@@ -9,11 +9,13 @@
 #include <utility>
 #include <vector>
 
-/// The text of the current element and a cursor that typed reads move along it. The reader of documents collects the
-/// text; object types read it while ParseData runs. Missing tokens read as 0.
+/// The text of the current element and a cursor that typed reads move along it. The reader of
+/// documents collects the text; object types read it while ParseData runs. Missing tokens read as
+/// 0.
 ///
-/// A count in a document is a claim: ReadFloats and its like take memory for what the text holds. A count past the
-/// text pads with zeros out of a budget that grows with the document's size; a claim beyond it throws.
+/// A count in a document is a claim: ReadFloats and its like take memory for what the text holds. A
+/// count past the text pads with zeros out of a budget that grows with the document's size; a claim
+/// beyond it throws.
 class VokTextReader {
   public:
     VokTextReader();
@@ -38,8 +40,8 @@ class VokTextReader {
     float ReadFloat();
     int ReadInt();
     unsigned ReadUnsigned();
-    /// True when the rest of the text, blanks before it apart, is exactly "true" or "1": in a list only the last word
-    /// can be true.
+    /// True when the rest of the text, blanks before it apart, is exactly "true" or "1": in a list
+    /// only the last word can be true.
     bool ReadBool();
     VokVector2 ReadVector2();
     VokVector3 ReadVector3();
@@ -49,7 +51,8 @@ class VokTextReader {
     VokMatrix ReadMatrix();
     /// The three angles of `rotation`; its order stays.
     void ReadAngles(EulerRotation& rotation);
-    /// Makes `values` hold `count` floats from the text; the rest of a longer text is not read. A negative count is 0.
+    /// Makes `values` hold `count` floats from the text; the rest of a longer text is not read. A
+    /// negative count is 0.
     void ReadFloats(std::vector<float>& values, long long count);
     void ReadUnsigneds(std::vector<unsigned>& values, long long count);
     void ReadInts(std::vector<int>& values, long long count);
@@ -58,8 +61,8 @@ class VokTextReader {
     /// The rest of the text, blanks included, in the document's single-byte form.
     std::string ReadString();
 
-    /// Takes `count` values that no text holds out of the document's budget; throws a VokException when a document
-    /// claims more than its size allows.
+    /// Takes `count` values that no text holds out of the document's budget; throws a VokException
+    /// when a document claims more than its size allows.
     void ClaimPadding(std::size_t count);
 
   private:

@@ -1,0 +1,152 @@
+#include <VokLib/VokNumberText.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+#include <QelTools/AsciiText.h>
+
+namespace VokNumberText {
+
+namespace {
+
+using QelTools::Common::EqualsIgnoringCase;
+
+bool IsDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool IsHexDigit(char c) {
+    return IsDigit(c) || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
+
+/// White space as the C locale has it, which is more than what separates tokens.
+std::string_view SkipSpace(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+    return text;
+}
+
+bool TakeSign(std::string_view& text) {
+    if (text.empty() || (text[0] != '-' && text[0] != '+')) return false;
+    const bool negative = text[0] == '-';
+    text.remove_prefix(1);
+    return negative;
+}
+
+bool BeginsWithWord(std::string_view text, std::string_view word) {
+    return EqualsIgnoringCase(text.substr(0, word.size()), word);
+}
+
+/// "inf", "infinity" or "nan". A scanner takes the longest text that could still become a word and
+/// then looks whether it did: "infin" is nothing.
+bool ScanWord(std::string_view text, float& value) {
+    if (BeginsWithWord(text, "nan")) {
+        value = std::numeric_limits<float>::quiet_NaN();
+        return true;
+    }
+    if (!BeginsWithWord(text, "inf")) return false;
+    if (BeginsWithWord(text, "infi") && !BeginsWithWord(text, "infinity")) return false;
+    value = std::numeric_limits<float>::infinity();
+    return true;
+}
+
+/// What a number stands for that is no float: infinity when it is too large, zero when it is too
+/// small. Each digit is worth `digitWeight` of its exponent.
+float BeyondRange(std::string_view digits, std::int64_t digitWeight, char exponentLetter) {
+    constexpr std::int64_t kFar = std::int64_t{1} << 60;
+    const auto isDigit = [&](char c) { return digitWeight == 1 ? IsDigit(c) : IsHexDigit(c); };
+    std::int64_t magnitude = 0;
+    bool significant = false;
+    bool fraction = false;
+    std::size_t i = 0;
+    for (; i < digits.size(); ++i) {
+        const char c = digits[i];
+        if (c == '.' && !fraction) {
+            fraction = true;
+            continue;
+        }
+        if (!isDigit(c)) break;
+        significant = significant || c != '0';
+        if (significant && !fraction) magnitude += digitWeight;
+        if (!significant && fraction) magnitude -= digitWeight;
+    }
+    if (i + 1 < digits.size() && QelTools::Common::ToLowerAscii(digits[i]) == exponentLetter) {
+        std::string_view rest = digits.substr(i + 1);
+        const bool negative = TakeSign(rest);
+        std::int64_t exponent = 0;
+        for (std::size_t at = 0; at < rest.size() && IsDigit(rest[at]) && exponent < kFar / 16;
+             ++at)
+            exponent = exponent * 10 + (rest[at] - '0');
+        magnitude += negative ? -exponent : exponent;
+    }
+    return magnitude > 0 ? std::numeric_limits<float>::infinity() : 0.0f;
+}
+
+bool ScanDigits(std::string_view text, float& value) {
+    const bool isHex = BeginsWithWord(text, "0x");
+    if (isHex) text.remove_prefix(2);
+    const auto isDigitAt = [&](std::size_t at) {
+        return at < text.size() && (isHex ? IsHexDigit(text[at]) : IsDigit(text[at]));
+    };
+    if (!isDigitAt(0) && !(!text.empty() && text[0] == '.' && isDigitAt(1))) return false;
+
+    const auto result =
+        std::from_chars(text.data(), text.data() + text.size(), value,
+                        isHex ? std::chars_format::hex : std::chars_format::general);
+    if (result.ec == std::errc::result_out_of_range)
+        value = BeyondRange(text, isHex ? 4 : 1, isHex ? 'p' : 'e');
+    return true;
+}
+
+}  // namespace
+
+bool TryScanFloat(std::string_view text, float& value) {
+    text = SkipSpace(text);
+    const bool negative = TakeSign(text);
+    if (!ScanWord(text, value) && !ScanDigits(text, value)) return false;
+    if (negative) value = -value;
+    return true;
+}
+
+bool TryScanInt(std::string_view text, int& value) {
+    text = SkipSpace(text);
+    const bool negative = TakeSign(text);
+    if (text.empty() || !IsDigit(text[0])) return false;
+
+    const std::uint64_t limit =
+        static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max()) + (negative ? 1 : 0);
+    std::uint64_t magnitude = 0;
+    for (std::size_t i = 0; i < text.size() && IsDigit(text[i]); ++i) {
+        const auto digit = static_cast<std::uint64_t>(text[i] - '0');
+        magnitude = magnitude > (limit - digit) / 10 ? limit : magnitude * 10 + digit;
+    }
+    value = static_cast<int>(static_cast<std::uint32_t>(negative ? 0 - magnitude : magnitude));
+    return true;
+}
+
+float ScanFloat(std::string_view text) {
+    float value = 0;
+    return TryScanFloat(text, value) ? value : 0.0f;
+}
+
+int ScanInt(std::string_view text) {
+    int value = 0;
+    return TryScanInt(text, value) ? value : 0;
+}
+
+std::size_t CutTokens(const char* text, std::size_t wanted, const char** begins,
+                      const char** ends) {
+    std::size_t found = 0;
+    for (; found < wanted; ++found) {
+        while (IsBlank(*text)) ++text;
+        if (*text == '\0') break;
+        begins[found] = text;
+        while (*text != '\0' && !IsBlank(*text)) ++text;
+        ends[found] = text;
+    }
+    return found;
+}
+
+}  // namespace VokNumberText

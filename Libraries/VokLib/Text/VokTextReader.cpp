@@ -1,0 +1,236 @@
+#include <VokLib/VokTextReader.h>
+
+#include <QelTools/Exception.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+#include <VokLib/VokEncoding.h>
+#include <VokLib/VokException.h>
+#include <VokLib/VokLimits.h>
+#include <VokLib/VokNumberText.h>
+
+#include "Text/FloatRead.h"
+
+namespace {
+
+using VokNumberText::IsBlank;
+
+constexpr std::size_t kGrowthMargin = 2048;
+
+/// The first character of the next token, or `end`.
+const char* SkipBlanks(const char* p, const char* end) {
+    while (p != end && IsBlank(*p)) ++p;
+    return p;
+}
+
+const char* TokenEnd(const char* p, const char* end) {
+    while (p != end && !IsBlank(*p)) ++p;
+    return p;
+}
+
+// Each takes the token at `cursor`, which is not at the end of the text, and moves the cursor
+// behind it.
+
+float TakeFloat(const char*& cursor, const char* end) {
+    const float value = VokNumberText::Detail::ReadFloatAt(cursor, end);
+    cursor = TokenEnd(cursor, end);
+    return value;
+}
+
+int TakeInt(const char*& cursor, const char* end) {
+    const char* const begin = cursor;
+    cursor = TokenEnd(begin, end);
+    return VokNumberText::ScanInt({begin, static_cast<std::size_t>(cursor - begin)});
+}
+
+unsigned TakeUnsigned(const char*& cursor, const char* end) {
+    return static_cast<unsigned>(TakeInt(cursor, end));
+}
+
+/// Without memory for what was there before: the old values are of no use to a new reading.
+template <class T>
+void PrepareRoom(std::vector<T>& values, std::size_t count) {
+    values.clear();
+    if (values.capacity() >= count) return;
+    std::vector<T>().swap(values);
+    values.reserve(count);
+}
+
+}  // namespace
+
+VokTextReader::VokTextReader() : buffer(static_cast<char*>(std::malloc(1))), capacity(1) {
+    if (buffer == nullptr) throw std::bad_alloc();
+    buffer[0] = '\0';
+    cursor = buffer;
+}
+
+VokTextReader::~VokTextReader() {
+    std::free(buffer);
+}
+
+void VokTextReader::ClearText() {
+    length = 0;
+    buffer[0] = '\0';
+    cursor = buffer;
+}
+
+void VokTextReader::AppendText(const char* bytes, std::size_t count) {
+    if (length + count + 1 > capacity) {
+        // A share of what is there, so that a text of any length is copied a constant number of
+        // times.
+        const std::size_t wanted =
+            std::max(length + count + kGrowthMargin, capacity + capacity / 2);
+        char* const grown = static_cast<char*>(std::realloc(buffer, wanted));
+        if (grown == nullptr) throw std::bad_alloc();
+        cursor = grown + (cursor - buffer);
+        buffer = grown;
+        capacity = wanted;
+    }
+    if (count != 0) std::memcpy(buffer + length, bytes, count);
+    length += count;
+    buffer[length] = '\0';
+}
+
+void VokTextReader::CheckCursor() const {
+    if (cursor >= buffer + capacity)
+        QelTools::Common::ThrowException("Buffer pointer out of bounds");
+}
+
+float VokTextReader::ReadFloat() {
+    const char* const end = buffer + length;
+    cursor = SkipBlanks(cursor, end);
+    const float value = cursor == end ? 0.0f : TakeFloat(cursor, end);
+    CheckCursor();
+    return value;
+}
+
+int VokTextReader::ReadInt() {
+    const char* const end = buffer + length;
+    cursor = SkipBlanks(cursor, end);
+    const int value = cursor == end ? 0 : TakeInt(cursor, end);
+    CheckCursor();
+    return value;
+}
+
+unsigned VokTextReader::ReadUnsigned() {
+    return static_cast<unsigned>(ReadInt());
+}
+
+bool VokTextReader::ReadBool() {
+    const char* const end = buffer + length;
+    cursor = SkipBlanks(cursor, end);
+    // The text's end takes part in the comparison, so that even a blank behind the word makes it
+    // false.
+    const bool value = std::strcmp(cursor, "true") == 0 || std::strcmp(cursor, "1") == 0;
+    cursor = TokenEnd(cursor, end);
+    CheckCursor();
+    return value;
+}
+
+VokVector2 VokTextReader::ReadVector2() {
+    VokVector2 v;
+    v.x = ReadFloat();
+    v.y = ReadFloat();
+    return v;
+}
+
+VokVector3 VokTextReader::ReadVector3() {
+    VokVector3 v;
+    v.x = ReadFloat();
+    v.y = ReadFloat();
+    v.z = ReadFloat();
+    return v;
+}
+
+VokVector4 VokTextReader::ReadVector4() {
+    VokVector4 v;
+    v.x = ReadFloat();
+    v.y = ReadFloat();
+    v.z = ReadFloat();
+    v.w = ReadFloat();
+    return v;
+}
+
+VokVector4 VokTextReader::ReadVector3As4() {
+    const VokVector3 v = ReadVector3();
+    return {v.x, v.y, v.z, v.z};
+}
+
+VokMatrix VokTextReader::ReadMatrix() {
+    VokMatrix matrix;
+    for (auto& row : matrix.rows) {
+        const VokVector4 v = ReadVector4();
+        row = {v.x, v.y, v.z, v.w};
+    }
+    return matrix;
+}
+
+void VokTextReader::ReadAngles(EulerRotation& rotation) {
+    const VokVector3 angles = ReadVector3();
+    rotation.x = angles.x;
+    rotation.y = angles.y;
+    rotation.z = angles.z;
+}
+
+template <class T, class Read>
+void VokTextReader::ReadArray(std::vector<T>& values, long long count, Read read) {
+    const auto wanted = static_cast<std::size_t>(std::max(count, 0LL));
+    const char* const end = buffer + length;
+    // A token and the blank behind it take two characters at least.
+    PrepareRoom(values, std::min(wanted, (static_cast<std::size_t>(end - cursor) + 1) / 2));
+    const char* p = cursor;
+    while (values.size() < wanted && (p = SkipBlanks(p, end)) != end)
+        values.push_back(read(p, end));
+    cursor = p;
+    CheckCursor();
+    if (values.size() == wanted) return;
+    ClaimPadding(wanted - values.size());
+    values.reserve(wanted);
+    values.resize(wanted);
+}
+
+void VokTextReader::ReadFloats(std::vector<float>& values, long long count) {
+    ReadArray(values, count, TakeFloat);
+}
+
+void VokTextReader::ReadUnsigneds(std::vector<unsigned>& values, long long count) {
+    ReadArray(values, count, TakeUnsigned);
+}
+
+void VokTextReader::ReadInts(std::vector<int>& values, long long count) {
+    ReadArray(values, count, TakeInt);
+}
+
+void VokTextReader::ReadIndexedFloats(std::vector<std::pair<int, float>>& pairs) {
+    const auto wanted = static_cast<std::size_t>(std::max(ReadInt(), 0));
+    const char* const end = buffer + length;
+    PrepareRoom(pairs, std::min(wanted, (static_cast<std::size_t>(end - cursor) + 3) / 4));
+    while (pairs.size() < wanted && (cursor = SkipBlanks(cursor, end)) != end) {
+        const int index = ReadInt();
+        pairs.emplace_back(index, ReadFloat());
+    }
+    if (pairs.size() == wanted) return;
+    ClaimPadding(2 * (wanted - pairs.size()));
+    pairs.reserve(wanted);
+    pairs.resize(wanted);
+}
+
+std::string VokTextReader::ReadString() {
+    const char* const end = buffer + length;
+    const std::string_view rest(cursor, static_cast<std::size_t>(end - cursor));
+    cursor = end;
+    CheckCursor();
+    return VokEncoding::HasHighBytes(rest) ? VokEncoding::ToLatin1(rest) : std::string(rest);
+}
+
+void VokTextReader::ClaimPadding(std::size_t count) {
+    const std::size_t limit = VokLimits::kFreePaddedValues + documentBytes;
+    if (paddedValues > limit || count > limit - paddedValues)
+        ThrowVokException("Counts in the document announce values that its text does not hold: " +
+                          std::to_string(count) + " more after " + std::to_string(paddedValues) +
+                          ", the limit is " + std::to_string(limit) + ".");
+    paddedValues += count;
+}
