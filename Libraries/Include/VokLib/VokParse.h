@@ -13,12 +13,13 @@
 class VokObj;
 class VokWorld;
 
-/// Reads a document into a world: a stack machine over a push parser. The file streams through in blocks of one
-/// mebibyte; each start tag, text and end tag goes to the object on top of the stack. An old version goes through
-/// the format update where that is allowed; at the end paths become links and file names take the primary form.
+/// Reads a document into a world: a stack machine over a push parser. The file streams through in
+/// blocks of one mebibyte; each start tag, text and end tag goes to the object on top of the stack.
+/// An old version goes through the format update where that is allowed; at the end paths become
+/// links and file names take the primary form.
 ///
-/// Everything that fails throws and abandons the load; the world is then half filled and the owner discards it. One
-/// VokParse can read one document after another, on one thread.
+/// Everything that fails throws and abandons the load; the world is then half filled and the owner
+/// discards it. One VokParse can read one document after another, on one thread.
 class VokParse : public VokTextReader {
   public:
     static constexpr std::uint32_t kFirstBlock = 0x400;
@@ -33,7 +34,8 @@ class VokParse : public VokTextReader {
     /// Reads the file at `path` (as typed) into `world`, which should be new.
     void ParseFile(VokWorld& world, const std::string& path);
     /// One block of a document. `filename` may be null; with the first block it names the world.
-    void ParseBuffer(VokWorld& world, const char* bytes, std::size_t size, std::uint32_t stage, const char* filename);
+    void ParseBuffer(VokWorld& world, const char* bytes, std::size_t size, std::uint32_t stage,
+                     const char* filename);
 
     // For object types, while one of their parse operations runs.
 
@@ -41,10 +43,11 @@ class VokParse : public VokTextReader {
     std::string_view GetTag() const { return tag; }
     /// MakeTypeId of the tag, so that tables of names compare a number first.
     VokTypeId GetTagId() const { return tagId; }
-    /// The attributes of the current start tag; views into the parser's memory.
+    /// The attributes of the last start tag; they stay valid until the next one, its own end
+    /// included.
     const VokAttributes& GetAttributes() const { return attributes; }
-    /// Makes `object` the receiver of what stands inside the current element. A second one for the same start tag throws
-    /// "Attempt to push two new objects when reading start tag.".
+    /// Makes `object` the receiver of what stands inside the current element. A second one for the
+    /// same start tag throws "Attempt to push two new objects when reading start tag.".
     void PushNewObject(VokObj* object);
     VokObj* GetNewObject() const { return newObject; }
     /// Ignores the rest of the current element and everything in it.
@@ -52,7 +55,17 @@ class VokParse : public VokTextReader {
 
   private:
     friend class VokParseCallbacks;
+    friend class SkipEvents;
     struct Machine;
+
+    static void CheckFactories();
+    void BeginDocument(VokWorld& world, const char* bytes, std::size_t size, const char* filename);
+    void CheckVersion();
+    void FeedBlock(const char* bytes, std::size_t size, bool last, std::string_view documentName);
+    void FeedParser(const char* bytes, std::size_t size, bool last, std::string_view documentName);
+    void BuildParser(std::string_view documentName);
+    void EndSkip();
+    void Reset();
 
     std::string_view tag;
     VokTypeId tagId = 0;

@@ -1,0 +1,151 @@
+// Writes a large document, the same for the same arguments: GenerateDocument elements|numbers
+// MEGABYTES FILE
+//
+// elements: rigs of joints, deep and wide by turns, with custom data as an animator leaves it. The
+// first root holds 100 joints, so that the document can be baked; what stands beside it are further
+// roots. numbers: nodes that carry arrays of floats.
+
+#include <VokLib/VokNumberText.h>
+#include <VokLib/VokWorld.h>
+
+#include <cstdint>
+#include <cstdlib>
+#include <fstream>
+#include <iostream>
+#include <string>
+#include <string_view>
+
+namespace {
+
+/// The minimal standard generator of Park and Miller.
+class Random {
+  public:
+    std::uint32_t Next() {
+        state = state * 48271u % 2147483647u;
+        return static_cast<std::uint32_t>(state);
+    }
+    float Unit() { return static_cast<float>(Next()) / 2147483648.0f; }
+
+  private:
+    std::uint64_t state = 20011;
+};
+
+class Document {
+  public:
+    explicit Document(std::ostream& stream) : out(stream) {
+        Put("<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<QEL xmlns=\"");
+        Put(QelCurrentNamespace);
+        Put("\" filenameform=\"qelirelative\">\n<scene>\n");
+    }
+
+    void Put(std::string_view piece) { text += piece; }
+    void PutNumber(float value) {
+        char digits[VokNumberText::kMaxFloatText + 1];
+        text.append(digits, VokNumberText::FormatFloatTo(value, digits));
+    }
+    /// An element of three numbers between -size and size; `attributes` begins with a blank.
+    void PutVector(std::string_view name, std::string_view attributes, float size) {
+        Put("<");
+        Put(name);
+        Put(attributes);
+        Put(">");
+        for (int axis = 0; axis < 3; ++axis) {
+            if (axis != 0) Put(" ");
+            PutNumber((random.Unit() * 2 - 1) * size);
+        }
+        Put("</");
+        Put(name);
+        Put(">\n");
+    }
+    Random& GetRandom() { return random; }
+
+    /// True while the document is smaller than `bytes`.
+    bool IsBelow(std::size_t bytes) {
+        if (text.size() > (1u << 20)) Flush();
+        return written + text.size() < bytes;
+    }
+    void Finish() {
+        Put("</scene>\n</QEL>\n");
+        Flush();
+    }
+
+  private:
+    void Flush() {
+        out.write(text.data(), static_cast<std::streamsize>(text.size()));
+        written += text.size();
+        text.clear();
+    }
+
+    std::ostream& out;
+    std::string text;
+    std::size_t written = 0;
+    Random random;
+};
+
+void OpenJoint(Document& document, const std::string& name) {
+    document.Put("<joint name=\"" + name + "\">\n<freedoms channels=\"XYZ\" />\n");
+    document.PutVector("minrotation", " channels=\"XYZ\"", 1.5f);
+    document.PutVector("jointOrientEul", " rotOrd=\"xyz\"", 3.0f);
+    document.PutVector("translate", "", 10.0f);
+    document.PutVector("rotEul", " rotOrd=\"zxy\"", 3.0f);
+    document.Put("<customData>\n");
+    for (const char* channel : {"stretch", "twistShare"}) {
+        document.Put(std::string("<attribute name=\"") + channel +
+                     "\" type=\"float\" min=\"0.0\" max=\"1.0\" default=\"0.0\" value=\"");
+        document.PutNumber(document.GetRandom().Unit());
+        document.Put("\" />\n");
+    }
+    document.Put(
+        "<attribute name=\"notes\" type=\"string\">keep this one for the face "
+        "rig</attribute>\n</customData>\n");
+}
+
+/// Joints in chains under one root: chains as long as the rig, or many short ones.
+void PutRig(Document& document, int rig) {
+    constexpr int kJoints = 100;
+    const int chain = rig % 2 == 0 ? kJoints : 3;
+    const std::string prefix = "rig" + std::to_string(rig) + ":";
+    OpenJoint(document, prefix + "root");
+    int open = 0;
+    for (int joint = 1; joint < kJoints; ++joint) {
+        OpenJoint(document, prefix + "joint" + std::to_string(joint));
+        if (++open < chain) continue;
+        for (; open > 0; --open) document.Put("</joint>\n");
+    }
+    for (; open >= 0; --open) document.Put("</joint>\n");
+}
+
+void PutArrays(Document& document, int node) {
+    constexpr int kValues = 4096;
+    document.Put("<node name=\"cache" + std::to_string(node) + "\">\n<customData>\n");
+    document.Put("<attribute name=\"samples\" type=\"floatarray\" count=\"" +
+                 std::to_string(kValues) + "\">");
+    for (int i = 0; i < kValues; ++i) {
+        document.PutNumber((document.GetRandom().Unit() * 2 - 1) * 100);
+        document.Put(" ");
+    }
+    document.Put("</attribute>\n</customData>\n</node>\n");
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+    const std::string_view kind = count == 4 ? arguments[1] : "";
+    if (kind != "elements" && kind != "numbers") {
+        std::cerr << "GenerateDocument elements|numbers MEGABYTES FILE\n";
+        return 1;
+    }
+    const std::size_t bytes =
+        static_cast<std::size_t>(std::strtoul(arguments[2], nullptr, 10)) * 1000000;
+    std::ofstream file(arguments[3], std::ios::binary);
+    Document document(file);
+    PutRig(document, 0);
+    for (int i = 1; document.IsBelow(bytes); ++i) {
+        if (kind == "elements")
+            PutRig(document, i);
+        else
+            PutArrays(document, i);
+    }
+    document.Finish();
+    return file.flush() ? 0 : 1;
+}

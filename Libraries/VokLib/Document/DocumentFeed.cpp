@@ -1,0 +1,91 @@
+#include "Document/DocumentFeed.h"
+
+#include "Document/PushParser.h"
+
+#include <VokLib/VokException.h>
+
+#include <algorithm>
+
+namespace {
+
+// What is pushed at once stays in the processor's cache together with the parser's own copy of it.
+constexpr std::size_t kPieceBytes = 64u << 10;
+
+}  // namespace
+
+int DocumentFeed::Feed(const char* bytes, std::size_t size, bool last) {
+    if (!begun) {
+        begun = true;
+        if (const int code = Begin(bytes, size)) return code;
+    }
+    for (std::size_t at = 0;; at += kPieceBytes) {
+        const std::size_t piece = std::min(size - at, kPieceBytes);
+        const bool isEnd = at + piece == size;
+        const int code = FeedPiece(bytes + at, piece, last && isEnd);
+        if (code != 0 || isEnd) return code;
+    }
+}
+
+int DocumentFeed::Begin(const char* bytes, std::size_t size) {
+    encoding = DetectEncoding({bytes, size});
+    if (encoding.isLatin1) parser.IgnoreDeclaredEncoding();
+    if (encoding.isReadable) return 0;
+    // The parser judges the declaration first: it knows which encodings do not exist.
+    if (const int code = parser.Push(bytes, encoding.declarationEnd, false)) return code;
+    ThrowVokException("The encoding \"" + encoding.declared + "\" of \"" + documentName +
+                      "\" is not supported.");
+}
+
+int DocumentFeed::FeedPiece(const char* bytes, std::size_t size, bool last) {
+    std::size_t complete = Scan(bytes, size);
+    const std::string* const exceeded = scanner.GetExceeded();
+    if (exceeded != nullptr)
+        last = false;
+    else if (last)
+        complete = size;
+
+    int code = 0;
+    if (held.empty()) {
+        if (complete != 0 || last) code = Push(bytes, complete, last);
+    } else if (complete != 0 || last) {
+        held.append(bytes, complete);
+        code = Push(held.data(), held.size(), last);
+        held.clear();
+    }
+    if (code != 0) return code;
+    if (exceeded != nullptr) parser.FailBehindInput(*exceeded);
+    held.append(bytes + complete, size - complete);
+    return 0;
+}
+
+/// As MarkupScanner::Scan, in bytes of the document's encoding.
+std::size_t DocumentFeed::Scan(const char* bytes, std::size_t size) {
+    if (encoding.unit == 1) return scanner.Scan(bytes, size);
+    const std::size_t before = unitBytes;
+    narrow.clear();
+    for (std::size_t i = 0; i < size; ++i) {
+        const char byte = bytes[i];
+        // A character that is not ASCII has other bytes too; it begins and ends no markup, so any
+        // other stands for it.
+        if (unitBytes == encoding.significantByte)
+            unitByte = unitIsAscii ? byte : kOtherCharacter;
+        else if (byte != 0) {
+            unitIsAscii = false;
+            unitByte = kOtherCharacter;
+        }
+        if (++unitBytes < encoding.unit) continue;
+        narrow.push_back(unitByte);
+        unitBytes = 0;
+        unitIsAscii = true;
+    }
+    const std::size_t complete = scanner.Scan(narrow.data(), narrow.size());
+    if (complete == narrow.size()) return size;
+    return complete * encoding.unit > before ? complete * encoding.unit - before : 0;
+}
+
+int DocumentFeed::Push(const char* bytes, std::size_t size, bool last) {
+    if (!encoding.isLatin1 || IsAscii(bytes, size)) return parser.Push(bytes, size, last);
+    converted.clear();
+    AppendLatin1AsUtf8(converted, bytes, size);
+    return parser.Push(converted.data(), converted.size(), last);
+}

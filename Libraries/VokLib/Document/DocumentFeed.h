@@ -1,0 +1,43 @@
+#pragma once
+
+#include "Document/DocumentEncoding.h"
+#include "Document/MarkupScanner.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class PushParser;
+
+/// Between the blocks of one document and its parser: keeps the limits, cuts the blocks between
+/// pieces of markup, and spares the parser the conversion of declared ISO-8859-1 where a block
+/// holds nothing but ASCII. The events, the error codes, lines and columns are those of the parser
+/// alone.
+class DocumentFeed {
+  public:
+    DocumentFeed(PushParser& target, std::string_view name) : parser(target), documentName(name) {}
+
+    /// Returns the parser's error code, 0 for none. Throws a VokException for a limit, and whatever
+    /// an event threw. An event may stop the parser; what is left is not fed then.
+    int Feed(const char* bytes, std::size_t size, bool last);
+
+  private:
+    static constexpr char kOtherCharacter = '.';
+    int Begin(const char* bytes, std::size_t size);
+    int FeedPiece(const char* bytes, std::size_t size, bool last);
+    std::size_t Scan(const char* bytes, std::size_t size);
+    int Push(const char* bytes, std::size_t size, bool last);
+
+    PushParser& parser;
+    std::string documentName;
+    DocumentEncoding encoding;
+    MarkupScanner scanner;
+    std::string held;       // markup that the last block left incomplete
+    std::string converted;  // UTF-8 of a piece that is not plain ASCII
+    std::vector<char> narrow;
+    std::size_t unitBytes = 0;  // of an incomplete wide character at the end of the last piece
+    char unitByte = 0;
+    bool unitIsAscii = true;
+    bool begun = false;
+};

@@ -1,0 +1,39 @@
+#include <VokLib/VokException.h>
+#include <VokLib/VokParse.h>
+
+#include <cstdio>
+#include <memory>
+
+namespace {
+
+constexpr std::size_t kBlockBytes = 0x100000;
+
+struct CloseFile {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+}  // namespace
+
+void VokParse::ParseFile(VokWorld& world, const std::string& path) {
+    CheckFactories();
+    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
+    if (file == nullptr) ThrowVokException("File open error: \"" + path + "\"");
+    // Blocks are read straight into the buffer below.
+    std::setvbuf(file.get(), nullptr, _IONBF, 0);
+
+    const auto block = std::make_unique_for_overwrite<char[]>(kBlockBytes);
+    std::uint32_t stage = kFirstBlock;
+    std::size_t total = 0;
+    do {
+        const std::size_t count = std::fread(block.get(), 1, kBlockBytes, file.get());
+        // A folder opens on some systems and fails here.
+        if (std::ferror(file.get()) != 0)
+            ThrowVokException((total + count == 0 ? "File open error: \"" : "File read error: \"") +
+                              path + "\"");
+        total += count;
+        if (count < kBlockBytes) stage |= kLastBlock;
+        ParseBuffer(world, block.get(), count, stage, path.c_str());
+        stage &= ~kFirstBlock;
+    } while (stage == 0);
+    if (total == 0) ThrowVokException("Empty input qeli file: \"" + path + "\"");
+}

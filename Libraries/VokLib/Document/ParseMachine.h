@@ -1,0 +1,34 @@
+#pragma once
+
+#include "Document/DocumentFeed.h"
+#include "Document/ParseCallbacks.h"
+#include "Document/PushParser.h"
+
+#include <VokLib/VokParse.h>
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// What the reader keeps between the blocks of a document.
+struct VokParse::Machine {
+    enum class UpdateState {
+        Current,     ///< the document is in the current version
+        Compatible,  ///< in an old one that can be read as it stands
+        Outdated,    ///< in an old one that has to be updated first
+    };
+
+    explicit Machine(VokParse& reader) : callbacks(reader), skip(reader) {}
+
+    VokParseCallbacks callbacks;
+    SkipEvents skip;
+    std::unique_ptr<PushParser> parser;  // null between documents
+    std::unique_ptr<DocumentFeed> feed;
+    VokWorld* world = nullptr;
+    bool allowUpdate = false;
+    UpdateState updateState = UpdateState::Current;
+    std::vector<char> updateBuffer;  // the raw document, when it has to be updated
+    std::string version;             // the default namespace of the document
+    std::size_t bytesRead = 0;
+};

@@ -1,0 +1,116 @@
+#include "Document/PushParser.h"
+
+#include <VokLib/VokException.h>
+#include <VokLib/VokLimits.h>
+
+#include <libxml/parser.h>
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+/// What the parser calls. Exceptions do not travel through its C frames: the first one is kept and
+/// the parser stopped.
+struct PushParser::Callbacks {
+    template <class Event>
+    static void Guard(PushParser& parser, Event event) {
+        if (parser.failure) return;
+        try {
+            event();
+        } catch (...) {
+            parser.failure = std::current_exception();
+            parser.Stop();
+        }
+    }
+
+    static void Start(void* user, const xmlChar* name, const xmlChar** attributes) {
+        PushParser& parser = *static_cast<PushParser*>(user);
+        Guard(parser, [&] {
+            parser.CheckStart();
+            parser.events->StartElement(reinterpret_cast<const char*>(name),
+                                        reinterpret_cast<const char**>(attributes));
+        });
+    }
+
+    static void End(void* user, const xmlChar* name) {
+        PushParser& parser = *static_cast<PushParser*>(user);
+        Guard(parser, [&] {
+            --parser.depth;
+            parser.events->EndElement(reinterpret_cast<const char*>(name));
+        });
+    }
+
+    static void Characters(void* user, const xmlChar* bytes, int length) {
+        PushParser& parser = *static_cast<PushParser*>(user);
+        Guard(parser, [&] {
+            parser.events->Characters(reinterpret_cast<const char*>(bytes),
+                                      static_cast<std::size_t>(length));
+        });
+    }
+};
+
+PushParser::PushParser(ParserEvents& receiver, std::string_view name, bool refuseExternalSubset)
+    : events(&receiver),
+      documentName(name),
+      refusesExternalSubset(refuseExternalSubset),
+      context(nullptr, xmlFreeParserCtxt) {
+    const auto handlers = std::make_unique<xmlSAXHandler>();
+    handlers->startElement = Callbacks::Start;
+    handlers->endElement = Callbacks::End;
+    handlers->characters = Callbacks::Characters;
+    context.reset(xmlCreatePushParserCtxt(handlers.get(), this, nullptr, 0, nullptr));
+    if (context == nullptr) throw std::bad_alloc();
+}
+
+PushParser::~PushParser() = default;
+
+void PushParser::IgnoreDeclaredEncoding() {
+    context->options |= XML_PARSE_IGNORE_ENC;
+}
+
+void PushParser::Stop() {
+    xmlStopParser(context.get());
+}
+
+int PushParser::Push(const char* bytes, std::size_t size, bool last) {
+    const int code = xmlParseChunk(context.get(), bytes, static_cast<int>(size), last ? 1 : 0);
+    if (failure) std::rethrow_exception(std::exchange(failure, nullptr));
+    return code;
+}
+
+int PushParser::GetLine() const {
+    return context->input != nullptr ? context->input->line : 0;
+}
+
+int PushParser::GetColumn() const {
+    return context->input != nullptr ? context->input->col : 0;
+}
+
+void PushParser::CheckStart() {
+    if (depth == VokLimits::kMaxElementDepth)
+        Fail("more than " + std::to_string(VokLimits::kMaxElementDepth) + " nested elements",
+             GetLine(), GetColumn());
+    if (depth == 0 && refusesExternalSubset && context->hasExternalSubset != 0) {
+        ThrowVokException("The document type of \"" + documentName +
+                          "\" names an external file; external files are not read.");
+    }
+    ++depth;
+}
+
+void PushParser::FailBehindInput(const std::string& text) const {
+    int line = GetLine();
+    int column = GetColumn();
+    // The parser holds back what it cannot decide on yet.
+    if (context->input != nullptr) {
+        for (const xmlChar* unread = context->input->cur; unread < context->input->end; ++unread) {
+            line += *unread == '\n' ? 1 : 0;
+            column = *unread == '\n' ? 1 : column + 1;
+        }
+    }
+    Fail(text, line, column);
+}
+
+void PushParser::Fail(const std::string& text, int line, int column) const {
+    ThrowVokException("Document limit exceeded: " + text + " in \"" + documentName + "\" Line " +
+                      std::to_string(line) + " Column " + std::to_string(column));
+}

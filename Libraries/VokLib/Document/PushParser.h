@@ -1,0 +1,53 @@
+#pragma once
+
+#include "Document/ParserEvents.h"
+
+#include <cstddef>
+#include <exception>
+#include <memory>
+#include <string>
+#include <string_view>
+
+struct _xmlParserCtxt;
+
+/// The push parser of libxml2 in its first SAX form. All handlers but three are null and the
+/// parser's user data is not its own context, so that declared entities are neither kept nor
+/// expanded and nothing outside the text is opened.
+class PushParser {
+  public:
+    /// `name` is the document's, for messages. With `refuseExternalSubset` a document type that
+    /// names a file of its own ends the parse at the root element; the entities of such a document
+    /// would vanish without an error.
+    PushParser(ParserEvents& receiver, std::string_view name, bool refuseExternalSubset);
+    ~PushParser();
+    PushParser(const PushParser&) = delete;
+    PushParser& operator=(const PushParser&) = delete;
+
+    /// May be called while an event is being received.
+    void SetEvents(ParserEvents& receiver) { events = &receiver; }
+    /// Before the first bytes: they are UTF-8, whatever the XML declaration says.
+    void IgnoreDeclaredEncoding();
+    /// Ends the parse from within an event; what was pushed already counts as an error then.
+    void Stop();
+
+    /// Returns libxml2's error code, 0 for none. What an event threw, or a limit on nesting, goes
+    /// before any error.
+    int Push(const char* bytes, std::size_t size, bool last);
+
+    int GetLine() const;
+    int GetColumn() const;
+    /// Throws a VokException that tells the limit and the place behind everything that was pushed.
+    [[noreturn]] void FailBehindInput(const std::string& text) const;
+
+  private:
+    struct Callbacks;
+    [[noreturn]] void Fail(const std::string& text, int line, int column) const;
+    void CheckStart();
+
+    ParserEvents* events;
+    std::string documentName;
+    bool refusesExternalSubset;
+    std::size_t depth = 0;
+    std::exception_ptr failure;
+    std::unique_ptr<_xmlParserCtxt, void (*)(_xmlParserCtxt*)> context;
+};

@@ -1,0 +1,38 @@
+#include "Document/UnresolvedLinks.h"
+
+#include <VokLib/VokException.h>
+#include <VokLib/VokObjLinkStore.h>
+#include <VokLib/VokWorld.h>
+
+#include <algorithm>
+#include <iostream>
+#include <set>
+
+namespace {
+
+/// The versions whose exporters did not check links.
+bool HasLooseLinks(const std::string& version) {
+    static constexpr const char* kVersions[] = {"1_0_3", "1_0_4", "1_0_5",
+                                                "1_0_7", "1_2_0", "1_2_1"};
+    return std::any_of(std::begin(kVersions), std::end(kVersions), [&](const char* number) {
+        return version == std::string(QelNamespaceRoot) + "/qeli/" + number + "/qeli";
+    });
+}
+
+}  // namespace
+
+void ResolveDocumentLinks(VokWorld& world, const std::string& outdatedVersion) {
+    VokObjLinkStore& store = VokObjLinkStore::Get();
+    std::set<std::string> unresolved;
+    if (store.ResolveLinks(&world, &unresolved, false) == 0) return;
+    if (!HasLooseLinks(outdatedVersion)) ThrowVokException("Unresolved VokObjLinks");
+
+    const std::string rule(65, '-');
+    std::cerr << rule << '\n'
+              << "Warning: The automatic update process found links within the file\n"
+              << "         that would be invalid in a newer, stricter qeli version.\n"
+              << "         These links have been removed.\n"
+              << rule << '\n';
+    for (const std::string& link : unresolved) std::cerr << "Unresolved link: " << link << '\n';
+    store.RemoveUnresolved();
+}

@@ -1,0 +1,183 @@
+#include <VokLib/VokParse.h>
+
+#include "Document/BlockStreamBuffer.h"
+#include "Document/ParseMachine.h"
+#include "Document/UnresolvedLinks.h"
+#include "Document/UpdateBuffer.h"
+#include "Document/VersionSniffer.h"
+
+#include <Platform/Paths.h>
+#include <QelTools/Exception.h>
+#include <VokLib/VokDependencies.h>
+#include <VokLib/VokException.h>
+#include <VokLib/VokFactory.h>
+#include <VokLib/VokFilenameTranslator.h>
+#include <VokLib/VokPathText.h>
+#include <VokLib/VokUpdate.h>
+#include <VokLib/VokWorld.h>
+
+#include <libxml/parser.h>
+
+#include <ostream>
+
+namespace {
+
+std::string MakeAbsolute(const std::string& filename) {
+    std::string base = Platform::CurrentDirectory().value_or(std::string());
+    if (base.empty() || (base.back() != '\\' && base.back() != '/')) base += '\\';
+    return VokPathText::TidyAbsolutePath(filename, base);
+}
+
+/// File names in a loaded tree are in the primary form.
+void TakePrimaryForm(VokWorld& world) {
+    const std::string form = world.GetFilenameForm();
+    if (form == GetFormString(GetPrimaryTranslator())) return;
+    VokUpdateDependencesUsingTranslators update(form);
+    RewriteDependencies(world, update);
+}
+
+}  // namespace
+
+VokParse::VokParse() : machine(std::make_unique<Machine>(*this)) {
+    xmlSubstituteEntitiesDefault(1);
+}
+
+VokParse::~VokParse() = default;
+
+void VokParse::SetAllowUpdate(bool allow) {
+    machine->allowUpdate = allow;
+}
+
+void VokParse::ParseBuffer(VokWorld& world, const char* bytes, std::size_t size,
+                           std::uint32_t stage, const char* filename) {
+    if ((stage & ~(kFirstBlock | kLastBlock)) != 0)
+        QelTools::Common::ThrowException("Invalid buffer stage parameter.");
+    CheckFactories();
+    const std::string_view documentName = filename != nullptr ? filename : "";
+    const bool last = (stage & kLastBlock) != 0;
+    try {
+        if ((stage & kFirstBlock) != 0) {
+            BeginDocument(world, bytes, size, filename);
+            CheckVersion();
+        }
+        if (machine->version.empty())
+            QelTools::Common::ThrowException(
+                "Failed to extract version information from .qeli file.");
+        FeedBlock(bytes, size, last, documentName);
+        if (!last) return;
+        const bool isCurrent = machine->updateState == Machine::UpdateState::Current;
+        ResolveDocumentLinks(*machine->world, isCurrent ? std::string() : machine->version);
+        TakePrimaryForm(*machine->world);
+    } catch (...) {
+        Reset();
+        throw;
+    }
+    Reset();
+}
+
+void VokParse::CheckFactories() {
+    if (VokFactory::FactoryCount() != 0) return;
+    ThrowVokException(
+        "Attempt to parse without registering any factories. Tools must initialise VokLib before "
+        "parsing.");
+}
+
+void VokParse::BeginDocument(VokWorld& world, const char* bytes, std::size_t size,
+                             const char* filename) {
+    const std::string_view documentName = filename != nullptr ? filename : "";
+    Reset();
+    machine->version = SniffVersion(bytes, size, documentName);
+    BuildParser(documentName);
+    machine->world = &world;
+    machine->callbacks.SetWorld(&world);
+    if (filename != nullptr) world.SetFilename(MakeAbsolute(filename));
+}
+
+void VokParse::CheckVersion() {
+    if (machine->version == QelCurrentNamespace) return;
+    machine->updateState = Machine::UpdateState::Compatible;
+    if (!machine->allowUpdate) {
+        QelTools::Common::ThrowException(
+            std::string(
+                ".qeli instance is not the correct version. Expected version namespace of \"") +
+            QelCurrentNamespace + "\" but got \"" + machine->version + "\".");
+    }
+    if (!VokUpdate::Get().IsCompatible(machine->version))
+        machine->updateState = Machine::UpdateState::Outdated;
+}
+
+void VokParse::FeedBlock(const char* bytes, std::size_t size, bool last,
+                         std::string_view documentName) {
+    if (machine->updateState != Machine::UpdateState::Outdated) {
+        FeedParser(bytes, size, last, documentName);
+        return;
+    }
+    machine->updateBuffer.insert(machine->updateBuffer.end(), bytes, bytes + size);
+    if (!last) return;
+
+    CBlockStreamBuffer blocks;
+    std::ostream out(&blocks);
+    CUpdateBuffer input(machine->updateBuffer);
+    VokUpdate::Get().Update(out, input, machine->version);
+    BuildParser(documentName);
+    if (blocks.GetBlockCount() == 0) FeedParser(bytes, size, last, documentName);
+    for (; blocks.GetBlockCount() != 0; blocks.PopFront()) {
+        const CBlockStreamBuffer::Block& block = blocks.GetBlock(0);
+        FeedParser(block.data, block.used, blocks.GetBlockCount() == 1, documentName);
+    }
+}
+
+void VokParse::FeedParser(const char* bytes, std::size_t size, bool last,
+                          std::string_view documentName) {
+    machine->bytesRead += size;
+    SetDocumentBytes(machine->bytesRead);
+    const int code = machine->feed->Feed(bytes, size, last);
+    if (code == 0) return;
+    ThrowVokException("Libxml2 parse error: " + std::to_string(code) + " in \"" +
+                      std::string(documentName) + "\" Line " +
+                      std::to_string(machine->parser->GetLine()) + " Column " +
+                      std::to_string(machine->parser->GetColumn()));
+}
+
+void VokParse::BuildParser(std::string_view documentName) {
+    machine->feed.reset();
+    machine->parser = std::make_unique<PushParser>(machine->callbacks, documentName, true);
+    machine->feed = std::make_unique<DocumentFeed>(*machine->parser, documentName);
+    machine->bytesRead = 0;
+}
+
+void VokParse::Reset() {
+    Machine& state = *machine;
+    state.callbacks.Clear();
+    state.feed.reset();
+    state.parser.reset();
+    state.world = nullptr;
+    state.version.clear();
+    state.updateState = Machine::UpdateState::Current;
+    std::vector<char>().swap(state.updateBuffer);
+    tag = {};
+    tagId = 0;
+    attributes.Clear();
+    newObject = nullptr;
+    ClearText();
+    ResetPadding();
+}
+
+void VokParse::PushNewObject(VokObj* object) {
+    if (newObject != nullptr)
+        ThrowVokException("Attempt to push two new objects when reading start tag.");
+    newObject = object;
+}
+
+void VokParse::Skip() {
+    if (machine->parser == nullptr) QelTools::Common::ThrowException("No parser");
+    machine->skip.Begin();
+    machine->callbacks.SetSkipping(true);
+    machine->parser->SetEvents(machine->skip);
+}
+
+void VokParse::EndSkip() {
+    if (machine->parser == nullptr) QelTools::Common::ThrowException("No parser");
+    machine->callbacks.SetSkipping(false);
+    machine->parser->SetEvents(machine->callbacks);
+}
