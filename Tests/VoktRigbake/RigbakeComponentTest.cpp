@@ -1,0 +1,184 @@
+#include "RigbakeTestTools.h"
+#include "SkeletonFileReader.h"
+
+#include <VokLib/VokException.h>
+#include <VoktFramework/VoktAtomBiff.h>
+#include <VoktFramework/VoktAtomJointList.h>
+#include <VoktFramework/VoktAtomVokWorld.h>
+#include <VoktFramework/VoktCommandLineSyntax.h>
+#include <VoktFramework/VoktErrorHandler.h>
+#include <VoktFramework/VoktUniverse.h>
+#include <VoktRigbake/VoktFindRootJoints.h>
+#include <VoktRigbake/VoktRigbake.h>
+#include <VoktRigbake/WriteSkeleton.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+namespace {
+
+constexpr const char* kJoint = R"(<scene><joint name="hips"/></scene>)";
+
+std::string FlatSkeleton(int jointCount) {
+    std::string body = "<scene><joint name=\"root\">";
+    for (int i = 1; i < jointCount; ++i) body += "<joint name=\"j" + std::to_string(i) + "\"/>";
+    return body + "</joint></scene>";
+}
+
+class RigbakeComponent : public testing::Test {
+  protected:
+    ~RigbakeComponent() noexcept override = default;
+
+    void AddWorld(std::string_view body) {
+        auto atom = std::make_unique<VoktAtomVokWorld>();
+        ParseDocument(atom->world, body);
+        universe.Add(std::move(atom), "world");
+    }
+
+    void AddWorldAndRoots(std::string_view body) {
+        AddWorld(body);
+        VoktFindRootJoints(nullptr).Process(universe);
+    }
+
+    /// The report lines after the stage failed with a VoktError.
+    std::string ReportOf(VoktRigbake& failing) {
+        try {
+            failing.Process(universe);
+            ADD_FAILURE() << "nothing was thrown";
+        } catch (const VoktError& error) {
+            errors.Add(error);
+        }
+        std::ostringstream stream;
+        errors.Print(stream);
+        return stream.str();
+    }
+
+    VoktAtomBiff* Skeleton() const { return universe.FetchByTypeAndName<VoktAtomBiff>("skeleton"); }
+
+    TestServices services;
+    VoktErrorHandler errors;
+    VoktUniverse universe;
+    VoktRigbake stage{nullptr, kSkeletonForAnimation};
+};
+
+}  // namespace
+
+TEST_F(RigbakeComponent, LeavesTheFileInTheUniverse) {
+    AddWorldAndRoots(kJoint);
+    stage.Process(universe);
+    ASSERT_NE(Skeleton(), nullptr);
+    const SkeletonFileReader file(WriteBytes(Skeleton()->block, 0), false);
+    EXPECT_EQ(file.jointCount, 1u);
+    EXPECT_EQ(file.procedural, 0u);
+    EXPECT_EQ(file.proceduralEnd, 0u);
+}
+
+TEST_F(RigbakeComponent, MissingRootsAreAnInternalFault) {
+    AddWorld(kJoint);
+    EXPECT_EQ(ThrownText([this] { stage.Process(universe); }),
+              "VoktRigbake couldn't find root joints atom");
+    EXPECT_EQ(Skeleton(), nullptr);
+}
+
+TEST_F(RigbakeComponent, MissingWorldIsReportedFirst) {
+    EXPECT_EQ(ThrownText([this] { stage.Process(universe); }), "Couldn't find a world");
+}
+
+TEST_F(RigbakeComponent, SceneWithoutJointsIsError1100) {
+    AddWorldAndRoots("<scene/>");
+    EXPECT_EQ(ReportOf(stage), "Error: 1100 No skeleton found\n");
+    ASSERT_NE(Skeleton(), nullptr);
+    EXPECT_TRUE(Skeleton()->block.items.empty());
+}
+
+TEST_F(RigbakeComponent, SkeletonAtomStandsEvenAfterAFailure) {
+    AddWorldAndRoots(R"(<scene><joint name="a"><joint name="A"/></joint></scene>)");
+    EXPECT_EQ(ThrownText([this] { stage.Process(universe); }),
+              "ERROR: Duplicate joint name found in skeleton ('a')");
+    EXPECT_NE(Skeleton(), nullptr);
+}
+
+TEST_F(RigbakeComponent, LimitOfJointsHoldsForAnimationAlone) {
+    AddWorldAndRoots(FlatSkeleton(129));
+    EXPECT_EQ(ThrownText([this] { stage.Process(universe); }),
+              "Can only handle 128 items in a skeleton used for animation. This skeleton has 129.");
+    VoktRigbake unlimited(nullptr, 0);
+    EXPECT_NO_THROW(unlimited.Process(universe));
+}
+
+TEST_F(RigbakeComponent, DefaultsAreDrivenKeysWithoutConstraints) {
+    EXPECT_TRUE(stage.OutputsDrivenKeys());
+    EXPECT_FALSE(stage.OutputsJointConstraints());
+    EXPECT_FALSE(stage.IsDebuggingDependencies());
+}
+
+TEST_F(RigbakeComponent, OnlyZeroAndFalseAreFalse) {
+    for (const char* off : {"0", "false"}) {
+        stage.SetFlag("-outputDrivenKeys", "true");
+        stage.SetFlag("-outputJointConstraints", "true");
+        stage.SetFlag("-outputDrivenKeys", off);
+        stage.SetFlag("-outputJointConstraints", off);
+        EXPECT_FALSE(stage.OutputsDrivenKeys());
+        EXPECT_FALSE(stage.OutputsJointConstraints());
+    }
+    for (const char* on : {"no", "False", "FALSE", "00", "", "1"}) {
+        stage.SetFlag("-outputDrivenKeys", "0");
+        stage.SetFlag("-outputJointConstraints", "0");
+        stage.SetFlag("-outputDrivenKeys", on);
+        stage.SetFlag("-outputJointConstraints", on);
+        EXPECT_TRUE(stage.OutputsDrivenKeys());
+        EXPECT_TRUE(stage.OutputsJointConstraints());
+    }
+}
+
+TEST_F(RigbakeComponent, UnknownFlagIsError200) {
+    try {
+        stage.SetFlag("-vs", "");
+        FAIL() << "nothing was thrown";
+    } catch (const VoktError& error) {
+        EXPECT_EQ(error.GetId(), 200);
+        EXPECT_EQ(error.GetCauseMessage(), "-vs");
+    }
+}
+
+TEST_F(RigbakeComponent, FlagsAreReadByTheirShortNames) {
+    VoktCommandLineSyntax syntax;
+    stage.AddFlags(syntax);
+    const char* words[] = {"tool", "-odk", "0", "-ojc", "7", "-debugDependencies", "-vs"};
+    syntax.Parse(7, words, 1);
+    stage.ReadFlags(syntax);
+    EXPECT_FALSE(stage.OutputsDrivenKeys());
+    EXPECT_TRUE(stage.OutputsJointConstraints());
+    EXPECT_TRUE(stage.IsDebuggingDependencies());
+    AddWorldAndRoots(kJoint);
+    EXPECT_EQ(CaptureOutput([this] { stage.Process(universe); }),
+              "0::: 0, hips\n"
+              "0:\thips,\tdepth: 0, parent: -1, lodLevel: 0\n");
+}
+
+TEST_F(RigbakeComponent, NothingIsPrintedWithoutTheVerboseFlag) {
+    AddWorldAndRoots(kJoint);
+    EXPECT_EQ(CaptureOutput([this] { stage.Process(universe); }), "");
+}
+
+TEST_F(RigbakeComponent, FlagsStandInTheHelpInOrder) {
+    VoktCommandLineSyntax syntax;
+    stage.AddFlags(syntax);
+    std::ostringstream help;
+    syntax.PrintHelp(help, 119);
+    const std::string text = help.str();
+    const std::size_t verbose = text.find("-verboseSkeleton (-vs)");
+    const std::size_t keys = text.find("-outputDrivenKeys (-odk) <boolean>");
+    const std::size_t constraints = text.find("-outputJointConstraints (-ojc) <boolean>");
+    const std::size_t debug = text.find("-debugDependencies ");
+    ASSERT_NE(debug, std::string::npos);
+    EXPECT_LT(verbose, keys);
+    EXPECT_LT(keys, constraints);
+    EXPECT_LT(constraints, debug);
+}
+
+TEST_F(RigbakeComponent, ErrorTextIsRegistered) {
+    VoktRigbake second(nullptr, kSkeletonForAnimation);
+    EXPECT_EQ(ThrownText([this] { errors.Register(1100, "another text"); }),
+              "Duplicate VoktError id registered");
+}

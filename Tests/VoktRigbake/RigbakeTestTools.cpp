@@ -1,0 +1,126 @@
+#include "RigbakeTestTools.h"
+
+#include <BiffLib/CBlock.h>
+#include <HashClient/QelHashClientUtil.h>
+#include <VokLib/VokException.h>
+#include <VokLib/VokItHierarchy.h>
+#include <VokLib/VokJoint.h>
+#include <VokLib/VokParse.h>
+#include <VoktRigbake/WriteSkeleton.h>
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <iostream>
+#include <sstream>
+
+TestServices::TestServices() {
+    QelHashClientUtil::Initialise();
+}
+
+TestServices::~TestServices() {
+    QelHashClientUtil::Shutdown();
+}
+
+std::string MakeDocument(std::string_view body, std::string_view rootAttributes) {
+    std::string document = R"(<?xml version="1.0" encoding="ISO-8859-1"?>)"
+                           "\n<QEL xmlns=\"";
+    document.append(QelCurrentNamespace).append("\" filenameform=\"absolute\" ");
+    document.append(rootAttributes).append(">\n");
+    return document.append(body).append("\n</QEL>\n");
+}
+
+void ParseDocument(VokWorld& world, std::string_view body, std::string_view rootAttributes) {
+    const std::string document = MakeDocument(body, rootAttributes);
+    VokParse parse;
+    parse.ParseBuffer(world, document.data(), document.size(),
+                      VokParse::kFirstBlock | VokParse::kLastBlock, nullptr);
+}
+
+TestScene::TestScene(std::string_view body, std::string_view rootAttributes)
+    : world(std::make_unique<VokWorld>()) {
+    ParseDocument(*world, body, rootAttributes);
+}
+
+VokJoint* TestScene::Joint(std::string_view name) {
+    VokItHierarchy it(world.get(), VokItHierarchy::Kind::DepthFirst, VokJoint::TypeId());
+    for (; !it.AtEnd(); it.Next())
+        if (it.Current()->GetName() == name) return static_cast<VokJoint*>(it.Current());
+    throw std::runtime_error("no joint named " + std::string(name));
+}
+
+std::vector<VokJoint*> TestScene::Joints(const std::vector<std::string>& names) {
+    std::vector<VokJoint*> joints;
+    for (const std::string& name : names) joints.push_back(Joint(name));
+    return joints;
+}
+
+std::unique_ptr<SkeletonData> TestScene::Build(const std::vector<std::string>& roots, bool verbose,
+                                               const VoktObjFilter* filter) {
+    return BuildSkeleton(Joints(roots), verbose, filter);
+}
+
+std::vector<std::string> NamesOf(const SkeletonData& skeleton) {
+    std::vector<std::string> names;
+    for (const auto& joint : skeleton.joints) names.push_back(joint->joint->GetName());
+    return names;
+}
+
+std::string WriteBytes(Biff::CBlock& block, std::uint32_t endian) {
+    std::ostringstream stream(std::ios::binary);
+    block.Write(stream, endian);
+    return stream.str();
+}
+
+std::string WriteBytes(const SkeletonData& skeleton, std::uint32_t endian) {
+    Biff::CBlock block;
+    EXPECT_TRUE(WriteSkeleton(skeleton, block, nullptr));
+    return WriteBytes(block, endian);
+}
+
+std::string FromHex(std::string_view text) {
+    std::string bytes;
+    std::string digits;
+    for (const char c : text) {
+        if (std::isxdigit(static_cast<unsigned char>(c)) == 0) continue;
+        digits += c;
+        if (digits.size() < 2) continue;
+        bytes += static_cast<char>(std::stoi(digits, nullptr, 16));
+        digits.clear();
+    }
+    return bytes;
+}
+
+std::string ToHex(std::string_view bytes) {
+    static constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string text;
+    for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const auto byte = static_cast<unsigned char>(bytes[i]);
+        text += kDigits[byte >> 4];
+        text += kDigits[byte & 15];
+        text += i % 16 == 15 ? '\n' : ' ';
+    }
+    return text;
+}
+
+std::string CaptureOutput(const std::function<void()>& work) {
+    std::ostringstream captured;
+    struct Restore {
+        std::streambuf* buffer;
+        ~Restore() { std::cout.rdbuf(buffer); }
+    } restore{std::cout.rdbuf(captured.rdbuf())};
+    work();
+    return captured.str();
+}
+
+std::string ThrownText(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const VokException& caught) {
+        const std::string path = caught.GetCauseObject().GetText();
+        return path.empty() ? caught.what() : std::string(caught.what()) + " {" + path + "}";
+    } catch (const std::exception& caught) {
+        return caught.what();
+    }
+    ADD_FAILURE() << "nothing was thrown";
+    return {};
+}
