@@ -1,0 +1,88 @@
+#include "EndToEnd/ProgramRun.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <regex>
+#include <stdexcept>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string Quote(const std::string& text) {
+    std::string quoted = "'";
+    for (const char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return quoted + "'";
+}
+
+std::string ReadWhole(const fs::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+}  // namespace
+
+RunFolder::RunFolder() {
+    std::random_device random;
+    do {
+        path = fs::temp_directory_path() / ("rigbake test " + std::to_string(random()));
+    } while (!fs::create_directory(path));
+    path = fs::canonical(path);
+}
+
+RunFolder::~RunFolder() {
+    std::error_code ignored;
+    fs::remove_all(path, ignored);
+}
+
+void RunFolder::WriteFile(const std::string& name, std::string_view bytes) const {
+    std::ofstream out(path / name, std::ios::binary);
+    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (!out) throw std::runtime_error("cannot write " + name);
+}
+
+std::string RunFolder::ReadFile(const std::string& name) const {
+    return ReadWhole(path / name);
+}
+
+ProgramResult RunFolder::Run(const std::string& program, const std::vector<std::string>& arguments,
+                             const std::map<std::string, std::string>& environment,
+                             const std::string& redirections) const {
+    const fs::path work = path / ".run";
+    fs::create_directory(work);
+    std::string command = "cd " + Quote(path.string()) + " && { env -u QEL_HASH_SERVER_NAME";
+    for (const auto& [name, value] : environment) command += " " + Quote(name + "=" + value);
+    command += " " + Quote(std::string(RIGBAKE_PROGRAMS) + "/" + program);
+    for (const std::string& argument : arguments) command += " " + Quote(argument);
+    command += " </dev/null >.run/out 2>.run/err " + redirections + "; echo $? >.run/status; }";
+    if (std::system(command.c_str()) == -1) throw std::runtime_error("no shell");
+    ProgramResult result;
+    result.output = ReadWhole(work / "out");
+    result.errors = ReadWhole(work / "err");
+    result.status = std::stoi(ReadWhole(work / "status"));
+    fs::remove_all(work);
+    return result;
+}
+
+std::string Document(std::string_view body) {
+    return "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n"
+           "<QEL xmlns=\"http://qel.example/ns/qeli/1_28_1/qeli\" "
+           "filenameform=\"qelirelative\">\n" +
+           std::string(body) + "\n</QEL>\n";
+}
+
+std::string OneJointDocument() {
+    return Document("<scene><joint name=\"root\"></joint></scene>");
+}
+
+std::string MaskPlaces(std::string text) {
+    static const std::regex place(" <(Libraries|Standalone)/[A-Za-z_/]+\\.cpp:[0-9]+>");
+    return std::regex_replace(text, place, " <PLACE>");
+}
+
+std::string WithoutBanner(const std::string& text) {
+    const std::size_t end = text.find('\n');
+    return end == std::string::npos ? std::string() : text.substr(end + 1);
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What one run of a program left behind.
+struct ProgramResult {
+    int status = -1;
+    std::string output;  ///< standard output
+    std::string errors;  ///< standard error
+};
+
+/// A fresh folder in which programs run; it goes with the object.
+class RunFolder {
+  public:
+    RunFolder();
+    ~RunFolder();
+    RunFolder(const RunFolder&) = delete;
+    RunFolder& operator=(const RunFolder&) = delete;
+
+    const std::filesystem::path& GetPath() const { return path; }
+    void WriteFile(const std::string& name, std::string_view bytes) const;
+    std::string ReadFile(const std::string& name) const;
+    bool Has(const std::string& name) const { return std::filesystem::exists(path / name); }
+
+    /// Runs a built program in this folder. `redirections` goes to the shell as it stands, in place
+    /// of the capture of standard output when it names descriptor 1.
+    ProgramResult Run(const std::string& program, const std::vector<std::string>& arguments,
+                      const std::map<std::string, std::string>& environment = {},
+                      const std::string& redirections = {}) const;
+    ProgramResult Rigbake(const std::vector<std::string>& arguments) const {
+        return Run("rigbake", arguments);
+    }
+
+  private:
+    std::filesystem::path path;
+};
+
+/// A current document around `body`.
+std::string Document(std::string_view body);
+/// A document of one joint "root" in its hierarchy.
+std::string OneJointDocument();
+
+/// Replaces the source position at the end of a report line by "<PLACE>", for its line number moves
+/// with the code.
+std::string MaskPlaces(std::string text);
+/// Takes off the first line, which names the program's path.
+std::string WithoutBanner(const std::string& text);
