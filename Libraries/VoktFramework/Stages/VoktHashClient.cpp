@@ -1,5 +1,6 @@
 #include <HashClient/QelHashClientUtil.h>
 #include <Platform/OwnProgram.h>
+#include <Platform/Paths.h>
 #include <VoktFramework/VoktHashClient.h>
 
 #include <exception>
@@ -9,7 +10,7 @@ namespace {
 
 std::string OwnProgramName() {
     const std::string path = Platform::OwnProgramFile();
-    return path.substr(path.find_last_of("/\\") + 1);
+    return path.substr(path.find_last_of(Platform::BackslashSeparates() ? "/\\" : "/") + 1);
 }
 
 }  // namespace
