@@ -1,0 +1,158 @@
+#include "House/SourceRules.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+
+namespace {
+
+constexpr std::size_t kMostLines = 600;
+
+/// What each library may include beside its own headers.
+const std::map<std::string, std::set<std::string>>& AllowedLibraries() {
+    static const std::map<std::string, std::set<std::string>> allowed = {
+        {"QelTools", {}},
+        {"Platform", {}},
+        {"BiffLib", {"QelTools"}},
+        {"HashClient", {"QelTools", "Platform"}},
+        {"VokLib", {"QelTools", "Platform"}},
+        {"AnimUtil", {"QelTools", "Platform", "VokLib"}},
+        {"VoktFramework", {"QelTools", "Platform", "BiffLib", "HashClient", "VokLib", "AnimUtil"}},
+        {"VoktRigbake",
+         {"QelTools", "Platform", "BiffLib", "HashClient", "VokLib", "AnimUtil", "VoktFramework"}},
+    };
+    return allowed;
+}
+
+bool StartsWith(const std::string& text, const std::string& start) {
+    return text.rfind(start, 0) == 0;
+}
+
+/// The part of a path up to the next separator behind `prefix`; empty when the path starts
+/// otherwise or goes no deeper.
+std::string FolderBehind(const std::string& path, const std::string& prefix) {
+    if (!StartsWith(path, prefix)) return "";
+    const std::size_t end = path.find('/', prefix.size());
+    return end == std::string::npos ? "" : path.substr(prefix.size(), end - prefix.size());
+}
+
+/// The library that a file belongs to; empty for programs and tests.
+std::string LibraryOf(const std::string& path) {
+    const std::string library = FolderBehind(path, "Libraries/Include/");
+    return library.empty() ? FolderBehind(path, "Libraries/") : library;
+}
+
+bool MayCallTheSystem(const std::string& path) {
+    return LibraryOf(path) == "Platform" || StartsWith(path, "Tests/Platform/");
+}
+
+bool IsSystemHeader(const std::string& header) {
+    static const std::set<std::string> headers = {
+        "unistd.h",    "fcntl.h",   "signal.h",  "csignal",    "spawn.h",  "poll.h",
+        "pthread.h",   "dlfcn.h",   "termios.h", "dirent.h",   "pwd.h",    "stdio_ext.h",
+        "semaphore.h", "windows.h", "Windows.h", "winsock2.h", "shlobj.h", "shellapi.h",
+        "io.h",        "direct.h",  "process.h", "tchar.h",
+    };
+    static const std::vector<std::string> folders = {"sys/", "linux/", "netinet/", "arpa/"};
+    return headers.count(header) > 0 ||
+           std::any_of(folders.begin(), folders.end(),
+                       [&header](const std::string& folder) { return StartsWith(header, folder); });
+}
+
+bool AsksForThePlatform(const std::string& condition) {
+    static const std::vector<std::string> macros = {
+        "_WIN32", "WIN32", "_WIN64", "_MSC_VER", "__MINGW", "__linux", "__unix", "__APPLE__",
+    };
+    return std::any_of(macros.begin(), macros.end(), [&condition](const std::string& macro) {
+        return condition.find(macro) != std::string::npos;
+    });
+}
+
+/// A preprocessor line taken apart: "include", "<map>".
+struct Directive {
+    std::string name;
+    std::string rest;
+};
+
+Directive DirectiveOf(const std::string& line) {
+    std::size_t at = line.find_first_not_of(" \t");
+    if (at == std::string::npos || line[at] != '#') return {};
+    at = line.find_first_not_of(" \t", at + 1);
+    if (at == std::string::npos) return {};
+    const std::size_t end = line.find_first_of(" \t<\"", at);
+    if (end == std::string::npos) return {line.substr(at), ""};
+    return {line.substr(at, end - at), line.substr(end)};
+}
+
+/// The name between the quotes or angle brackets of an include.
+std::string IncludedName(const std::string& rest) {
+    const std::size_t begin = rest.find_first_of("<\"");
+    if (begin == std::string::npos) return "";
+    const std::size_t end = rest.find_first_of(">\"", begin + 1);
+    return end == std::string::npos ? "" : rest.substr(begin + 1, end - begin - 1);
+}
+
+/// The fault of including `header`, or nothing.
+std::string IncludeFault(const std::string& path, const std::string& header) {
+    if (!MayCallTheSystem(path) && IsSystemHeader(header))
+        return "operating system header " + header;
+    const std::string library = LibraryOf(path);
+    const std::string included = FolderBehind(header, "");
+    if (library.empty() || included == library || AllowedLibraries().count(included) == 0)
+        return "";
+    if (AllowedLibraries().at(library).count(included) == 0)
+        return library + " includes " + header + " from above";
+    // The curve fitter is mathematics and knows nothing of scenes.
+    if (StartsWith(path, "Libraries/AnimUtil/LeastSquares/") && included == "VokLib")
+        return "the curve fitter includes " + header;
+    return "";
+}
+
+std::string LineFault(const std::string& path, const std::string& line) {
+    const Directive directive = DirectiveOf(line);
+    if (directive.name == "include") return IncludeFault(path, IncludedName(directive.rest));
+    const bool isCondition = directive.name == "if" || directive.name == "ifdef" ||
+                             directive.name == "ifndef" || directive.name == "elif";
+    if (isCondition && !MayCallTheSystem(path) && AsksForThePlatform(directive.rest))
+        return "platform conditional" + directive.rest;
+    return "";
+}
+
+}  // namespace
+
+std::vector<SourceFile> ReadCheckout(const std::string& root) {
+    namespace fs = std::filesystem;
+    std::vector<SourceFile> files;
+    for (const char* top : {"Libraries", "Standalone", "Tests", "Fuzz", "Benchmarks", "Examples"}) {
+        if (!fs::is_directory(fs::path(root) / top)) continue;
+        for (const auto& entry : fs::recursive_directory_iterator(fs::path(root) / top)) {
+            const std::string extension = entry.path().extension().string();
+            if (!entry.is_regular_file() || (extension != ".cpp" && extension != ".h")) continue;
+            std::ostringstream text;
+            text << std::ifstream(entry.path(), std::ios::binary).rdbuf();
+            files.push_back({fs::relative(entry.path(), root).generic_string(), text.str()});
+        }
+    }
+    std::sort(files.begin(), files.end(),
+              [](const SourceFile& a, const SourceFile& b) { return a.path < b.path; });
+    return files;
+}
+
+std::vector<std::string> FaultsOf(const SourceFile& file) {
+    std::vector<std::string> faults;
+    std::istringstream lines(file.text);
+    std::string line;
+    std::size_t count = 0;
+    for (; std::getline(lines, line); ++count) {
+        const std::string fault = LineFault(file.path, line);
+        if (!fault.empty()) faults.push_back(file.path + ": " + fault);
+    }
+    if (count > kMostLines) faults.push_back(file.path + ": " + std::to_string(count) + " lines");
+    const std::string library = LibraryOf(file.path);
+    if (!library.empty() && AllowedLibraries().count(library) == 0)
+        faults.push_back(file.path + ": the library has no floor");
+    return faults;
+}
