@@ -15,7 +15,8 @@ namespace VokNumberText {
 float ReadFloat(const char* begin, const char* end);
 
 /// What scanf reads with "%f" and "%d" from this text in the C locale; 0 where it would read
-/// nothing.
+/// nothing. An integer too large is held at the bounds of 64 bits, of which the low 32 are the
+/// result: the texts of all unsigned numbers keep their bits.
 float ScanFloat(std::string_view text);
 int ScanInt(std::string_view text);
 /// As ScanFloat and ScanInt, with the answer whether one item was read.
