@@ -24,6 +24,7 @@ std::string LastError() {
 // Gives the reason when the file did not take the whole image, and else an empty text.
 std::string Save(const ImageBuffer& buffer, std::FILE* file) {
     const std::vector<char>& image = buffer.Image();
+    if (image.empty()) return {};
     errno = 0;
     const bool whole = std::fwrite(image.data(), 1, image.size(), file) == image.size();
     return whole && std::fflush(file) == 0 ? std::string() : LastError();

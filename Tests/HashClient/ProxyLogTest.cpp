@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <regex>
 #include <string>
 
 #include "ProxyLog.h"
@@ -14,6 +13,19 @@ namespace {
 std::string Content(const std::filesystem::path& path) {
     std::ifstream file(path, std::ios_base::binary);
     return std::string(std::istreambuf_iterator<char>(file), {});
+}
+
+// The text with each row of digits as one "#".
+std::string DigitsHidden(const std::string& text) {
+    std::string hidden;
+    for (const char c : text) {
+        const bool digit = c >= '0' && c <= '9';
+        if (!digit)
+            hidden.push_back(c);
+        else if (hidden.empty() || hidden.back() != '#')
+            hidden.push_back('#');
+    }
+    return hidden;
 }
 
 // The log reads its variable once in a process, so each case runs in a process of its own: what
@@ -29,7 +41,6 @@ std::string Logged(const char* mode, const std::filesystem::path& file, Write wr
     return Content(file);
 }
 
-// The name stays one and the same when the child runs the test anew.
 class ProxyLogDeathTest : public testing::Test {
   protected:
     ProxyLogDeathTest() {
@@ -52,12 +63,11 @@ TEST_F(ProxyLogDeathTest, LinesBeginWithProgramProcessAndTime) {
         ProxyLog("Malformed Transact() result in %s(). (Id:%d)\n\n", "AddString", 5);
         ProxyLog("100%%\n");
     });
-    const std::string start = "HashClientTest\\([0-9]+,[0-9]{2}:[0-9]{2}:[0-9]{2}\\): ";
-    EXPECT_TRUE(std::regex_match(
-        log,
-        std::regex(start + "Malformed Transact\\(\\) result in AddString\\(\\)\\. \\(Id:5\\)\n\n" +
-                   start + "100%\n")))
-        << log;
+    EXPECT_EQ(DigitsHidden(log),
+              "HashClientTest(#,#:#:#): Malformed Transact() result in AddString(). (Id:#)\n\n"
+              "HashClientTest(#,#:#:#): #%\n");
+    EXPECT_NE(log.find(" (Id:5)\n\n"), std::string::npos);
+    EXPECT_NE(log.find("): 100%\n"), std::string::npos);
 }
 
 TEST_F(ProxyLogDeathTest, LinesAreAddedToTheFile) {
