@@ -18,7 +18,7 @@ class FileTest : public testing::Test {
 
     std::ostringstream stream;
     VokDocumentFile file{stream};
-    const VokAttributes none;
+    const VokAttributes none{};
 };
 
 TEST_F(FileTest, Header) {
