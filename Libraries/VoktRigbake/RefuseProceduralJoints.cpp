@@ -1,40 +1,36 @@
 #include "RefuseProceduralJoints.h"
 
 #include <QelTools/Exception.h>
-#include <VokLib/VokAttributes.h>
+#include <VokLib/VokAimConstraint.h>
+#include <VokLib/VokAnim.h>
+#include <VokLib/VokAnimChannel.h>
 #include <VokLib/VokCast.h>
 #include <VokLib/VokItHierarchy.h>
 #include <VokLib/VokJoint.h>
-#include <VokLib/VokPath.h>
+#include <VokLib/VokOrientationConstraint.h>
+#include <VokLib/VokParentConstraint.h>
+#include <VokLib/VokScaleConstraint.h>
+#include <VokLib/VokTranslationConstraint.h>
 #include <VokLib/VokWorld.h>
 #include <VoktRigbake/VoktRigbake.h>
 
-#include <algorithm>
-#include <array>
-
 namespace {
 
-constexpr VokTypeId kAnim = MakeTypeId("anim");
-constexpr VokTypeId kAnimChannel = MakeTypeId("animChannel");
-constexpr std::array kConstraints = {
-    MakeTypeId("translationConstraint"), MakeTypeId("orientationConstraint"),
-    MakeTypeId("aimConstraint"), MakeTypeId("parentConstraint"), MakeTypeId("scaleConstraint")};
-
 bool IsDrivenKey(const VokObj& object) {
-    if (!object.IsExactly(kAnimChannel) || !object.GetParent()->IsExactly(kAnim)) return false;
-    VokAttributes attributes;
-    object.WriteAttributes(attributes);
-    return attributes.Has("inputObject");
+    const auto* channel = ExactCast<VokAnimChannel>(&object);
+    return channel != nullptr && channel->IsDrivenKey() &&
+           ExactCast<VokAnim>(object.GetParent()) != nullptr;
 }
 
-bool IsConstraintOnJoint(const VokObj& object, VokWorld& world) {
-    if (std::find(kConstraints.begin(), kConstraints.end(), object.GetTypeId()) ==
-        kConstraints.end())
+bool IsConstraintOnJoint(const VokObj& object) {
+    if (!object.IsExactly(VokTranslationConstraint::TypeId()) &&
+        !object.IsExactly(VokOrientationConstraint::TypeId()) &&
+        !object.IsExactly(VokAimConstraint::TypeId()) &&
+        !object.IsExactly(VokParentConstraint::TypeId()) &&
+        !object.IsExactly(VokScaleConstraint::TypeId()))
         return false;
-    VokAttributes attributes;
-    object.WriteAttributes(attributes);
-    const VokPath constrained(attributes.GetString("constrain"));
-    return ExactCast<VokJoint>(constrained.Resolve(&world)) != nullptr;
+    const auto& constraint = static_cast<const VokConstraint&>(object);
+    return ExactCast<VokJoint>(constraint.constrained.FindTarget()) != nullptr;
 }
 
 }  // namespace
@@ -46,7 +42,7 @@ void RefuseProceduralJoints(const VoktRigbake& component, VokWorld& world) {
             QelTools::Common::ThrowException(
                 "Driven keys are not supported by this build yet; -outputDrivenKeys false leaves "
                 "them out.");
-        if (component.OutputsJointConstraints() && IsConstraintOnJoint(object, world))
+        if (component.OutputsJointConstraints() && IsConstraintOnJoint(object))
             QelTools::Common::ThrowException(
                 "Joint constraints are not supported by this build yet; -outputJointConstraints "
                 "false leaves them out.");

@@ -57,6 +57,11 @@ TEST_F(ChangeUpAxis, WorldThatStandsRightIsLeftAlone) {
     EXPECT_EQ(world->GetHierarchy()->GetChild(0)->GetName(), "a");
 }
 
+TEST_F(ChangeUpAxis, WorldThatWouldHaveToTurnIsRefused) {
+    EXPECT_EQ(ThrownText([this] { Run("y"); }),
+              "Changing the up axis of a scene is not supported by this build yet.");
+}
+
 TEST_F(ChangeUpAxis, FlagsAreReadByTheirShortNames) {
     VoktCommandLineSyntax syntax;
     stage.AddFlags(syntax);

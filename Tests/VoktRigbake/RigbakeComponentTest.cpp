@@ -19,6 +19,14 @@ namespace {
 
 constexpr const char* kJoint = R"(<scene><joint name="hips"/></scene>)";
 
+constexpr const char* kDrivenJoint = R"(<scene><joint name="hips"/></scene>
+    <anim name="keys" target="||hips"><animChannel name="tx" channel="translateX"
+      inputObject="||hips" inputChannel="rotateX"/></anim>)";
+
+constexpr const char* kConstrainedJoint = R"(<scene><joint name="hips"/><node name="aim"/></scene>
+    <translationConstraint name="c" constrain="||hips"><target name="||aim" weight="1"/>
+    </translationConstraint>)";
+
 std::string FlatSkeleton(int jointCount) {
     std::string body = "<scene><joint name=\"root\">";
     for (int i = 1; i < jointCount; ++i) body += "<joint name=\"j" + std::to_string(i) + "\"/>";
@@ -159,6 +167,34 @@ TEST_F(RigbakeComponent, FlagsAreReadByTheirShortNames) {
 TEST_F(RigbakeComponent, NothingIsPrintedWithoutTheVerboseFlag) {
     AddWorldAndRoots(kJoint);
     EXPECT_EQ(CaptureOutput([this] { stage.Process(universe); }), "");
+}
+
+TEST_F(RigbakeComponent, DrivenKeysAreRefusedRatherThanLeftOut) {
+    AddWorldAndRoots(kDrivenJoint);
+    EXPECT_EQ(ThrownText([this] { stage.Process(universe); }),
+              "Driven keys are not supported by this build yet; -outputDrivenKeys false leaves "
+              "them out.");
+}
+
+TEST_F(RigbakeComponent, DrivenKeysThatNobodyWantsAreLeftOut) {
+    AddWorldAndRoots(kDrivenJoint);
+    stage.SetFlag("-outputDrivenKeys", "false");
+    stage.Process(universe);
+    EXPECT_EQ(SkeletonFileReader(WriteBytes(Skeleton()->block, 0), false).procedural, 0u);
+}
+
+TEST_F(RigbakeComponent, JointConstraintsAreRefusedWhereTheyAreWanted) {
+    AddWorldAndRoots(kConstrainedJoint);
+    stage.SetFlag("-outputJointConstraints", "true");
+    EXPECT_EQ(ThrownText([this] { stage.Process(universe); }),
+              "Joint constraints are not supported by this build yet; -outputJointConstraints "
+              "false leaves them out.");
+}
+
+TEST_F(RigbakeComponent, JointConstraintsAreLeftOutByDefault) {
+    AddWorldAndRoots(kConstrainedJoint);
+    stage.Process(universe);
+    EXPECT_EQ(SkeletonFileReader(WriteBytes(Skeleton()->block, 0), false).procedural, 0u);
 }
 
 TEST_F(RigbakeComponent, FlagsStandInTheHelpInOrder) {
