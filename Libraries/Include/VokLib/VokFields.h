@@ -29,6 +29,8 @@ void SetLinkPath(VokObjLinkHandle& link, std::string_view path);
 void ReadLink(VokObjLinkHandle& link, const VokAttributes& attributes, std::string_view name);
 /// Sets the attribute to the path of the link's object as it is now; empty where there is none.
 void WriteLink(const VokObjLinkHandle& link, VokAttributes& attributes, std::string_view name);
+/// Sets the attribute unless the text is empty.
+void SetUnlessEmpty(VokAttributes& attributes, std::string_view name, std::string_view text);
 /// Reads the order of a rotOrd attribute: absent means xyz, an unknown text leaves the order as it
 /// was.
 void ReadRotationOrder(EulerRotation& rotation, const VokAttributes& attributes);

@@ -6,12 +6,16 @@
 #include <VokLib/VokAnimClip.h>
 #include <VokLib/VokAnimDiscontinuities.h>
 #include <VokLib/VokBlend.h>
+#include <VokLib/VokCamera.h>
+#include <VokLib/VokCgShader.h>
 #include <VokLib/VokExpression.h>
 #include <VokLib/VokFactory.h>
 #include <VokLib/VokInstance.h>
 #include <VokLib/VokJoint.h>
+#include <VokLib/VokLight.h>
 #include <VokLib/VokLocator.h>
 #include <VokLib/VokLodGroup.h>
+#include <VokLib/VokMaterial.h>
 #include <VokLib/VokMotionPath.h>
 #include <VokLib/VokNode.h>
 #include <VokLib/VokObjSet.h>
@@ -24,7 +28,9 @@
 #include <VokLib/VokRigidBody.h>
 #include <VokLib/VokScaleConstraint.h>
 #include <VokLib/VokScene.h>
+#include <VokLib/VokShader.h>
 #include <VokLib/VokSpringConstraint.h>
+#include <VokLib/VokTexture.h>
 #include <VokLib/VokTranslationConstraint.h>
 
 #include <string_view>
@@ -49,11 +55,15 @@ constexpr Row kRows[] = {
     {"animDiscontinuities", Make<VokAnimDiscontinuities>},
     {"qelilocator", Make<VokQeliLocator>},
     {"blend", Make<VokBlend>},
+    {"camera", Make<VokCamera>},
+    {"cgshader", Make<VokCgShader>},
     {"expression", Make<VokExpression>},
     {"joint", Make<VokJoint>},
     {"instance", Make<VokInstance>},
+    {"light", Make<VokLight>},
     {"locator", Make<VokLocator>},
     {"lodgroup", Make<VokLodGroup>},
+    {"material", Make<VokMaterial>},
     {"motionPath", Make<VokMotionPath>},
     {"node", Make<VokNode>},
     {"objset", Make<VokObjSet>},
@@ -65,7 +75,9 @@ constexpr Row kRows[] = {
     {"rigidBody", Make<VokRigidBody>},
     {"scaleConstraint", Make<VokScaleConstraint>},
     {"scene", Make<VokScene>},
+    {"shader", Make<VokShader>},
     {"springConstraint", Make<VokSpringConstraint>},
+    {"texture", Make<VokTexture>},
     {"translationConstraint", Make<VokTranslationConstraint>},
 };
 

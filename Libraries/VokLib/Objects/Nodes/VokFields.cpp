@@ -31,6 +31,10 @@ void WriteLink(const VokObjLinkHandle& link, VokAttributes& attributes, std::str
     attributes.SetString(name, link.GetPath().GetText());
 }
 
+void SetUnlessEmpty(VokAttributes& attributes, std::string_view name, std::string_view text) {
+    if (!text.empty()) attributes.SetString(name, text);
+}
+
 void ReadRotationOrder(EulerRotation& rotation, const VokAttributes& attributes) {
     const char* text = attributes.Find("rotOrd");
     rotation.order =

@@ -1,0 +1,6 @@
+#include <VokLib/VokRenderState.h>
+
+bool VokRenderState::IsDefault() const {
+    return !overriden && alphaBlend == AlphaBlend{} && alphaTest == AlphaTest{} && zWrite &&
+           zTest == ZTest{} && backfaceCulling;
+}
