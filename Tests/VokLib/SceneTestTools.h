@@ -7,6 +7,7 @@
 #include <VokLib/VokItHierarchy.h>
 #include <VokLib/VokLib.h>
 #include <VokLib/VokParse.h>
+#include <VokLib/VokScene.h>
 #include <VokLib/VokWorld.h>
 
 #include <memory>

@@ -27,11 +27,13 @@ class VokObjSet : public VokElement<VokObjSet, VokObj> {
     /// Appends a member without an object; the reference stays good while the set lives.
     Member& AddMember();
 
+    /// The notice that a member's object is gone: the callback of the links that a document gives.
+    /// `user` is the member, the link's owner the set. Throws "objset deletion callback from
+    /// unknown member".
+    static void OnMemberDeleted(VokObjLinkStore& store, VokObjLink& link, void* user);
+
     std::string type;
 
   private:
-    /// The notice that a member's object is gone; `user` is the member.
-    static void OnMemberDeleted(VokObjLinkStore& store, VokObjLink& link, void* user);
-
     std::deque<Member> members;
 };
