@@ -1,5 +1,6 @@
 #include <Platform/OutputCapture.h>
 
+#include "Platform/FewDescriptors.h"
 #include "Platform/StandardOutput.h"
 #include "Platform/TestFolder.h"
 
@@ -78,6 +79,26 @@ TEST(OutputCapture, ALogThatCannotBeOpenedChangesNothing) {
     EXPECT_EQ(capture.Start(folder.Path("no/such/folder/log")), Result::kLogNotOpened);
     EXPECT_TRUE(capture.Stop());
     EXPECT_EQ(OpenDescriptors(), descriptors);
+}
+
+TEST(OutputCapture, ACaptureThatCannotStartLeavesStandardOutputAsItWas) {
+    for (const int more : {1, 3}) {
+        const TestFolder folder;
+        const int file = OpenForWriting(folder.Path("out"));
+        {
+            const StandardOutput output(file);
+            const std::set<int> descriptors = OpenDescriptors();
+            OutputCapture capture;
+            {
+                const FewDescriptors few(more);
+                EXPECT_EQ(capture.Start(folder.Path("log")), Result::kThreadNotStarted);
+            }
+            EXPECT_EQ(OpenDescriptors(), descriptors);
+            std::cout << "behind" << std::endl;
+        }
+        close(file);
+        EXPECT_EQ(folder.Read("out"), "behind\n");
+    }
 }
 
 TEST(OutputCapture, NoDescriptorIsLeftBehind) {

@@ -1,5 +1,6 @@
 #include "Platform/StandardOutput.h"
 #include "Platform/TestFolder.h"
+#include "Platform/UnreadPipe.h"
 #include "VoktFramework/RecordingTool.h"
 
 #include <VoktFramework/VoktBinaryFilename.h>
@@ -83,6 +84,24 @@ TEST(ToolEnd, TheLogIsWholeWhenADestructorFails) {
     EXPECT_EQ(end.status, 1);
     EXPECT_EQ(end.output, kBanner + "a line\nError: text\n");
     EXPECT_EQ(folder.Read("log"), "a line\n");
+}
+
+TEST(ToolEnd, AReaderThatNeverReadsIsWaitedForAndThenGivenUp) {
+    const TestFolder folder;
+    const UnreadPipe pipe;
+    Script script;
+    script.actions["a.Process"] = [](const Step&) {
+        std::cout << std::string(70000, 'x') << std::endl;
+    };
+    testing::internal::CaptureStderr();
+    int status = -1;
+    {
+        const StandardOutput output(pipe.WriteEnd());
+        status = PlayForStatus(script, {"-log", folder.Path("log")});
+    }
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "\nWARNING: timeout waiting for log file thread to exit\n");
 }
 
 TEST(ToolEnd, AFullStandardOutputChangesNeitherStagesNorStatus) {

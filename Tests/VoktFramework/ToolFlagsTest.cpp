@@ -1,3 +1,4 @@
+#include "Platform/FewDescriptors.h"
 #include "Platform/OrdinaryUser.h"
 #include "Platform/TestFolder.h"
 #include "VoktFramework/RecordingTool.h"
@@ -140,6 +141,19 @@ TEST_F(LogFile, ThatCannotBeOpenedIsAnInternalError) {
               kBanner + "Error: 2 An internal error occurred; could not open '" + missing +
                   "' for write\n" + kFailedEnd);
     EXPECT_EQ(std::count(script.journal.begin(), script.journal.end(), "a.Process"), 0);
+}
+
+TEST_F(LogFile, WithoutACopyingThreadIsAnInternalError) {
+    testing::internal::CaptureStdout();
+    int status = -1;
+    {
+        const FewDescriptors few(2);
+        status = PlayForStatus(script, {"-log", log});
+    }
+    EXPECT_EQ(status, 1);
+    EXPECT_EQ(WithoutPositions(testing::internal::GetCapturedStdout()),
+              kBanner + "Error: 2 An internal error occurred; failed to create log thread\n" +
+                  kFailedEnd);
 }
 
 TEST_F(LogFile, ThatIsReadOnlyIsRefusedBeforeTheComponentsAreAsked) {
