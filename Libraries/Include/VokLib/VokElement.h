@@ -69,8 +69,11 @@ class VokElement : public Base {
         if (parseDepth <= 0) {
             const int row = FindRow(parse.GetTag(), parse.GetTagId());
             if (row != kNone) {
+                const std::int16_t outer = parseChild;
                 parseChild = static_cast<std::int16_t>(row);
                 if (Rows()[Index(row)].start != nullptr) Rows()[Index(row)].start(Self(), parse);
+                // An object that took the element over gets its end, too.
+                if (parse.GetNewObject() != nullptr) parseChild = outer;
                 return;
             }
         }

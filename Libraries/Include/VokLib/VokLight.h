@@ -23,7 +23,8 @@ class VokLight : public VokElement<VokLight, VokObj> {
 
     /// Colours along the light's reach.
     struct Ramp {
-        unsigned numEntries = 0;
+        explicit Ramp(unsigned count) : numEntries(count) {}
+        unsigned numEntries;
         std::vector<float> positions;
         std::vector<float> colours;  ///< three for each entry
         std::vector<Interpolation> interpolationTypes;

@@ -37,6 +37,8 @@ class VokTextReader {
 
     // Reads.
 
+    /// Whether anything but blanks stands behind the cursor.
+    bool HasTokens() const;
     float ReadFloat();
     int ReadInt();
     unsigned ReadUnsigned();
@@ -56,6 +58,8 @@ class VokTextReader {
     void ReadFloats(std::vector<float>& values, long long count);
     void ReadUnsigneds(std::vector<unsigned>& values, long long count);
     void ReadInts(std::vector<int>& values, long long count);
+    /// Words of which "true" and "1" are true, wherever they stand.
+    void ReadBools(std::vector<bool>& values, long long count);
     /// A count, then as many pairs of an index and a value.
     void ReadIndexedFloats(std::vector<std::pair<int, float>>& pairs);
     /// The rest of the text, blanks included, in the document's single-byte form.

@@ -50,6 +50,13 @@ unsigned TakeUnsigned(const char*& cursor, const char* end) {
     return static_cast<unsigned>(TakeInt(cursor, end));
 }
 
+unsigned char TakeBool(const char*& cursor, const char* end) {
+    const char* const begin = cursor;
+    cursor = TokenEnd(begin, end);
+    const std::string_view word(begin, static_cast<std::size_t>(cursor - begin));
+    return word == "true" || word == "1" ? 1 : 0;
+}
+
 /// Without memory for what was there before: the old values are of no use to a new reading.
 template <class T>
 void PrepareRoom(std::vector<T>& values, std::size_t count) {
@@ -97,6 +104,12 @@ void VokTextReader::AppendText(const char* bytes, std::size_t count) {
 void VokTextReader::CheckCursor() const {
     if (cursor >= buffer + capacity)
         QelTools::Common::ThrowException("Buffer pointer out of bounds");
+}
+
+bool VokTextReader::HasTokens() const {
+    const char* at = cursor;
+    while (VokNumberText::IsBlank(*at)) ++at;
+    return *at != '\0';
 }
 
 float VokTextReader::ReadFloat() {
@@ -202,6 +215,12 @@ void VokTextReader::ReadUnsigneds(std::vector<unsigned>& values, long long count
 
 void VokTextReader::ReadInts(std::vector<int>& values, long long count) {
     ReadArray(values, count, TakeInt);
+}
+
+void VokTextReader::ReadBools(std::vector<bool>& values, long long count) {
+    std::vector<unsigned char> words;
+    ReadArray(words, count, TakeBool);
+    values.assign(words.begin(), words.end());
 }
 
 void VokTextReader::ReadIndexedFloats(std::vector<std::pair<int, float>>& pairs) {

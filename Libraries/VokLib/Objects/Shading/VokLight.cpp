@@ -65,9 +65,9 @@ std::span<const VokAttributeRow<VokLight>> VokLight::AttributeRows() {
              },
          .write =
              [](const VokLight& light, VokAttributes& attributes) {
-                 const auto type = kTypes.TextOf(light.type);
-                 if (!type) ThrowVokException("Unknown light type", &light);
-                 attributes.SetString("type", *type);
+                 const auto text = kTypes.TextOf(light.type);
+                 if (!text) ThrowVokException("Unknown light type", &light);
+                 attributes.SetString("type", *text);
                  attributes.SetBool("castShadows", light.castShadows);
                  attributes.SetBool("hasAmbient", light.hasAmbient);
                  attributes.SetBool("hasDiffuse", light.hasDiffuse);
@@ -111,7 +111,7 @@ std::span<const VokChildElement<VokLight>> VokLight::ChildElements() {
         {.name = "colourRamp",
          .start =
              [](VokLight& light, VokParse& parse) {
-                 light.ramp.emplace().numEntries = GetCount(parse.GetAttributes(), "numEntries", 0);
+                 light.ramp.emplace(GetCount(parse.GetAttributes(), "numEntries", 0));
              },
          .write = WriteRamp},
         {.name = "positions",

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <VokLib/VokBlendStage.h>
+#include <VokLib/VokElement.h>
+
+#include <cstddef>
+#include <vector>
+
+/// A blend target of several stages, each reached at its interpolant.
+class VokMultiBlendTarget : public VokElement<VokMultiBlendTarget, VokObj> {
+  public:
+    static constexpr std::string_view kElementName = "multiBlendTarget";
+    static std::span<const VokChildElement<VokMultiBlendTarget>> ChildElements();
+
+    struct Stage {
+        float interpolant = 0;
+        VokBlendStage target;
+    };
+
+    void ParseStartTag(VokParse& parse) override;
+
+    std::size_t GetStageCount() const { return stages.size(); }
+    /// Throws "Out of range blend target stage index.".
+    const Stage& GetStage(std::size_t index) const;
+    void AddStage(Stage stage) { stages.push_back(std::move(stage)); }
+
+    int nesting = 0;  ///< how many blend targets stand above this one
+
+  private:
+    std::vector<Stage> stages;
+};

@@ -1,0 +1,18 @@
+#include <VokLib/VokDeformer.h>
+
+#include <VokLib/VokFields.h>
+
+std::span<const VokAttributeRow<VokDeformer>> VokDeformer::AttributeRows() {
+    static constexpr VokAttributeRow<VokDeformer> rows[] = {
+        {.read =
+             [](VokDeformer& deformer, const VokAttributes& attributes) {
+                 VokFields::GetRequired(attributes, "target", &deformer);
+                 VokFields::ReadLink(deformer.target, attributes, "target");
+             },
+         .write =
+             [](const VokDeformer& deformer, VokAttributes& attributes) {
+                 VokFields::WriteLink(deformer.target, attributes, "target");
+             }},
+    };
+    return rows;
+}

@@ -1,0 +1,94 @@
+#include <VokLib/VokNurbsCurve.h>
+
+#include <VokLib/VokEnumText.h>
+#include <VokLib/VokException.h>
+#include <VokLib/VokFields.h>
+
+using namespace VokFields;
+
+namespace {
+
+constexpr VokEnumText<VokNurbsCurve::Form, 3> kForms{{"open", "closed", "periodic"}};
+constexpr long long kFloatsPerPoint = 3;
+
+unsigned ReadRequiredCount(const VokNurbsCurve& curve, const VokAttributes& attributes,
+                           std::string_view name, const char* missing) {
+    if (!attributes.Has(name)) ThrowVokException(missing, &curve);
+    return GetCount(attributes, name, 0);
+}
+
+void WriteList(const std::vector<float>& values, long long perItem, VokFile& file,
+               std::string_view name) {
+    VokAttributes attributes;
+    attributes.SetUnsigned("count",
+                           static_cast<unsigned>(static_cast<long long>(values.size()) / perItem));
+    file.OpenTag(name, attributes);
+    file.WriteFloats(values.data(), values.size());
+    file.CloseTag(name);
+}
+
+}  // namespace
+
+std::span<const VokAttributeRow<VokNurbsCurve>> VokNurbsCurve::AttributeRows() {
+    static constexpr VokAttributeRow<VokNurbsCurve> rows[] = {
+        {.read =
+             [](VokNurbsCurve& curve, const VokAttributes& attributes) {
+                 curve.degree = ReadRequiredCount(curve, attributes, "degree",
+                                                  "Nurbs curve missing degree attribute");
+             },
+         .write =
+             [](const VokNurbsCurve& curve, VokAttributes& attributes) {
+                 attributes.SetUnsigned("degree", curve.degree);
+             }},
+        {.read =
+             [](VokNurbsCurve& curve, const VokAttributes& attributes) {
+                 const char* text = attributes.Find("form");
+                 if (text == nullptr) return;
+                 const auto found = kForms.Find(text);
+                 if (!found)
+                     ThrowVokException(
+                         "NurbsCurve has no form for string \"" + std::string(text) + "\".",
+                         &curve);
+                 curve.form = *found;
+             },
+         .write =
+             [](const VokNurbsCurve& curve, VokAttributes& attributes) {
+                 const auto text = kForms.TextOf(curve.form);
+                 if (!text) ThrowVokException("NurbsCurve form enum is out of range.", &curve);
+                 attributes.SetString("form", *text);
+             }},
+    };
+    return rows;
+}
+
+std::span<const VokChildElement<VokNurbsCurve>> VokNurbsCurve::ChildElements() {
+    static constexpr VokChildElement<VokNurbsCurve> rows[] = {
+        {.name = "points",
+         .start =
+             [](VokNurbsCurve& curve, VokParse& parse) {
+                 curve.claimedCount =
+                     ReadRequiredCount(curve, parse.GetAttributes(), "count",
+                                       "Nurbs curve missing points count attribute");
+             },
+         .data =
+             [](VokNurbsCurve& curve, VokParse& parse) {
+                 parse.ReadFloats(curve.points, curve.claimedCount * kFloatsPerPoint);
+             },
+         .write =
+             [](const VokNurbsCurve& curve, VokFile& file, std::string_view name) {
+                 WriteList(curve.points, kFloatsPerPoint, file, name);
+             }},
+        {.name = "knots",
+         .start =
+             [](VokNurbsCurve& curve, VokParse& parse) {
+                 curve.claimedCount =
+                     ReadRequiredCount(curve, parse.GetAttributes(), "count",
+                                       "Nurbs curve missing knots count attribute");
+             },
+         .data = [](VokNurbsCurve& curve,
+                    VokParse& parse) { parse.ReadFloats(curve.knots, curve.claimedCount); },
+         .write = [](const VokNurbsCurve& curve, VokFile& file,
+                     std::string_view name) { WriteList(curve.knots, 1, file, name); }},
+    };
+    return rows;
+}

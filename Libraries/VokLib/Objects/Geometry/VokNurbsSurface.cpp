@@ -1,0 +1,87 @@
+#include <VokLib/VokNurbsSurface.h>
+
+#include <VokLib/VokFields.h>
+
+using namespace VokFields;
+
+namespace {
+
+void WriteList(VokFile& file, std::string_view name, const VokAttributes& attributes,
+               const std::vector<float>& values) {
+    file.OpenTag(name, attributes);
+    file.WriteFloats(values.data(), values.size());
+    file.CloseTag(name);
+}
+
+}  // namespace
+
+std::span<const VokChildElement<VokNurbsSurface>> VokNurbsSurface::ChildElements() {
+    static constexpr VokChildElement<VokNurbsSurface> rows[] = {
+        {.name = "surface",
+         .start =
+             [](VokNurbsSurface& nurbs, VokParse& parse) {
+                 const VokAttributes& attributes = parse.GetAttributes();
+                 nurbs.uOrder = GetCount(attributes, "uOrder", 0);
+                 nurbs.vOrder = GetCount(attributes, "vOrder", 0);
+                 nurbs.uMin = attributes.GetFloat("uMin", 0);
+                 nurbs.uMax = attributes.GetFloat("uMax", 0);
+                 nurbs.vMin = attributes.GetFloat("vMin", 0);
+                 nurbs.vMax = attributes.GetFloat("vMax", 0);
+             },
+         .write = WriteSurface},
+        {.name = "controlVertices",
+         .start =
+             [](VokNurbsSurface& nurbs, VokParse& parse) {
+                 nurbs.numCVinU = GetCount(parse.GetAttributes(), "numCVinU", 0);
+                 nurbs.numCVinV = GetCount(parse.GetAttributes(), "numCVinV", 0);
+             },
+         // Two counts of 31 bits and the three floats of a position fit into 64 bits.
+         .data =
+             [](VokNurbsSurface& nurbs, VokParse& parse) {
+                 parse.ReadFloats(nurbs.controlVertices,
+                                  static_cast<long long>(nurbs.numCVinU) * nurbs.numCVinV * 3);
+             },
+         .within = "surface"},
+        {.name = "knotsInU",
+         .start =
+             [](VokNurbsSurface& nurbs, VokParse& parse) {
+                 nurbs.claimedCount = GetCount(parse.GetAttributes(), "numKnotsInU", 0);
+             },
+         .data = [](VokNurbsSurface& nurbs,
+                    VokParse& parse) { parse.ReadFloats(nurbs.knotsInU, nurbs.claimedCount); },
+         .within = "surface"},
+        {.name = "knotsInV",
+         .start =
+             [](VokNurbsSurface& nurbs, VokParse& parse) {
+                 nurbs.claimedCount = GetCount(parse.GetAttributes(), "numKnotsInV", 0);
+             },
+         .data = [](VokNurbsSurface& nurbs,
+                    VokParse& parse) { parse.ReadFloats(nurbs.knotsInV, nurbs.claimedCount); },
+         .within = "surface"},
+    };
+    return rows;
+}
+
+void VokNurbsSurface::WriteSurface(const VokNurbsSurface& nurbs, VokFile& file,
+                                   std::string_view name) {
+    VokAttributes attributes;
+    attributes.SetUnsigned("uOrder", nurbs.uOrder);
+    attributes.SetUnsigned("vOrder", nurbs.vOrder);
+    attributes.SetFloat("uMin", nurbs.uMin);
+    attributes.SetFloat("uMax", nurbs.uMax);
+    attributes.SetFloat("vMin", nurbs.vMin);
+    attributes.SetFloat("vMax", nurbs.vMax);
+    file.OpenTag(name, attributes);
+
+    VokAttributes grid;
+    grid.SetUnsigned("numCVinU", nurbs.numCVinU);
+    grid.SetUnsigned("numCVinV", nurbs.numCVinV);
+    WriteList(file, "controlVertices", grid, nurbs.controlVertices);
+    VokAttributes inU;
+    inU.SetUnsigned("numKnotsInU", static_cast<unsigned>(nurbs.knotsInU.size()));
+    WriteList(file, "knotsInU", inU, nurbs.knotsInU);
+    VokAttributes inV;
+    inV.SetUnsigned("numKnotsInV", static_cast<unsigned>(nurbs.knotsInV.size()));
+    WriteList(file, "knotsInV", inV, nurbs.knotsInV);
+    file.CloseTag(name);
+}
