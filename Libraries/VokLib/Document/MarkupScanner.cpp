@@ -48,6 +48,7 @@ const char* MarkupScanner::Step(const char* p, const char* end) {
             from = p;
             bytesBefore = 0;
             attributes = 0;
+            choices = 0;
             state = State::Opened;
             return p + 1;
         case State::Opened:
@@ -157,6 +158,13 @@ const char* MarkupScanner::ScanDoctype(const char* p, const char* end) {
                 break;
             case ']':
                 inSubset = false;
+                break;
+            case '|':
+                if (++choices > VokLimits::kMaxDoctypeChoices) {
+                    exceeded = "more than " + std::to_string(VokLimits::kMaxDoctypeChoices) +
+                               " choices in one document type";
+                    return end;
+                }
                 break;
             case '?':
                 if (!inSubset || ByteBefore(p, 1) != '<') break;

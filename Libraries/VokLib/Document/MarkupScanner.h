@@ -58,6 +58,7 @@ class MarkupScanner {
     char quote = 0;
     bool inSubset = false;        // inside the brackets of a document type
     std::size_t attributes = 0;   // of the tag in hand
+    std::size_t choices = 0;      // of the document type in hand
     std::size_t bytesBefore = 0;  // of the markup in hand, in the blocks before this one
     std::size_t partBegin = 0;    // of a comment or instruction in a document type
     const char* first = nullptr;  // of the block in hand

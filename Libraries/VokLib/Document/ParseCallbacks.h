@@ -13,6 +13,7 @@
 class VokObj;
 class VokParse;
 class VokWorld;
+struct VokParseFailure;
 
 /// The stack of objects that the events of the parser drive: each start tag, text and end tag goes
 /// to the object on top.
@@ -25,6 +26,9 @@ class VokParseCallbacks : public ParserEvents {
     void Clear();
     /// Set by VokParse::Skip; the element's end takes it back.
     void SetSkipping(bool skip) { skipping = skip; }
+    /// The object that receives the events; null for none.
+    const VokObj* GetReceiver() const { return stack.empty() ? nullptr : stack.back(); }
+    static const VokParseFailure& FailureOf(const VokParse& reader);
 
     void StartElement(const char* name, const char** attributes) override;
     void EndElement(const char* name) override;

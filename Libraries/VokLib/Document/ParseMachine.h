@@ -5,6 +5,7 @@
 #include "Document/PushParser.h"
 
 #include <VokLib/VokParse.h>
+#include <VokLib/VokParseFailure.h>
 
 #include <cstddef>
 #include <memory>
@@ -20,6 +21,8 @@ struct VokParse::Machine {
     };
 
     explicit Machine(VokParse& reader) : callbacks(reader), skip(reader) {}
+    /// Keeps the place that the parser and the objects have reached.
+    void NoteFailure();
 
     VokParseCallbacks callbacks;
     SkipEvents skip;
@@ -31,4 +34,5 @@ struct VokParse::Machine {
     std::vector<char> updateBuffer;  // the raw document, when it has to be updated
     std::string version;             // the default namespace of the document
     std::size_t bytesRead = 0;
+    VokParseFailure failure;  // stays when the document is done with
 };

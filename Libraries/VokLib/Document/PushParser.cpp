@@ -9,6 +9,13 @@
 #include <new>
 #include <utility>
 
+namespace {
+
+/// Of the parser: "xml", "xmlns" and the address of the first.
+constexpr std::size_t kOwnNames = 3;
+
+}  // namespace
+
 /// What the parser calls. Exceptions do not travel through its C frames: the first one is kept and
 /// the parser stopped.
 struct PushParser::Callbacks {
@@ -75,6 +82,7 @@ void PushParser::Stop() {
 int PushParser::Push(const char* bytes, std::size_t size, bool last) {
     const int code = xmlParseChunk(context.get(), bytes, static_cast<int>(size), last ? 1 : 0);
     if (failure) std::rethrow_exception(std::exchange(failure, nullptr));
+    if (code == 0) CheckNames();
     return code;
 }
 
@@ -90,11 +98,18 @@ void PushParser::CheckStart() {
     if (depth == VokLimits::kMaxElementDepth)
         Fail("more than " + std::to_string(VokLimits::kMaxElementDepth) + " nested elements",
              GetLine(), GetColumn());
+    CheckNames();
     if (depth == 0 && refusesExternalSubset && context->hasExternalSubset != 0) {
         ThrowVokException("The document type of \"" + documentName +
                           "\" names an external file; external files are not read.");
     }
     ++depth;
+}
+
+void PushParser::CheckNames() const {
+    if (static_cast<std::size_t>(xmlDictSize(context->dict)) > VokLimits::kMaxNames + kOwnNames)
+        Fail("more than " + std::to_string(VokLimits::kMaxNames) + " different names", GetLine(),
+             GetColumn());
 }
 
 void PushParser::FailBehindInput(const std::string& text) const {

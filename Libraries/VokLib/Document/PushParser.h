@@ -30,8 +30,8 @@ class PushParser {
     /// Ends the parse from within an event; what was pushed already counts as an error then.
     void Stop();
 
-    /// Returns libxml2's error code, 0 for none. What an event threw, or a limit on nesting, goes
-    /// before any error.
+    /// Returns libxml2's error code, 0 for none. What an event threw, or a limit on nesting or
+    /// names, goes before any error.
     int Push(const char* bytes, std::size_t size, bool last);
 
     int GetLine() const;
@@ -43,6 +43,7 @@ class PushParser {
     struct Callbacks;
     [[noreturn]] void Fail(const std::string& text, int line, int column) const;
     void CheckStart();
+    void CheckNames() const;
 
     ParserEvents* events;
     std::string documentName;
