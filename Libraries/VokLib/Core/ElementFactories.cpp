@@ -117,7 +117,9 @@ ElementFactories::ElementFactories() {
     }
 }
 
-ElementFactories::~ElementFactories() { Unregister(); }
+ElementFactories::~ElementFactories() {
+    Unregister();
+}
 
 void ElementFactories::Unregister() noexcept {
     while (registered > 0) VokFactory::UnregisterFactory(kRows[--registered].element);

@@ -54,3 +54,10 @@ void VokFactory::UnregisterFactory(std::string_view name) {
 std::size_t VokFactory::FactoryCount() {
     return GetRegistry().size();
 }
+
+std::vector<std::string_view> VokFactory::GetNames() {
+    std::vector<std::string_view> names;
+    for (const auto& [id, entry] : GetRegistry()) names.push_back(entry.name);
+    std::sort(names.begin(), names.end());
+    return names;
+}

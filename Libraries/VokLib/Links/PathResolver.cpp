@@ -55,7 +55,7 @@ PathResolver::Outcome PathResolver::Advance(Walk& walk) {
         // A path never stops at an instance, nor passes through it, by the instance's own name.
         if (child == nullptr || child->IsExactly(VokInstance::TypeId())) {
             VokPathCache::SpecialChildren& special = cache.GetSpecialChildren(*walk.current);
-            child = FindThroughInstances(walk, special);
+            child = cache.FindInScenes(special, walk.Segment(), walk.scenesTried);
             if (child == nullptr) {
                 if (special.resolved == special.instances.size()) return Outcome::NotFound;
                 ResolveNextInstance(special);
@@ -76,13 +76,6 @@ void PathResolver::StepTo(Walk& walk, VokObj* object) {
         walk.begin = walk.path.size() + 1;
     else
         walk.end = SegmentEnd(walk.path, walk.begin);
-}
-
-VokObj* PathResolver::FindThroughInstances(Walk& walk, VokPathCache::SpecialChildren& special) {
-    for (; walk.scenesTried < special.scenes.size(); ++walk.scenesTried)
-        if (VokObj* found = cache.FindChild(*special.scenes[walk.scenesTried], walk.Segment()))
-            return found;
-    return nullptr;
 }
 
 void PathResolver::ResolveNextInstance(VokPathCache::SpecialChildren& special) {

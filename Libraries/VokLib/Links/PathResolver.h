@@ -38,7 +38,6 @@ class PathResolver {
     void Begin(std::string path, VokPathCache::SpecialChildren* waiting);
     Outcome Advance(Walk& walk);
     static void StepTo(Walk& walk, VokObj* object);
-    VokObj* FindThroughInstances(Walk& walk, VokPathCache::SpecialChildren& special);
     void ResolveNextInstance(VokPathCache::SpecialChildren& special);
     static void AcceptScene(VokPathCache::SpecialChildren& special, VokObj* target);
     VokReference* FindReference(const Walk& walk);

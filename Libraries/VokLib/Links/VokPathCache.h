@@ -28,6 +28,10 @@ class VokPathCache {
         /// The next instance is being resolved; who comes by here again goes in a circle.
         bool resolving = false;
         std::unordered_set<const VokObj*> knownScenes;
+        /// The children of the first `mergedScenes` scenes by name, of several the first.
+        std::unordered_map<std::string_view, VokObj*> merged;
+        std::size_t mergedScenes = 0;
+        std::size_t looks = 0;  // into single scenes, not yet weighed against merging one
         /// The first reference of each namespace.
         std::unordered_map<std::string, VokReference*> references;
     };
@@ -38,6 +42,9 @@ class VokPathCache {
     /// As VokObj::FindChild.
     VokObj* FindChild(const VokObj& parent, std::string_view name);
     SpecialChildren& GetSpecialChildren(const VokObj& parent);
+    /// The first child of this name in the scenes found so far, those before number `tried` being
+    /// known not to have one; raises `tried` to their number when there is none.
+    VokObj* FindInScenes(SpecialChildren& special, std::string_view name, std::size_t& tried);
     /// The first reference under the root, in pre-order, whose namespace with the namespaces of its
     /// own name is `full`.
     VokReference* FindReference(const std::string& full);
@@ -48,9 +55,12 @@ class VokPathCache {
         std::unique_ptr<NameIndex> index;
     };
 
+    void MergeScenes(SpecialChildren& special);
+
     VokObj* root;
+    std::size_t mergedNames = 0;  // over all objects
     std::unordered_map<const VokObj*, WideParent> wideParents;
-    std::unordered_map<const VokObj*, SpecialChildren> special;
+    std::unordered_map<const VokObj*, SpecialChildren> specialOfParents;
     bool knowsReferences = false;
     std::unordered_map<std::string, VokReference*> references;
 };

@@ -1,6 +1,7 @@
 #include "VokLib/Core/CoreScene.h"
 
 #include <VokLib/VokAnim.h>
+#include <VokLib/VokInstance.h>
 #include <VokLib/VokNode.h>
 #include <VokLib/VokObjLinkStore.h>
 #include <VokLib/VokReference.h>
@@ -165,4 +166,25 @@ TEST_F(LinkStore, OfManyChildrenOfOneNameTheFirstIsMeant) {
     for (int i = 0; i < 20; ++i) handles.emplace_back(a, "||same");
     EXPECT_EQ(Resolve(), 0u);
     for (const VokObjLinkHandle& handle : handles) EXPECT_EQ(handle.GetTarget(), first);
+}
+
+TEST_F(LinkStore, ManyLinksThroughManyInstancesResolve) {
+    constexpr int kCount = 20000;
+    std::vector<VokNode*> targets;
+    std::vector<VokObjLinkHandle> handles;
+    handles.reserve(kCount + 1);
+    for (int i = 0; i < kCount; ++i) {
+        const std::string number = std::to_string(i);
+        VokScene* scene = Add<VokScene>(&world, "s" + number);
+        targets.push_back(Add<VokNode>(scene, "n" + number));
+        Add<VokNode>(scene, "same");
+        Add<VokInstance>(a, "i" + number)->target.SetTargetPath("|s" + number);
+        handles.emplace_back(a, "||a|n" + std::to_string(kCount - 1 - i));
+    }
+    handles.emplace_back(a, "||a|same");
+    EXPECT_EQ(Resolve(), 0u);
+    for (int i = 0; i < kCount; ++i)
+        ASSERT_EQ(handles[static_cast<std::size_t>(i)].GetTarget(),
+                  targets[static_cast<std::size_t>(kCount - 1 - i)]);
+    EXPECT_EQ(handles.back().GetTarget(), world.FindChild("s0")->FindChild("same"));
 }
