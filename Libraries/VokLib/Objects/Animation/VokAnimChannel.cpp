@@ -87,8 +87,10 @@ void VokAnimChannel::ReadAnimData(VokAnimChannel& channel, VokParse& parse) {
         FindAnimInterp(GetRequired(given, "interp", &channel)).value_or(channel.interp);
     channel.numKeys = GetCount(given, "numKeys", 0);
     channel.SetKeyStride(GetCount(given, "keyStride", 1));
-    channel.hasTimeOffset = given.Has("timeOffset");
-    channel.timeOffset = given.GetFloat("timeOffset", 0);
+    if (given.Has("timeOffset")) {
+        channel.hasTimeOffset = true;
+        channel.timeOffset = given.GetFloat("timeOffset", 0);
+    }
     if (given.Has("duration")) channel.SetDuration(given.GetFloat("duration", 0));
 }
 

@@ -1,6 +1,5 @@
 #include <VokLib/VokLodGroup.h>
 
-#include <VokLib/VokException.h>
 #include <VokLib/VokFields.h>
 
 using namespace VokFields;
@@ -10,8 +9,7 @@ std::span<const VokChildElement<VokLodGroup>> VokLodGroup::ChildElements() {
         {.name = "thresholds",
          .start =
              [](VokLodGroup& group, VokParse& parse) {
-                 if (!parse.GetAttributes().Has("count"))
-                     ThrowVokException("Missing attribute in parse", &group);
+                 GetRequired(parse.GetAttributes(), "count", &group);
                  group.announcedThresholds = GetCount(parse.GetAttributes(), "count", 0);
              },
          .data =

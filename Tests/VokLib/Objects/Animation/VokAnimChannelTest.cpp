@@ -151,6 +151,13 @@ TEST(VokAnimChannel, AnUnknownKindLeavesTheKindAsItWas) {
     EXPECT_EQ(scene.First<VokAnimChannel>().interp, AnimInterp::Smooth);
 }
 
+TEST(VokAnimChannel, AnOffsetOnceGivenStays) {
+    Scene scene(R"(<animChannel name="c"><animData interp="Linear" timeOffset="2"/>
+        <animData interp="Linear"/></animChannel>)");
+    EXPECT_TRUE(scene.First<VokAnimChannel>().hasTimeOffset);
+    EXPECT_EQ(scene.First<VokAnimChannel>().timeOffset, 2);
+}
+
 TEST(VokAnimChannel, TheKindMustBeGiven) {
     EXPECT_EQ(LoadFailure(Channel("numKeys=\"1\"", "")),
               (Failure{"Missing attribute in parse", "|c"}));
