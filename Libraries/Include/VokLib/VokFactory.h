@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <string_view>
+#include <vector>
 
 class VokObj;
 
@@ -21,5 +22,7 @@ Function FindFactory(std::string_view name);
 /// An absent name is ignored.
 void UnregisterFactory(std::string_view name);
 std::size_t FactoryCount();
+/// All names, sorted; each is valid until it is unregistered.
+std::vector<std::string_view> GetNames();
 
 }  // namespace VokFactory
