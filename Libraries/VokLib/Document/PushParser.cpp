@@ -14,6 +14,12 @@ namespace {
 /// Of the parser: "xml", "xmlns" and the address of the first.
 constexpr std::size_t kOwnNames = 3;
 
+/// Entities of a document type are put down in a document of their own, which is nobody's.
+void FreeParser(xmlParserCtxtPtr parser) {
+    xmlFreeDoc(parser->myDoc);
+    xmlFreeParserCtxt(parser);
+}
+
 }  // namespace
 
 /// What the parser calls. Exceptions do not travel through its C frames: the first one is kept and
@@ -60,7 +66,7 @@ PushParser::PushParser(ParserEvents& receiver, std::string_view name, bool refus
     : events(&receiver),
       documentName(name),
       refusesExternalSubset(refuseExternalSubset),
-      context(nullptr, xmlFreeParserCtxt) {
+      context(nullptr, FreeParser) {
     const auto handlers = std::make_unique<xmlSAXHandler>();
     handlers->startElement = Callbacks::Start;
     handlers->endElement = Callbacks::End;
