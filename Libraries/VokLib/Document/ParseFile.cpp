@@ -1,3 +1,5 @@
+#include "Document/ParseMachine.h"
+
 #include <VokLib/VokException.h>
 #include <VokLib/VokParse.h>
 
@@ -15,6 +17,7 @@ struct CloseFile {
 }  // namespace
 
 void VokParse::ParseFile(VokWorld& world, const std::string& path) {
+    machine->failure = {};
     CheckFactories();
     const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
     if (file == nullptr) ThrowVokException("File open error: \"" + path + "\"");

@@ -21,11 +21,15 @@ bool HasLooseLinks(const std::string& version) {
 
 }  // namespace
 
-void ResolveDocumentLinks(VokWorld& world, const std::string& outdatedVersion) {
+void ResolveDocumentLinks(VokWorld& world, const std::string& outdatedVersion,
+                          std::vector<std::string>& unresolved) {
     VokObjLinkStore& store = VokObjLinkStore::Get();
-    std::set<std::string> unresolved;
-    if (store.ResolveLinks(&world, &unresolved, false) == 0) return;
-    if (!HasLooseLinks(outdatedVersion)) ThrowVokException("Unresolved VokObjLinks");
+    std::set<std::string> failed;
+    if (store.ResolveLinks(&world, &failed, false) == 0) return;
+    if (!HasLooseLinks(outdatedVersion)) {
+        unresolved.assign(failed.begin(), failed.end());
+        ThrowVokException("Unresolved VokObjLinks");
+    }
 
     const std::string rule(65, '-');
     std::cerr << rule << '\n'
@@ -33,6 +37,6 @@ void ResolveDocumentLinks(VokWorld& world, const std::string& outdatedVersion) {
               << "         that would be invalid in a newer, stricter qeli version.\n"
               << "         These links have been removed.\n"
               << rule << '\n';
-    for (const std::string& link : unresolved) std::cerr << "Unresolved link: " << link << '\n';
+    for (const std::string& link : failed) std::cerr << "Unresolved link: " << link << '\n';
     store.RemoveUnresolved();
 }

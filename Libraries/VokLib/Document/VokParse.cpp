@@ -12,6 +12,7 @@
 #include <VokLib/VokException.h>
 #include <VokLib/VokFactory.h>
 #include <VokLib/VokFilenameTranslator.h>
+#include <VokLib/VokPath.h>
 #include <VokLib/VokPathText.h>
 #include <VokLib/VokUpdate.h>
 #include <VokLib/VokWorld.h>
@@ -28,6 +29,14 @@ std::string MakeAbsolute(const std::string& filename) {
     return VokPathText::TidyAbsolutePath(filename, base);
 }
 
+std::string PathOf(const VokObj* object) {
+    try {
+        return VokPath(object).GetText();
+    } catch (...) {
+        return {};  // the world itself, or nothing in hand
+    }
+}
+
 /// File names in a loaded tree are in the primary form.
 void TakePrimaryForm(VokWorld& world) {
     const std::string form = world.GetFilenameForm();
@@ -37,6 +46,21 @@ void TakePrimaryForm(VokWorld& world) {
 }
 
 }  // namespace
+
+void VokParse::Machine::NoteFailure() {
+    failure.object = PathOf(callbacks.GetReceiver());
+    if (updateState == UpdateState::Outdated) return;
+    failure.line = parser->GetLine();
+    failure.column = parser->GetColumn();
+}
+
+const VokParseFailure& VokParseCallbacks::FailureOf(const VokParse& reader) {
+    return reader.machine->failure;
+}
+
+const VokParseFailure& GetParseFailure(const VokParse& reader) {
+    return VokParseCallbacks::FailureOf(reader);
+}
 
 VokParse::VokParse() : machine(std::make_unique<Machine>(*this)) {
     xmlSubstituteEntitiesDefault(1);
@@ -50,6 +74,7 @@ void VokParse::SetAllowUpdate(bool allow) {
 
 void VokParse::ParseBuffer(VokWorld& world, const char* bytes, std::size_t size,
                            std::uint32_t stage, const char* filename) {
+    if ((stage & kFirstBlock) != 0) machine->failure = {};
     if ((stage & ~(kFirstBlock | kLastBlock)) != 0)
         QelTools::Common::ThrowException("Invalid buffer stage parameter.");
     CheckFactories();
@@ -66,7 +91,8 @@ void VokParse::ParseBuffer(VokWorld& world, const char* bytes, std::size_t size,
         FeedBlock(bytes, size, last, documentName);
         if (!last) return;
         const bool isCurrent = machine->updateState == Machine::UpdateState::Current;
-        ResolveDocumentLinks(*machine->world, isCurrent ? std::string() : machine->version);
+        ResolveDocumentLinks(*machine->world, isCurrent ? std::string() : machine->version,
+                             machine->failure.unresolvedLinks);
         TakePrimaryForm(*machine->world);
     } catch (...) {
         Reset();
@@ -131,8 +157,15 @@ void VokParse::FeedParser(const char* bytes, std::size_t size, bool last,
                           std::string_view documentName) {
     machine->bytesRead += size;
     SetDocumentBytes(machine->bytesRead);
-    const int code = machine->feed->Feed(bytes, size, last);
+    int code = 0;
+    try {
+        code = machine->feed->Feed(bytes, size, last);
+    } catch (...) {
+        machine->NoteFailure();
+        throw;
+    }
     if (code == 0) return;
+    machine->NoteFailure();
     ThrowVokException("Libxml2 parse error: " + std::to_string(code) + " in \"" +
                       std::string(documentName) + "\" Line " +
                       std::to_string(machine->parser->GetLine()) + " Column " +
