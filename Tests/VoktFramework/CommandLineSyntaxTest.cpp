@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "Platform/OrdinaryUser.h"
 #include "VoktFramework/FreshFolder.h"
 #include "VoktFramework/ThrownText.h"
 
@@ -438,9 +439,11 @@ TEST_F(CommandLineFiles, AnOutputMustNotBeAnInput) {
 }
 
 TEST_F(CommandLineFiles, AnOutputThatCanOnlyBeReadIsRefused) {
-    if (PermissionsAreIgnored()) GTEST_SKIP() << "a superuser may write every file";
     const std::string locked = folder.WriteFile("locked", "");
-    std::filesystem::permissions(locked, std::filesystem::perms::owner_read);
+    using std::filesystem::perms;
+    std::filesystem::permissions(locked,
+                                 perms::owner_read | perms::group_read | perms::others_read);
+    const OrdinaryUser user;
     VoktCommandLineSyntax syntax = ToolSyntax();
     EXPECT_EQ(ParseFailure(syntax, {"-in", input, "-out", locked}),
               "Output file \"" + locked + "\" is not writable.");

@@ -30,10 +30,3 @@ std::string FreshFolder::ReadFile(std::string_view name) const {
     std::ifstream file(*this / name, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
 }
-
-bool PermissionsAreIgnored() {
-    const FreshFolder folder;
-    const std::string file = folder.WriteFile("locked", "");
-    std::filesystem::permissions(file, std::filesystem::perms::owner_read);
-    return std::ofstream(file, std::ios::app).is_open();
-}

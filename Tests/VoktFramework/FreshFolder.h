@@ -23,7 +23,3 @@ class FreshFolder {
   private:
     std::string path;
 };
-
-/// True where permissions hold nobody back, as for a superuser: tests over refused permissions have
-/// nothing to look at then.
-bool PermissionsAreIgnored();

@@ -12,6 +12,7 @@
 #include <stdexcept>
 #include <string>
 
+#include "../../Libraries/HashClient/ProxyTransport.h"
 #include "VoktFramework/ThrownText.h"
 
 namespace {
@@ -35,6 +36,34 @@ class HashServerName {
         }
     }
     std::optional<std::string> before;
+};
+
+// A proxy that starts, and hangs up at the first request.
+class RudeProxy : public ProxyTransport {
+  public:
+    std::uint32_t Spawn(const char*) override { return 0; }
+    bool Open(ProxyFailure&) override { return open = true; }
+    void Close() override { open = false; }
+    bool IsOpen() const override { return open; }
+    std::uint32_t Handle() const override { return 0; }
+    ProxyExchange Exchange(std::span<const char>, std::span<char>, std::uint32_t&,
+                           std::uint32_t& error) override {
+        error = 5;
+        return ProxyExchange::Failed;
+    }
+
+  private:
+    bool open = false;
+};
+
+// While it lives, every configured proxy is a rude one.
+class RudeProxies {
+  public:
+    RudeProxies() {
+        SetProxyTransportMaker(
+            []() -> std::unique_ptr<ProxyTransport> { return std::make_unique<RudeProxy>(); });
+    }
+    ~RudeProxies() { SetProxyTransportMaker(nullptr); }
 };
 
 bool IsUp() {
@@ -115,4 +144,29 @@ TEST(HashClientComponent, TheLibraryGoesDownBehindAFailedRunToo) {
     } catch (const std::runtime_error&) {
         EXPECT_FALSE(IsUp());
     }
+}
+
+TEST(HashClientComponent, AGoodbyeThatFailsLeavesTheDestructor) {
+    const HashServerName server("anything");
+    const RudeProxies proxies;
+    VoktUniverse universe;
+    auto component = std::make_unique<VoktHashClient>();
+    component->Process(universe);
+    // The way to the proxy is gone by then, and with it the place of its failure.
+    EXPECT_EQ(ThrownText<QelTools::Common::Exception>([&] { delete component.release(); }),
+              "QelHashClientUtil::Shutdown : General proxy communication error");
+    EXPECT_FALSE(IsUp());
+}
+
+TEST(HashClientComponent, AGoodbyeThatFailsDoesNotHideAnEarlierFailure) {
+    const HashServerName server("anything");
+    const RudeProxies proxies;
+    EXPECT_EQ(ThrownText<std::runtime_error>([] {
+                  VoktUniverse universe;
+                  VoktHashClient component;
+                  component.Process(universe);
+                  throw std::runtime_error("a later stage");
+              }),
+              "a later stage");
+    EXPECT_FALSE(IsUp());
 }

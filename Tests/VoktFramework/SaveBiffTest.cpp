@@ -12,6 +12,7 @@
 #include <string>
 #include <vector>
 
+#include "Platform/OrdinaryUser.h"
 #include "VoktFramework/FreshFolder.h"
 #include "VoktFramework/ThrownText.h"
 
@@ -172,7 +173,8 @@ TEST_F(SaveOneWord, AFailureBetweenTheTwoFilesLeavesTheFirst) {
 }
 
 TEST_F(SaveOneWord, AReadOnlyOutputIsRefused) {
-    if (PermissionsAreIgnored()) GTEST_SKIP() << "a superuser may write every file";
+    fs::permissions(folder.GetPath(), fs::perms::all);
+    const OrdinaryUser user;
     const std::string locked = folder.WriteFile("locked", "kept");
     fs::permissions(locked, fs::perms::owner_read);
     const std::string text = "Output file \"" + locked + "\" is not writeable.\n";
@@ -182,7 +184,8 @@ TEST_F(SaveOneWord, AReadOnlyOutputIsRefused) {
 }
 
 TEST_F(SaveOneWord, AReadOnlyOutputIsWrittenByForce) {
-    if (PermissionsAreIgnored()) GTEST_SKIP() << "a superuser may write every file";
+    fs::permissions(folder.GetPath(), fs::perms::all);
+    const OrdinaryUser user;
     const std::string locked = folder.WriteFile("locked", "old");
     fs::permissions(locked, fs::perms::owner_read | fs::perms::group_exec);
     Run({"-out", locked, "-forceWrite", "1"});
