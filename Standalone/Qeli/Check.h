@@ -1,0 +1,8 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// Loads each document and says on standard output that it is fine or on standard error what is
+/// wrong with it. Returns whether all are fine.
+bool Check(const std::vector<std::string>& paths);

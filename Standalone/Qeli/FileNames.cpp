@@ -1,0 +1,95 @@
+#include "FileNames.h"
+
+#include <Platform/Paths.h>
+#include <QelTools/Exception.h>
+#include <VokLib/VokDependencies.h>
+#include <VokLib/VokEncoding.h>
+#include <VokLib/VokException.h>
+#include <VokLib/VokPathText.h>
+#include <VokLib/VokWorld.h>
+
+#include <algorithm>
+#include <filesystem>
+#include <unordered_set>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+bool HasDrive(const std::string& name) {
+    return name.size() >= 2 && name[1] == ':' &&
+           ((name[0] >= 'a' && name[0] <= 'z') || (name[0] >= 'A' && name[0] <= 'Z'));
+}
+
+std::string WithSlashes(std::string name) {
+    std::replace(name.begin(), name.end(), '\\', '/');
+    return name;
+}
+
+/// Rewrites names relative to one document so that they are relative to another. The system's names
+/// are UTF-8, those in a document single bytes.
+class MoveNames : public VokUpdateDependencies {
+  public:
+    MoveNames(std::string oldDocument, std::string newDocument)
+        : from(std::move(oldDocument)), to(std::move(newDocument)) {}
+
+    void Translate(std::string& out, const std::string& name, const VokObj* object) override {
+        try {
+            out = Move(name);
+        } catch (const std::exception& failure) {
+            ThrowVokException("The file name \"" + name + "\" cannot be written relative to \"" +
+                                  to + "\": " + failure.what(),
+                              object);
+        }
+    }
+
+  private:
+    std::string Move(const std::string& name) const {
+        const std::string system = VokEncoding::ToUtf8(name);
+        const std::string absolute = VokPathText::TidyAbsolutePath(system, from);
+        // A name that does not depend on the document's place stays as its author wrote it.
+        if (LeadsTo(absolute, system)) return name;
+        // Folders are compared without letter case, which may hold two folders for one.
+        std::string moved = WithSlashes(VokPathText::MakeRelativePath(absolute, to));
+        if (!LeadsTo(absolute, moved)) moved = WithSlashes(absolute);
+        if (!LeadsTo(absolute, moved)) ThrowVokException("no name leads there");
+        return VokEncoding::ToLatin1(moved);
+    }
+
+    bool LeadsTo(const std::string& absolute, const std::string& name) const {
+        try {
+            return VokPathText::TidyAbsolutePath(name, to) == absolute;
+        } catch (const QelTools::Common::Exception&) {
+            return false;  // it climbs out of the root
+        }
+    }
+
+    std::string from;
+    std::string to;
+};
+
+}  // namespace
+
+std::vector<std::string> DependedFiles(const VokWorld& world, const std::string& typedPath) {
+    VokDependencies names;
+    CollectDependencies(world, names);
+    const fs::path document = fs::path(typedPath).lexically_normal();
+    std::unordered_set<std::string> known = {document.string()};
+    std::vector<std::string> files;
+    for (const std::string& name : names.GetFiles()) {
+        std::string file = WithSlashes(VokEncoding::ToUtf8(name));
+        if (!HasDrive(file)) file = (document.parent_path() / file).lexically_normal().string();
+        if (known.insert(file).second) files.push_back(file);
+    }
+    return files;
+}
+
+void MoveDocument(VokWorld& world, const std::string& oldPath, const std::string& newPath) {
+    const std::string from = Platform::FullPath(oldPath).value_or(oldPath);
+    const std::string to = Platform::FullPath(newPath).value_or(newPath);
+    if (fs::path(from).parent_path() != fs::path(to).parent_path()) {
+        MoveNames names(from, to);
+        RewriteDependencies(world, names);
+    }
+    world.SetFilename(to);
+}

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+class VokWorld;
+
+/// The files that the loaded document `typedPath` depends on, each once, as a program opens them
+/// that runs where this one does: relative to the working directory when the document's own path
+/// is, absolute when that is absolute. The document itself is not among them.
+std::vector<std::string> DependedFiles(const VokWorld& world, const std::string& typedPath);
+
+/// Makes `newPath` the name of the document that was loaded from `oldPath` and rewrites its
+/// relative file names so that they lead to the same files from there. In the same folder every
+/// name stays as it is. Throws a VokException for a name that cannot be rewritten.
+void MoveDocument(VokWorld& world, const std::string& oldPath, const std::string& newPath);

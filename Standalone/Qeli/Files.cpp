@@ -1,0 +1,47 @@
+#include "Files.h"
+
+#include "DependencyFile.h"
+#include "FailureText.h"
+#include "FileNames.h"
+#include "LoadDocument.h"
+#include "OutputFile.h"
+
+#include <VokLib/VokWorld.h>
+
+#include <filesystem>
+#include <iostream>
+#include <vector>
+
+namespace {
+
+std::vector<std::string> FilesOf(const std::string& path) {
+    VokWorld world;
+    LoadDocument(world, path);
+    std::vector<std::string> files = DependedFiles(world, path);
+    for (const std::string& file : files) {
+        const std::size_t lineEnd = file.find_first_of("\r\n");
+        if (lineEnd != std::string::npos)
+            throw DocumentFailure({path}, "A list of lines cannot hold the line break behind '" +
+                                              file.substr(0, lineEnd) + "' in a file name");
+    }
+    return files;
+}
+
+}  // namespace
+
+void PrintFiles(const std::string& path) {
+    for (const std::string& file : FilesOf(path)) std::cout << file << '\n';
+}
+
+void WriteDependencyFile(const std::string& path, const std::string& out,
+                         const std::string& target) {
+    std::vector<std::string> files = FilesOf(path);
+    files.insert(files.begin(), path);
+    std::error_code error;
+    if (std::filesystem::equivalent(path, out, error))
+        throw DocumentFailure({out}, "The dependency file would replace the document");
+    OutputFile file(out);
+    file.GetStream() << DependencyFileText(target, files);
+    file.Finish();
+    file.Publish();
+}

@@ -1,0 +1,10 @@
+#pragma once
+
+#include <string>
+
+/// Prints the files that a document depends on, one a line, on standard output.
+void PrintFiles(const std::string& path);
+
+/// Writes them, the document first, as a rule for Make and Ninja that remakes `target`.
+void WriteDependencyFile(const std::string& path, const std::string& out,
+                         const std::string& target);

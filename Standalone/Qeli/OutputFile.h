@@ -1,0 +1,42 @@
+#pragma once
+
+#include <filesystem>
+#include <fstream>
+#include <iosfwd>
+#include <string>
+
+/// A file that is written under a name of its own and takes the wanted one only when it is whole;
+/// until then whatever stood there stays. Each failure is thrown as a DocumentFailure with the
+/// system's reason, and nothing unfinished is left behind.
+///
+/// A regular file keeps its permissions, and a link goes on leading to the file. "-" is standard
+/// output; it, pipes and devices get the bytes when all of them are there.
+class OutputFile {
+  public:
+    /// Refuses a folder and a file that may not be written.
+    explicit OutputFile(std::string typedPath);
+    ~OutputFile();
+    OutputFile(const OutputFile&) = delete;
+    OutputFile& operator=(const OutputFile&) = delete;
+
+    std::ostream& GetStream() { return stream; }
+    /// Ends the writing and looks whether all of it succeeded.
+    void Finish();
+    /// The file that holds what was written, from Finish to Publish.
+    const std::string& GetUnfinishedName() const { return unfinished; }
+    void Publish();
+
+    /// True for a path that keeps what is written: a regular file or a free name.
+    static bool IsKept(const std::string& typedPath);
+
+  private:
+    void CreateUnfinished();
+    void CopyTo(std::ostream& out);
+    [[noreturn]] void Fail(int error) const;
+
+    std::string path;
+    std::string target;  // the path behind links
+    bool isKept;
+    std::string unfinished;
+    std::ofstream stream;
+};

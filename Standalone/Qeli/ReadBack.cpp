@@ -1,0 +1,85 @@
+#include "ReadBack.h"
+
+#include "FailureText.h"
+#include "MarkupFault.h"
+
+#include <VokLib/VokAttributes.h>
+#include <VokLib/VokDocumentFile.h>
+#include <VokLib/VokException.h>
+#include <VokLib/VokItHierarchy.h>
+#include <VokLib/VokWorld.h>
+
+#include <algorithm>
+#include <sstream>
+#include <string_view>
+
+namespace {
+
+/// What an object writes of itself, without its children.
+class OwnMarkup {
+  public:
+    const std::string& Of(const VokObj& object) {
+        stream.str({});
+        attributes.Clear();
+        object.WriteAttributes(attributes);
+        VokDocumentFile file(stream);
+        file.OpenTag(object.GetElementName(), attributes);
+        object.WriteContents(file);
+        object.WriteTail(file);
+        file.CloseTag(object.GetElementName());
+        return text = stream.str();
+    }
+
+  private:
+    std::ostringstream stream;
+    VokAttributes attributes;
+    std::string text;
+};
+
+/// The piece of a line around a position, for a message.
+std::string Excerpt(std::string_view text, std::size_t at) {
+    constexpr std::size_t kAround = 40;
+    const std::size_t lineStart = text.substr(0, at).rfind('\n') + 1;
+    const std::size_t start = std::max(lineStart, at - std::min(at, kAround));
+    const std::size_t lineEnd = std::min(text.find('\n', at), text.size());
+    return "'" + ReadableText(text.substr(start, std::min(lineEnd, at + kAround) - start)) + "'";
+}
+
+[[noreturn]] void ThrowDifference(const VokObj& object, std::string_view written,
+                                  std::string_view readBack) {
+    const auto differing =
+        std::mismatch(written.begin(), written.end(), readBack.begin(), readBack.end());
+    const auto at = static_cast<std::size_t>(differing.first - written.begin());
+    ThrowVokException("The written document would be read otherwise: " + Excerpt(written, at) +
+                          " as " + Excerpt(readBack, at),
+                      &object);
+}
+
+}  // namespace
+
+void CheckMarkup(VokWorld& world) {
+    OwnMarkup markup;
+    for (VokItHierarchy it(&world); !it.AtEnd(); it.Next()) {
+        const std::string fault = FindMarkupFault(markup.Of(*it.Current()));
+        if (!fault.empty()) ThrowVokException("The format cannot hold " + fault, it.Current());
+    }
+}
+
+void CheckReadBack(VokWorld& written, VokWorld& readBack) {
+    OwnMarkup ours;
+    OwnMarkup theirs;
+    VokItHierarchy other(&readBack);
+    for (VokItHierarchy it(&written); !it.AtEnd(); it.Next(), other.Next()) {
+        const VokObj& object = *it.Current();
+        if (other.AtEnd() || other.GetDepth() != it.GetDepth())
+            ThrowVokException("The written document would be read without this object", &object);
+        const std::string& before = ours.Of(object);
+        const std::string& after = theirs.Of(*other.Current());
+        if (before != after) ThrowDifference(object, before, after);
+    }
+    if (!other.AtEnd())
+        ThrowVokException("The written document would be read with a further object",
+                          other.Current());
+    if (written.GetUpAxis() != readBack.GetUpAxis())
+        ThrowVokException("The written document would be read with another up axis");
+}

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string>
+
+class VokObj;
+class VokWorld;
+
+/// Throws a VokException that names the first object of `world` whose markup no reader would
+/// accept; returns when there is none.
+void CheckMarkup(VokWorld& world);
+
+/// Throws a VokException that names the first object which `readBack`, what was written of
+/// `written`, holds otherwise.
+void CheckReadBack(VokWorld& written, VokWorld& readBack);

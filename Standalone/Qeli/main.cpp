@@ -1,0 +1,44 @@
+#include "CommandLine.h"
+
+#include <Platform/ReplaceFile.h>
+#include <Platform/StandardStreams.h>
+#include <VokLib/VokLib.h>
+#include <VokLib/VokUpdate.h>
+
+#include <cerrno>
+#include <exception>
+#include <iostream>
+
+namespace {
+
+constexpr int kFailed = 1;
+constexpr int kQuiet = 0;
+
+/// A reader that has seen enough and closes its pipe is no failure to speak of.
+int EndStandardOutput(int status) {
+    errno = 0;
+    if (std::cout.flush()) return status;
+    if (errno != EPIPE)
+        std::cerr << "standard output: error: The file cannot be written"
+                  << (errno != 0 ? ": " + Platform::ErrorText(errno) : std::string()) << std::endl;
+    return status != 0 ? status : kFailed;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Platform::PrepareStandardStreams();
+    std::ios::sync_with_stdio(false);
+    try {
+        const VokLib library(true, true, true, true, true);
+        // Standard output belongs to the command's answer.
+        VokUpdate::Get().SetVerbosity(kQuiet);
+        return EndStandardOutput(RunCommandLine(argc, argv));
+    } catch (const std::exception& failure) {
+        std::cout.flush();
+        std::cerr << failure.what() << std::endl;
+    } catch (...) {
+        std::cerr << "qeli: error: An unknown failure" << std::endl;
+    }
+    return kFailed;
+}

@@ -1,0 +1,135 @@
+#include "EndToEnd/ProgramRun.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace {
+
+class QeliFiles : public testing::Test {
+  protected:
+    QeliFiles() {
+        std::filesystem::create_directory(folder.GetPath() / "art");
+        folder.WriteFile(
+            "art/hero.qeli",
+            Document("<scene/><reference name=\"a\" uri=\"../lib/my props.qeli\" namespace=\"p\"/>"
+                     "<reference name=\"b\" uri=\"cost$#1:2.qeli\" namespace=\"q\"/>"
+                     "<reference name=\"c\" uri=\"/shared/x.qeli\" namespace=\"r\"/>"
+                     "<reference name=\"d\" uri=\"./sub\\..\\/cost$#1:2.qeli\" namespace=\"s\"/>"
+                     "<reference name=\"e\" uri=\"hero.qeli\" namespace=\"t\"/>"
+                     "<reference name=\"f\" uri=\"B\xE4r.qeli\" namespace=\"t\"/>"));
+    }
+
+    ProgramResult Run(const std::vector<std::string>& arguments) const {
+        return folder.Run("qeli", arguments);
+    }
+
+    RunFolder folder;
+};
+
+TEST_F(QeliFiles, EachFileStandsOnceInALineAsThisMachineOpensIt) {
+    const ProgramResult run = Run({"files", "art/hero.qeli"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.errors, "");
+    EXPECT_EQ(run.output,
+              "lib/my props.qeli\nart/cost$#1:2.qeli\n/shared/x.qeli\nart/B\xC3\xA4r.qeli\n");
+}
+
+TEST_F(QeliFiles, ADocumentNamedAbsolutelyHasAbsoluteFiles) {
+    const std::string root = folder.GetPath().string();
+    EXPECT_EQ(Run({"files", root + "/art/hero.qeli"}).output,
+              root + "/lib/my props.qeli\n" + root + "/art/cost$#1:2.qeli\n/shared/x.qeli\n" +
+                  root + "/art/B\xC3\xA4r.qeli\n");
+}
+
+TEST_F(QeliFiles, ADocumentWithoutFilesPrintsNothing) {
+    folder.WriteFile("a.qeli", OneJointDocument());
+    const ProgramResult run = Run({"files", "a.qeli"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.output, "");
+}
+
+TEST_F(QeliFiles, TheDependencyFileIsARuleWithMakesEscapes) {
+    const ProgramResult run = Run(
+        {"files", "art/hero.qeli", "--depfile", "hero.d", "--target", "out dir/he$ro#1:LE.bin"});
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(folder.ReadFile("hero.d"),
+              "out\\ dir/he$$ro\\#1\\:LE.bin: \\\n"
+              "  art/hero.qeli \\\n"
+              "  lib/my\\ props.qeli \\\n"
+              "  art/cost$$\\#1\\:2.qeli \\\n"
+              "  /shared/x.qeli \\\n"
+              "  art/B\xC3\xA4r.qeli\n");
+}
+
+TEST_F(QeliFiles, ABackslashIsDoubledInFrontOfABlankAlone) {
+    folder.WriteFile("a.qeli", OneJointDocument());
+    EXPECT_EQ(Run({"files", "a.qeli", "--depfile", "-", "--target", "a\\b\\ c\td"}).output,
+              "a\\b\\\\\\ c\\\td: \\\n  a.qeli\n");
+}
+
+TEST_F(QeliFiles, ADependencyFileNeedsATargetAndATargetAFile) {
+    const ProgramResult noTarget = Run({"files", "art/hero.qeli", "--depfile", "hero.d"});
+    EXPECT_EQ(noTarget.status, 2);
+    EXPECT_EQ(noTarget.errors,
+              "qeli: --depfile requires --target\nRun qeli --help for more information.\n");
+    EXPECT_FALSE(folder.Has("hero.d"));
+    const ProgramResult noFile = Run({"files", "art/hero.qeli", "--target", "x"});
+    EXPECT_EQ(noFile.status, 2);
+    EXPECT_EQ(noFile.output, "");
+}
+
+TEST_F(QeliFiles, EmptyNamesAreNotTakenForMissingOnes) {
+    const ProgramResult noTarget =
+        Run({"files", "art/hero.qeli", "--depfile", "hero.d", "--target", ""});
+    EXPECT_EQ(noTarget.status, 2);
+    EXPECT_EQ(noTarget.errors,
+              "qeli: --target: The name is empty\nRun qeli --help for more information.\n");
+    const ProgramResult noFile = Run({"files", "art/hero.qeli", "--depfile", "", "--target", "x"});
+    EXPECT_EQ(noFile.status, 2);
+    EXPECT_EQ(noFile.output, "");
+}
+
+TEST_F(QeliFiles, ABadDocumentLeavesTheDependencyFileAsItWas) {
+    folder.WriteFile("hero.d", "old");
+    const ProgramResult run =
+        Run({"files", "none.qeli", "--depfile", "hero.d", "--target", "hero.bin"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors,
+              "none.qeli: error: File open error: \"none.qeli\": No such file or directory\n");
+    EXPECT_EQ(folder.ReadFile("hero.d"), "old");
+}
+
+TEST_F(QeliFiles, TheDependencyFileNeverReplacesTheDocument) {
+    const std::string before = folder.ReadFile("art/hero.qeli");
+    const ProgramResult run =
+        Run({"files", "art/hero.qeli", "--depfile", "./art/hero.qeli", "--target", "hero.bin"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors,
+              "./art/hero.qeli: error: The dependency file would replace the document\n");
+    EXPECT_EQ(folder.ReadFile("art/hero.qeli"), before);
+}
+
+TEST_F(QeliFiles, ADependencyFileThatCannotBeWrittenIsNamed) {
+    const ProgramResult run =
+        Run({"files", "art/hero.qeli", "--depfile", "none/hero.d", "--target", "hero.bin"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors,
+              "none/hero.d: error: The file cannot be written: No such file or directory\n");
+}
+
+TEST_F(QeliFiles, AFileNameWithALineFeedIsRefused) {
+    folder.WriteFile("a.qeli", Document("<scene/><reference name=\"a\" uri=\"x&#10;y\" "
+                                        "namespace=\"p\"/>"));
+    const ProgramResult run = Run({"files", "a.qeli"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(
+        run.errors,
+        "a.qeli: error: A list of lines cannot hold the line break behind 'x' in a file name\n");
+}
+
+}  // namespace
