@@ -12,6 +12,7 @@ namespace Platform {
 
 void PrepareStandardStreams() {
     signal(SIGPIPE, SIG_IGN);
+    signal(SIGXFSZ, SIG_IGN);
     // From 0 upwards, for the system hands out the lowest free descriptor.
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
         if (fcntl(descriptor, F_GETFD) < 0 && errno == EBADF) open("/dev/null", O_RDWR);

@@ -166,6 +166,30 @@ TEST(RigbakeRun, TheLogHoldsTheHandlersLinesAndNeitherTheBannerNorTheLastLine) {
     EXPECT_EQ(folder.ReadFile("run.log"), "Error: 1100 No skeleton found : scene.qeli\n");
 }
 
+TEST(RigbakeRun, WarningsStandAheadOfErrorsInTheReportAndInTheLog) {
+    RunFolder folder;
+    folder.WriteFile("scene.qeli",
+                     Document("<scene><joint name=\"root\"/><joint name=\"b\"/></scene>"));
+    const ProgramResult run =
+        folder.Rigbake({"-in", "scene.qeli", "-out", ".", "-log", "run.log", "-timetool", "1"});
+    const std::string report =
+        "Warning: 10100 Multiple skeletons found. Only the first one will be exported without "
+        "-multiRoot option. : scene.qeli\n"
+        "Error: 204 Cannot open file for write; Failed to open file for Biff write. : "
+        "scene.qeli\n";
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(WithoutBanner(run.output), report + "Error: Tool encountered errors\n");
+    EXPECT_EQ(folder.ReadFile("run.log"), report);
+}
+
+TEST(RigbakeRun, ARunThatStopsBeforeItsStagesLeavesNoLog) {
+    RunFolder folder;
+    folder.WriteFile("scene.qeli", OneJointDocument());
+    EXPECT_EQ(folder.Rigbake({"-in", "scene.qeli", "-out", "o", "-log", "l", "-cua", "x"}).status,
+              1);
+    EXPECT_FALSE(folder.Has("l"));
+}
+
 TEST(RigbakeRun, TimingsNameSixStagesAndTheTotal) {
     RunFolder folder;
     folder.WriteFile("scene.qeli", OneJointDocument());

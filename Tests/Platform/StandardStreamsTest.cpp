@@ -1,9 +1,12 @@
 #include <Platform/StandardStreams.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 
 namespace {
@@ -28,6 +31,18 @@ TEST(StandardStreamsDeathTest, WritingIntoABrokenPipeIsAnOrdinaryError) {
                     if (pipe(ends) != 0) return false;
                     close(ends[0]);
                     return write(ends[1], "x", 1) == -1 && errno == EPIPE;
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST(StandardStreamsDeathTest, WritingBeyondTheSizeLimitIsAnOrdinaryError) {
+    EXPECT_EXIT(ExitAfter([] {
+                    signal(SIGXFSZ, SIG_DFL);
+                    Platform::PrepareStandardStreams();
+                    const rlimit none{};
+                    std::FILE* const file = std::tmpfile();
+                    if (file == nullptr || setrlimit(RLIMIT_FSIZE, &none) != 0) return false;
+                    return write(fileno(file), "x", 1) == -1 && errno == EFBIG;
                 }),
                 testing::ExitedWithCode(0), "");
 }

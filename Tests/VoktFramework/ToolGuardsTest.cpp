@@ -81,6 +81,40 @@ TEST_P(ToolGuards, ASceneFailureKeepsItsObjectInProcessingAlone) {
                                      : std::string(GetParam().report) + "; text\n");
 }
 
+class ToolWithoutBanner : public RecordingTool {
+  public:
+    using RecordingTool::RecordingTool;
+    void PrintBanner(const char*) override { throw std::runtime_error("text"); }
+};
+
+class ToolWithoutHelp : public RecordingTool {
+  public:
+    using RecordingTool::RecordingTool;
+    void PrintHelp() override { throw std::runtime_error("text"); }
+};
+
+/// What a tool prints that fails without arguments.
+template <class Tool>
+std::string OutputWithoutArguments() {
+    Script script;
+    testing::internal::CaptureStdout();
+    {
+        Tool tool(script);
+        const char* const words[] = {"tool"};
+        EXPECT_THROW(tool.Run(1, words), QelTools::Common::TextException);
+    }
+    return testing::internal::GetCapturedStdout();
+}
+
+TEST(ToolGuardsAtTheStart, ABannerThatFailsIsAnUnknownError) {
+    EXPECT_EQ(OutputWithoutArguments<ToolWithoutBanner>(), "Error: 0 An unknown error occurred\n");
+}
+
+TEST(ToolGuardsAtTheStart, HelpThatFailsIsAnErrorOfTheCommandLine) {
+    EXPECT_EQ(OutputWithoutArguments<ToolWithoutHelp>(),
+              kBanner + "Error: 101 An error occurred while parsing the command line; text\n");
+}
+
 TEST(ToolGuardsOnRegistration, TwoTextsOfOneIdAreAFailureOfAdding) {
     Script script;
     script.components = {"a", "b"};
