@@ -16,9 +16,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-bool HasDrive(const std::string& name) {
-    return name.size() >= 2 && name[1] == ':' &&
-           ((name[0] >= 'a' && name[0] <= 'z') || (name[0] >= 'A' && name[0] <= 'Z'));
+/// The format takes a name with a colon (a drive, an address) for a complete one.
+bool IsComplete(const std::string& name) {
+    return name.find(':') != std::string::npos;
 }
 
 std::string WithSlashes(std::string name) {
@@ -78,7 +78,7 @@ std::vector<std::string> DependedFiles(const VokWorld& world, const std::string&
     std::vector<std::string> files;
     for (const std::string& name : names.GetFiles()) {
         std::string file = WithSlashes(VokEncoding::ToUtf8(name));
-        if (!HasDrive(file)) file = (document.parent_path() / file).lexically_normal().string();
+        if (!IsComplete(file)) file = (document.parent_path() / file).lexically_normal().string();
         if (known.insert(file).second) files.push_back(file);
     }
     return files;

