@@ -108,6 +108,28 @@ TEST(RigbakeRun, NamesThatDifferInLetterCaseAreRefused) {
               "identical.\nError: Tool encountered errors\n");
 }
 
+TEST(RigbakeRun, AnOlderDocumentIsReadOnDemandAlone) {
+    RunFolder folder;
+    std::string document = OneJointDocument();
+    const std::string version = "1_28_1";
+    document.replace(document.find(version), version.size(), "1_27_3");
+    folder.WriteFile("scene.qeli", document);
+    for (const char* off : {"0", "false"}) {
+        const ProgramResult run =
+            folder.Rigbake({"-in", "scene.qeli", "-out", "rig.bin", "-au", off});
+        EXPECT_EQ(run.status, 1) << off;
+        EXPECT_EQ(MaskPlaces(WithoutBanner(run.output)),
+                  "Error: 2 An internal error occurred; .qeli instance is not the correct version. "
+                  "Expected version namespace of \"http://qel.example/ns/qeli/1_28_1/qeli\" but "
+                  "got \"http://qel.example/ns/qeli/1_27_3/qeli\". : scene.qeli <PLACE>\n"
+                  "Error: Tool encountered errors\n");
+    }
+    for (const char* on : {"1", "true", "FALSE", "00"}) {
+        EXPECT_EQ(folder.Rigbake({"-in", "scene.qeli", "-out", on, "-autoupdate", on}).status, 0);
+        ExpectOneJointFile(folder.ReadFile(on));
+    }
+}
+
 TEST(RigbakeRun, ABrokenDocumentNamesLineAndColumn) {
     RunFolder folder;
     folder.WriteFile("scene.qeli", Document("<scene><joint name=\"a\"></scene>"));
@@ -140,6 +162,25 @@ TEST(RigbakeRun, ASceneWithoutJointsHasNoSkeleton) {
     EXPECT_EQ(WithoutBanner(run.output),
               "Error: 1100 No skeleton found : scene.qeli\nError: Tool encountered errors\n");
     EXPECT_FALSE(folder.Has("rig.bin"));
+}
+
+TEST(RigbakeRun, MoreThan128JointsAreRefused) {
+    RunFolder folder;
+    std::string joints;
+    for (int i = 1; i < 128; ++i) joints += "<joint name=\"j" + std::to_string(i) + "\"/>";
+    const auto bake = [&] {
+        folder.WriteFile("scene.qeli",
+                         Document("<scene><joint name=\"root\">" + joints + "</joint></scene>"));
+        return folder.Rigbake({"-in", "scene.qeli", "-out", "rig.bin"});
+    };
+    EXPECT_EQ(bake().status, 0);
+    joints += "<joint name=\"last\"/>";
+    const ProgramResult run = bake();
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(MaskPlaces(WithoutBanner(run.output)),
+              "Error: 1 An internal error occurred; Can only handle 128 items in a skeleton used "
+              "for animation. This skeleton has 129. : scene.qeli <PLACE>\n"
+              "Error: Tool encountered errors\n");
 }
 
 TEST(RigbakeRun, AWarningLeavesTheStatusAtZero) {
@@ -268,6 +309,8 @@ TEST(RigbakeRun, AClosedOrFullStandardOutputDoesNotChangeTheRun) {
             .status,
         0);
     ExpectOneJointFile(folder.ReadFile("closedlog.bin"));
+    EXPECT_EQ(folder.ReadFile("l.txt"),
+              "0::: 0, root\n0:\troot,\tdepth: 0, parent: -1, lodLevel: 0\n");
 }
 
 TEST(RigbakeRun, AConfiguredHashServerWithoutAProxyFailsAtLocation58) {

@@ -1,32 +1,20 @@
 #include <Platform/Console.h>
 
 #include "Platform/StandardOutput.h"
+#include "Platform/Terminal.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <stdlib.h>
-#include <sys/ioctl.h>
 
 namespace {
 
 /// The width that is told with a terminal of so many columns on standard output.
 std::optional<int> WidthOnTerminal(unsigned short columns) {
-    const int controller = posix_openpt(O_RDWR | O_NOCTTY);
-    EXPECT_EQ(grantpt(controller), 0);
-    EXPECT_EQ(unlockpt(controller), 0);
-    const int terminal = open(ptsname(controller), O_RDWR | O_NOCTTY);
-    EXPECT_GE(terminal, 0);
-    winsize size{};
-    size.ws_col = columns;
-    ioctl(terminal, TIOCSWINSZ, &size);
-    std::optional<int> width;
-    {
-        const StandardOutput output(terminal);
-        width = Platform::ConsoleWidth();
-    }
-    close(terminal);
-    close(controller);
-    return width;
+    const Terminal terminal(columns);
+    EXPECT_GE(terminal.Descriptor(), 0);
+    const StandardOutput output(terminal.Descriptor());
+    return Platform::ConsoleWidth();
 }
 
 TEST(ConsoleWidth, IsTheTerminals) {

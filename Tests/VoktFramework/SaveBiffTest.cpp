@@ -78,6 +78,17 @@ class SaveOneWord : public SaveBiff {
     SaveOneWord() { AddBiff("skeleton", 0x01020304); }
 };
 
+// The id of the error that leaves `work`; 0 when none does.
+template <class Work>
+int ThrownId(Work work) {
+    try {
+        work();
+    } catch (const VoktError& error) {
+        return error.GetId();
+    }
+    return 0;
+}
+
 }  // namespace
 
 TEST_F(SaveOneWord, LittleEndianIsTheDefault) {
@@ -180,7 +191,36 @@ TEST_F(SaveOneWord, AReadOnlyOutputIsRefused) {
     const std::string text = "Output file \"" + locked + "\" is not writeable.\n";
     EXPECT_EQ(Failure([&] { Read({"-out", locked}); }), text);
     EXPECT_EQ(Failure([&] { Read({"-out", locked, "-forceWrite", "0"}); }), text);
+    EXPECT_EQ(Failure([&] {
+                  Read({"-out", folder.GetPath() + "\\locked"});
+              }),
+              "Output file \"" + folder.GetPath() + "\\locked\" is not writeable.\n");
     EXPECT_EQ(folder.ReadFile("locked"), "kept");
+}
+
+TEST_F(SaveOneWord, AnOutputThatCannotBeReadEitherIsOpenedByForceAlone) {
+    fs::permissions(folder.GetPath(), fs::perms::all);
+    const OrdinaryUser user;
+    const std::string closed = folder.WriteFile("closed", "old");
+    fs::permissions(closed, fs::perms::none);
+    EXPECT_EQ(ThrownId([&] { Run({"-out", closed}); }), 204);
+    EXPECT_EQ(fs::status(closed).permissions(), fs::perms::none);
+    Run({"-out", closed, "-forceWrite", "1"});
+    EXPECT_EQ(folder.ReadFile("closed"), kLittle);
+}
+
+TEST_F(SaveOneWord, ForceLeavesTheRightsOfAFileThatCanBeWritten) {
+    const std::string open = folder.WriteFile("open", "old");
+    const fs::perms writable =
+        fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    fs::permissions(open, writable);
+    {
+        // Of somebody else's file the rights cannot be changed at all.
+        const OrdinaryUser user;
+        Run({"-out", open, "-forceWrite", "1"});
+    }
+    EXPECT_EQ(fs::status(open).permissions(), writable);
+    EXPECT_EQ(fs::file_size(open), 4u);
 }
 
 TEST_F(SaveOneWord, AReadOnlyOutputIsWrittenByForce) {
