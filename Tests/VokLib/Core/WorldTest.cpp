@@ -95,8 +95,8 @@ TEST_F(World, UnknownTagEndsTheLoadWithTheObjectsPath) {
 }
 
 TEST_F(World, ObjectWithoutANameIsRefused) {
-    EXPECT_EQ(Refusal("<scene><node/></scene>").text, "Missing attribute in parse");
-    EXPECT_EQ(Refusal("<scene><scene/></scene>").text, "Missing attribute in parse");
+    EXPECT_EQ(Refusal("<scene><node/></scene>"), Plain("Missing attribute in parse"));
+    EXPECT_EQ(Refusal("<scene><scene/></scene>"), Plain("Missing attribute in parse"));
 }
 
 TEST_F(World, CustomDataOfTheWorldIsReadAndWritten) {
@@ -117,7 +117,22 @@ TEST_F(World, ObjectInsideCustomDataBecomesAChildOfTheOwner) {
 }
 
 TEST_F(World, SceneElementInsideCustomDataNeedsAName) {
-    EXPECT_EQ(Refusal("<customData><scene/></customData>").text, "Missing attribute in parse");
+    EXPECT_EQ(Refusal("<customData><scene/></customData>"), Plain("Missing attribute in parse"));
+}
+
+TEST_F(World, ParseAccelerationIsKnownDirectlyUnderTheRootAlone) {
+    EXPECT_EQ(Refusal("<customData><parseacceleration/></customData>"),
+              OfObject("Unknown tag \"parseacceleration\""));
+}
+
+TEST_F(World, RootInsideTheRootIsAnUnknownTag) {
+    EXPECT_EQ(Refusal("<QEL/>"), OfObject("Unknown tag \"QEL\""));
+}
+
+TEST_F(World, AttributesOfANamelessSceneAreNotLookedAt) {
+    Read(world, Document("<scene parentEffect='nonsense'><node name='a'/></scene>"));
+    EXPECT_EQ(world.GetHierarchy()->parentEffect, ParentEffect::Normal);
+    EXPECT_EQ(world.GetHierarchy()->GetChildCount(), 1u);
 }
 
 TEST_F(World, WritesTheFrameOfTheDocument) {

@@ -1,12 +1,13 @@
 #include "VokLib/Core/CoreScene.h"
 
+#include <VokLib/VokDependencies.h>
 #include <VokLib/VokFilenameTranslator.h>
 #include <VokLib/VokNode.h>
-#include <VokLib/VokReference.h>
 
 #include <cstdlib>
 #include <map>
 #include <optional>
+#include <vector>
 
 using namespace CoreScene;
 
@@ -84,6 +85,19 @@ class FilenameTranslator : public testing::Test {
         Result result;
         result.second = GetTranslator(form).ToAbsolute(result.first, name, node);
         return result;
+    }
+
+    /// Reads `body` as a document with these attributes at its root, which stands beside the world.
+    static void ReadForm(VokWorld& read, const std::string& attributes, const std::string& body) {
+        Read(read,
+             "<QEL xmlns=\"" + std::string(QelCurrentNamespace) + "\" " + attributes + ">" + body +
+                 "</QEL>",
+             "c:\\scenes\\a\\b.qeli");
+    }
+    static std::vector<std::string> FilesOf(const VokWorld& read) {
+        VokDependencies files;
+        CollectDependencies(read, files);
+        return files.GetFiles();
     }
 
     std::optional<Project> project;
@@ -208,9 +222,40 @@ TEST_F(FilenameTranslator, RewritingGoesThroughTheAbsoluteName) {
 TEST_F(FilenameTranslator, LoadedTreeHasThePrimaryForm) {
     BringUpProject("c:/scenes/assets", "c:/scenes");
     VokWorld read;
-    const std::string document =
-        "<QEL xmlns=\"" + std::string(QelCurrentNamespace) +
-        "\" filenameform=\"qelrootrelative\"><reference name='r' uri='other/x.qeli'/></QEL>";
-    Read(read, document, "c:\\scenes\\a\\b.qeli");
-    EXPECT_EQ(static_cast<VokReference*>(read.FindChild("r"))->uri, "../other/x.qeli");
+    ReadForm(read, "filenameform='qelrootrelative'",
+             "<reference name='r' uri='other/x.qeli'/><texture name='t' uri='Tex/T.dds'/>"
+             "<qelilocator name='l'><file uri='$far/y.qeli'/><customData>"
+             "<attribute name='f' type='filename' isArray='true'><value index='3'>a.dds</value>"
+             "</attribute></customData></qelilocator>");
+    EXPECT_EQ(FilesOf(read), (std::vector<std::string>{"../other/x.qeli", "../assets/Tex/T.dds",
+                                                       "$far/y.qeli", "../assets/a.dds"}));
+}
+
+TEST_F(FilenameTranslator, LoadedAbsoluteNamesAreFoldedAndMadeRelative) {
+    BringUp({});
+    VokWorld read;
+    ReadForm(read, "filenameform='absolute'",
+             "<reference name='r' uri='C:\\Scenes\\X.qeli'/><texture name='t' uri='D:\\T.dds'/>");
+    EXPECT_EQ(FilesOf(read), (std::vector<std::string>{"../x.qeli", "d:/t.dds"}));
+}
+
+TEST_F(FilenameTranslator, LoadedNamesOfThePrimaryFormStayAsTheyStand) {
+    BringUp({});
+    VokWorld read;
+    ReadForm(read, "filenameform='qelirelative'", "<texture name='t' uri='.\\A//..\\T.dds'/>");
+    EXPECT_EQ(FilesOf(read), (std::vector<std::string>{".\\A//..\\T.dds"}));
+}
+
+TEST_F(FilenameTranslator, FormThatNobodyKnowsFailsAtTheFirstFileName) {
+    BringUp({});
+    const std::pair<std::string, std::string> cases[] = {
+        {"", ""}, {"filenameform=''", ""}, {"filenameform='QELIRELATIVE'", "QELIRELATIVE"}};
+    for (const auto& [attribute, form] : cases) {
+        VokWorld without;
+        ReadForm(without, attribute, "<node name='n'/><texture name='t' uri=''/>");
+        EXPECT_EQ(FilesOf(without), std::vector<std::string>());
+        VokWorld with;
+        EXPECT_EQ(ThrownBy([&] { ReadForm(with, attribute, "<texture name='t' uri='t.dds'/>"); }),
+                  Plain("No filename translator registered for filename form \"" + form + "\"."));
+    }
 }

@@ -106,6 +106,17 @@ TEST_F(Path, EarlierInstancesComeFirst) {
     EXPECT_EQ(Refusal("||a|z"), Plain("Instance target scene not found"));
 }
 
+TEST_F(Path, InstanceInsideATargetSceneIsFoundByItsName) {
+    VokScene* scene = Add<VokScene>(&world, "s");
+    VokInstance* inner = AddInstance(scene, "i2", "|nowhere");
+    VokNode* below = Add<VokNode>(inner, "below");
+    AddInstance(a, "i", "|s");
+    // The name is looked for in the scene alone; what it finds is not asked for its type.
+    EXPECT_EQ(Find("||a|i2"), inner);
+    EXPECT_EQ(Find("||a|i2|below"), below);
+    EXPECT_EQ(Refusal("|s|i2"), Plain("Instance target scene not found"));
+}
+
 TEST_F(Path, InstanceMustStandForAScene) {
     AddInstance(a, "i", "||a|b");
     EXPECT_EQ(Refusal("||a|z"), Plain("Instance target scene not found"));
@@ -158,6 +169,16 @@ TEST_F(Path, OfSeveralChildReferencesTheFirstIsMeant) {
 TEST_F(Path, IntoTheHierarchyMeansThisDocument) {
     AddReference(b, "r", "ns");
     EXPECT_EQ(Find("||ns:x"), nullptr);
+    EXPECT_EQ(reference, nullptr);
+}
+
+TEST_F(Path, LoneBarMeansTheHierarchyEvenWhereThereIsNone) {
+    VokWorld other;
+    delete other.RemoveChild(std::size_t{0});
+    AddReference(&other, "r", "");
+    EXPECT_EQ(VokPath("|").Resolve(&other, &reference), nullptr);
+    EXPECT_EQ(reference, nullptr);
+    EXPECT_EQ(VokPath("|x").Resolve(&other, &reference), nullptr);
     EXPECT_EQ(reference, nullptr);
 }
 
