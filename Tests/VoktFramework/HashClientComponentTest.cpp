@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -46,10 +47,16 @@ class RudeProxy : public ProxyTransport {
     void Close() override { open = false; }
     bool IsOpen() const override { return open; }
     std::uint32_t Handle() const override { return 0; }
-    ProxyExchange Exchange(std::span<const char>, std::span<char>, std::uint32_t&,
+    ProxyExchange Exchange(std::span<const char> request, std::span<char>, std::uint32_t&,
                            std::uint32_t& error) override {
+        LastRequest().assign(request.begin(), request.end());
         error = 5;
         return ProxyExchange::Failed;
+    }
+
+    static std::string& LastRequest() {
+        static std::string request;
+        return request;
     }
 
   private:
@@ -144,6 +151,20 @@ TEST(HashClientComponent, TheLibraryGoesDownBehindAFailedRunToo) {
     } catch (const std::runtime_error&) {
         EXPECT_FALSE(IsUp());
     }
+}
+
+TEST(HashClientComponent, RequestsCarryTheProgramsNameWithoutItsFolder) {
+    const HashServerName server("anything");
+    const RudeProxies proxies;
+    VoktUniverse universe;
+    auto component = std::make_unique<VoktHashClient>();
+    component->Process(universe);
+    EXPECT_THROW(QelHashClientUtil::AddString("joint", "a"), QelTools::Common::Exception);
+    constexpr std::size_t kFirstString = 24;
+    const std::string program = std::filesystem::read_symlink("/proc/self/exe").filename();
+    EXPECT_EQ(RudeProxy::LastRequest().substr(kFirstString, program.size() + 1),
+              program + std::string(1, '\0'));
+    EXPECT_THROW(delete component.release(), QelTools::Common::Exception);
 }
 
 TEST(HashClientComponent, AGoodbyeThatFailsLeavesTheDestructor) {
