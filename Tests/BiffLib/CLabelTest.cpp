@@ -54,3 +54,14 @@ TEST(Label, OfOneBlockMeansNothingInAnother) {
     second.AppendOffset(label, Biff::kAbsolute, 2, 1);
     EXPECT_EQ(Little(second), Bytes("\xFF\xFF"));
 }
+
+TEST(Label, IsForgottenWhenTheWriteEnds) {
+    CBlock block;
+    const std::uint32_t label = ReserveLabel();
+    block.AppendData("abcd", 1, 4);
+    block.AppendLabel(label);
+    std::ostringstream stream;
+    block.Write(stream, Biff::kLittleEndian);
+    Biff::COffset(label, Biff::kAbsolute, 4, 1).Resolve(stream, Biff::kLittleEndian);
+    EXPECT_EQ(stream.str(), "abcd");
+}

@@ -141,6 +141,18 @@ TEST(Offset, OfAStrideThatIsNoPowerOfTwo) {
     EXPECT_EQ(TextOf<TextException>([] { OffsetTo(13, kAbsolute, 1, 3); }), kMisaligned);
 }
 
+TEST(Offset, OfEitherOriginNeedsATargetAtAMultipleOfTheStrideInTheFile) {
+    EXPECT_EQ(TextOf<TextException>([] { OffsetTo(13, kRelative, 1, 4); }), kMisaligned);
+    EXPECT_EQ(TextOf<TextException>([] { OffsetTo(1022, kRelative, 1, 4); }), kMisaligned);
+    // A whole stride away from the offset's own place is not enough.
+    CBlock block;
+    const std::uint32_t label = ReserveLabel();
+    AppendBytes(block, 2);
+    block.AppendOffset(label, kRelative, 4, 4);
+    block.AppendLabel(label);
+    EXPECT_EQ(TextOf<TextException>([&] { Little(block); }), kMisaligned);
+}
+
 TEST(Offset, ToALabelThatNobodyAppendedKeepsItsPlaceholder) {
     CBlock block;
     const std::uint32_t label = ReserveLabel();
