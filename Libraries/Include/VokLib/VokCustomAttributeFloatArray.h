@@ -19,6 +19,7 @@ class VokCustomAttributeFloatArray : public VokCustomAttributeMap<std::vector<fl
 
   private:
     void Read(VokParse& parse, int index, int count);
+    void StoreZeros(VokParse& parse, int index, int count);
 
     int ownCount = 0;    // of the attribute's own text, at index 0
     int valueCount = 0;  // of the value element that is open

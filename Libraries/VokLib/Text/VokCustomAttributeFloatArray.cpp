@@ -1,5 +1,7 @@
 #include <VokLib/VokCustomAttributeFloatArray.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <utility>
 
 #include <VokLib/VokFile.h>
@@ -28,13 +30,23 @@ bool VokCustomAttributeFloatArray::ParseAttributes(const VokAttributes& attribut
 }
 
 bool VokCustomAttributeFloatArray::ParseStartTag(VokParse& parse) {
+    const bool wasInValue = InValue();
+    const int outerIndex = CurrentIndex();
     VokCustomAttributeMap<std::vector<float>>::ParseStartTag(parse);
+    if (!InValue()) return true;
+    // A value inside a value takes its text; the outer one stays with what its count promised.
+    if (wasInValue && CurrentIndex() != outerIndex) StoreZeros(parse, outerIndex, valueCount);
     // Any element inside a value states the count anew; what is not an array keeps its own text's
     // at index 0.
-    if (!InValue()) return true;
     valueCount = parse.GetAttributes().GetInt("count", 0);
     if (CurrentIndex() == 0) ownCount = valueCount;
     return true;
+}
+
+void VokCustomAttributeFloatArray::StoreZeros(VokParse& parse, int index, int count) {
+    const auto size = static_cast<std::size_t>(std::max(count, 0));
+    parse.ClaimPadding(size);
+    Store(index, std::vector<float>(size));
 }
 
 void VokCustomAttributeFloatArray::Read(VokParse& parse, int index, int count) {

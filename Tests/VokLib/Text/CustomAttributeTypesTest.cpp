@@ -158,6 +158,23 @@ TEST(VokCustomAttributeFloatArray, ElementInsideAValueStatesTheCountAnew) {
     EXPECT_EQ(loaded.First<VokCustomAttributeFloatArray>().GetValueAt(1), (std::vector<float>{6}));
 }
 
+TEST(VokCustomAttributeFloatArray, ValueInsideAValueLeavesTheOuterOneItsCountOfZeros) {
+    Loaded loaded(
+        "<attribute name=\"a\" type=\"floatarray\" isArray=\"true\"><value index=\"4\" count=\"2\">"
+        "1 2<value index=\"1\" count=\"1\">7</value>3 4</value></attribute>");
+    EXPECT_EQ(loaded.Written(),
+              Wrapped("<attribute name=\"a\" type=\"floatarray\" isArray=\"true\">\n"
+                      "<value index=\"1\" count=\"1\">7.0 </value>\n"
+                      "<value index=\"4\" count=\"2\">0.0 0.0 </value>\n</attribute>"));
+}
+
+TEST(VokCustomAttributeFloatArray, AngryCountAroundAValueIsRefused) {
+    EXPECT_NE(LoadFailure("<attribute name=\"a\" type=\"floatarray\" isArray=\"true\">"
+                          "<value count=\"2000000000\"><value index=\"1\"/></value></attribute>")
+                  .find("announce values that its text does not hold"),
+              std::string::npos);
+}
+
 TEST(VokCustomAttributeObjLink, LinkResolvesWithTheDocument) {
     SceneTest::Scene scene(
         CustomData("<attribute name=\"a\" type=\"objlink\">|target</attribute>"
