@@ -65,6 +65,10 @@ TEST_F(World, ReadsTheAttributesOfTheRoot) {
 TEST_F(World, SchemaLocationsNeedTheDeclaredPrefix) {
     Read(world, Document("", "schemaLocation='one two'"));
     EXPECT_TRUE(world.GetSchemaLocations().empty());
+    Read(world, Document("",
+                         "xmlns:q='http://www.w3.org/2001/XMLSchema-instance' "
+                         "q:schemaLocation='one&#9;two' xsi:schemaLocation='three'"));
+    EXPECT_EQ(world.GetSchemaLocations(), (std::vector<std::string>{"one", "two"}));
 }
 
 TEST_F(World, OnlyZTurnsTheUpAxis) {

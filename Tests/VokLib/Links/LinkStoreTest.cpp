@@ -53,6 +53,21 @@ TEST_F(LinkStore, FailedLinksAreNotTriedAgain) {
     EXPECT_FALSE(bad.HasTarget());
 }
 
+TEST_F(LinkStore, RecordsTellWhatBecameOfThem) {
+    Add<VokReference>(&world, "r")->referenceNamespace = "ns";
+    VokObjLink& found = store.AddUnresolved(nullptr, "||a", nullptr, nullptr);
+    VokObjLink& failed = store.AddUnresolved(nullptr, "||b", nullptr, nullptr);
+    VokObjLink& deferred = store.AddUnresolved(nullptr, "|ns:b", nullptr, nullptr);
+    EXPECT_EQ(Resolve(), 1u);
+    EXPECT_EQ(found.state, VokLinkState::Resolved);
+    EXPECT_EQ(found.path, "");
+    EXPECT_EQ(failed.state, VokLinkState::Failed);
+    EXPECT_EQ(failed.path, "||b");
+    EXPECT_EQ(deferred.state, VokLinkState::Deferred);
+    EXPECT_EQ(deferred.path, "|ns:b");
+    for (VokObjLink* link : {&found, &failed, &deferred}) store.Remove(link);
+}
+
 TEST_F(LinkStore, ListOfFailuresIsOptional) {
     const VokObjLinkHandle bad(a, "||b");
     EXPECT_EQ(store.ResolveLinks(&world, nullptr, false), 1u);
