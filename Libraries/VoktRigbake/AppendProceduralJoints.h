@@ -4,6 +4,8 @@ namespace Biff {
 class CBlock;
 }
 struct ProceduralJoints;
+struct SkeletonData;
 
 /// Appends the "PJ01" block; `block` stands at a multiple of 16.
-void AppendProceduralJoints(const ProceduralJoints& procedural, Biff::CBlock& block);
+void AppendProceduralJoints(const ProceduralJoints& procedural, const SkeletonData& skeleton,
+                            Biff::CBlock& block);

@@ -1,7 +1,5 @@
 #include <VoktRigbake/VoktRigbake.h>
 
-#include "RefuseProceduralJoints.h"
-
 #include <QelTools/Exception.h>
 #include <VokLib/VokException.h>
 #include <VokLib/VokWorld.h>
@@ -10,7 +8,9 @@
 #include <VoktFramework/VoktCommandLineSyntax.h>
 #include <VoktFramework/VoktErrorHandler.h>
 #include <VoktFramework/VoktUniverse.h>
+#include <VoktRigbake/BuildProceduralJoints.h>
 #include <VoktRigbake/BuildSkeleton.h>
+#include <VoktRigbake/ProceduralJoints.h>
 #include <VoktRigbake/WriteSkeleton.h>
 
 #include <memory>
@@ -81,7 +81,8 @@ void VoktRigbake::Process(VoktUniverse& universe) {
     const std::unique_ptr<SkeletonData> skeleton =
         BuildSkeleton(roots->joints, verboseSkeleton, filter);
     if (skeleton == nullptr) throw VoktError(kNoSkeletonError);
-    RefuseProceduralJoints(*this, world);
-    if (!WriteSkeleton(*skeleton, block, nullptr, skeletonUse))
+    const std::unique_ptr<ProceduralJoints> procedural =
+        BuildProceduralJoints(*this, world, *skeleton);
+    if (!WriteSkeleton(*skeleton, block, procedural.get(), skeletonUse))
         ThrowVokException("Error while writing skeleton\n");
 }

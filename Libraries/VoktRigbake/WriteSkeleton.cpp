@@ -1,10 +1,10 @@
 #include <VoktRigbake/WriteSkeleton.h>
 
 #include "AppendProceduralJoints.h"
+#include "FileTables.h"
 #include "HashTable.h"
 #include "LodRemap.h"
 
-#include <BiffLib/CBlock.h>
 #include <VokLib/VokException.h>
 #include <VokLib/VokJoint.h>
 #include <VoktRigbake/SkeletonData.h>
@@ -15,9 +15,6 @@
 #include <vector>
 
 namespace {
-
-/// Tables start on addresses that vector loads can use in place.
-constexpr std::uint32_t kTableAlignment = 16;
 
 struct Labels {
     std::uint32_t joints = Biff::ReserveLabel();
@@ -36,11 +33,6 @@ void CheckJointLimit(const SkeletonData& skeleton, std::uint32_t skeletonUse) {
                       std::to_string(skeleton.joints.size()) + ".");
 }
 
-void BeginTable(Biff::CBlock& block, std::uint32_t label) {
-    block.AppendAlign(kTableAlignment);
-    block.AppendLabel(label);
-}
-
 void AppendHeader(const SkeletonData& skeleton, const Labels& labels, Biff::CBlock& block) {
     block.AppendMagic("SK08");
     block.AppendU32(skeleton.signature);
@@ -48,7 +40,7 @@ void AppendHeader(const SkeletonData& skeleton, const Labels& labels, Biff::CBlo
     block.AppendU16(static_cast<std::uint16_t>(skeleton.joints.size()));
     for (const std::uint32_t label : {labels.joints, labels.transforms, labels.hashes, labels.lods,
                                       labels.procedural, labels.proceduralEnd})
-        block.AppendOffset(label, Biff::kRelative, 4, 1);
+        AppendRelativeOffset(block, label);
     for (int i = 0; i < 3; ++i) block.AppendU32(0);
 }
 
@@ -114,7 +106,7 @@ bool WriteSkeleton(const SkeletonData& skeleton, Biff::CBlock& block,
     }
     if (procedural != nullptr) {
         BeginTable(block, labels.procedural);
-        AppendProceduralJoints(*procedural, block);
+        AppendProceduralJoints(*procedural, skeleton, block);
         BeginTable(block, labels.proceduralEnd);
     }
     return true;

@@ -169,26 +169,11 @@ TEST_F(RigbakeComponent, NothingIsPrintedWithoutTheVerboseFlag) {
     EXPECT_EQ(CaptureOutput([this] { stage.Process(universe); }), "");
 }
 
-TEST_F(RigbakeComponent, DrivenKeysAreRefusedRatherThanLeftOut) {
-    AddWorldAndRoots(kDrivenJoint);
-    EXPECT_EQ(ThrownText([this] { stage.Process(universe); }),
-              "Driven keys are not supported by this build yet; -outputDrivenKeys false leaves "
-              "them out.");
-}
-
 TEST_F(RigbakeComponent, DrivenKeysThatNobodyWantsAreLeftOut) {
     AddWorldAndRoots(kDrivenJoint);
     stage.SetFlag("-outputDrivenKeys", "false");
     stage.Process(universe);
     EXPECT_EQ(SkeletonFileReader(WriteBytes(Skeleton()->block, 0), false).procedural, 0u);
-}
-
-TEST_F(RigbakeComponent, JointConstraintsAreRefusedWhereTheyAreWanted) {
-    AddWorldAndRoots(kConstrainedJoint);
-    stage.SetFlag("-outputJointConstraints", "true");
-    EXPECT_EQ(ThrownText([this] { stage.Process(universe); }),
-              "Joint constraints are not supported by this build yet; -outputJointConstraints "
-              "false leaves them out.");
 }
 
 TEST_F(RigbakeComponent, JointConstraintsAreLeftOutByDefault) {

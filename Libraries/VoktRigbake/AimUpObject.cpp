@@ -1,0 +1,12 @@
+#include "AimUpObject.h"
+
+#include <VokLib/VokAimConstraint.h>
+
+bool WantsUpObject(const VokAimConstraint& constraint) {
+    return constraint.upMethod == AimUpMethod::ObjectTranslation ||
+           constraint.upMethod == AimUpMethod::ObjectRotation;
+}
+
+VokObj* FindUpObject(const VokAimConstraint& constraint) {
+    return constraint.upTarget.has_value() ? constraint.upTarget->FindTarget() : nullptr;
+}
