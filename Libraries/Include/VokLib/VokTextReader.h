@@ -58,7 +58,7 @@ class VokTextReader {
     void ReadFloats(std::vector<float>& values, long long count);
     void ReadUnsigneds(std::vector<unsigned>& values, long long count);
     void ReadInts(std::vector<int>& values, long long count);
-    /// Words of which "true" and "1" are true, wherever they stand.
+    /// As ReadBool reads them one by one, so that all but the text's last word are false.
     void ReadBools(std::vector<bool>& values, long long count);
     /// A count, then as many pairs of an index and a value.
     void ReadIndexedFloats(std::vector<std::pair<int, float>>& pairs);

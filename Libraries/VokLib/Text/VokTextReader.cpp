@@ -13,6 +13,7 @@
 #include <VokLib/VokNumberText.h>
 
 #include "Text/FloatRead.h"
+#include "Text/IntRead.h"
 
 namespace {
 
@@ -41,9 +42,9 @@ float TakeFloat(const char*& cursor, const char* end) {
 }
 
 int TakeInt(const char*& cursor, const char* end) {
-    const char* const begin = cursor;
-    cursor = TokenEnd(begin, end);
-    return VokNumberText::ScanInt({begin, static_cast<std::size_t>(cursor - begin)});
+    const int value = VokNumberText::Detail::ReadIntAt(cursor, end);
+    cursor = TokenEnd(cursor, end);
+    return value;
 }
 
 unsigned TakeUnsigned(const char*& cursor, const char* end) {
@@ -51,10 +52,9 @@ unsigned TakeUnsigned(const char*& cursor, const char* end) {
 }
 
 unsigned char TakeBool(const char*& cursor, const char* end) {
-    const char* const begin = cursor;
-    cursor = TokenEnd(begin, end);
-    const std::string_view word(begin, static_cast<std::size_t>(cursor - begin));
-    return word == "true" || word == "1" ? 1 : 0;
+    const std::string_view rest(cursor, static_cast<std::size_t>(end - cursor));
+    cursor = TokenEnd(cursor, end);
+    return rest == "true" || rest == "1" ? 1 : 0;
 }
 
 /// Without memory for what was there before: the old values are of no use to a new reading.
