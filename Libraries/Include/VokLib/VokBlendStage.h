@@ -12,5 +12,6 @@ using VokBlendStage = std::unique_ptr<VokObj>;
 
 /// Makes the stage that the current start tag names, lets it read its attributes and hands it the
 /// parser. Throws "Failed to find factory to instantiate blend target stage of type " and the tag
-/// for anything else, and where stages are nested too deep; `depth` counts how many stand above it.
-void ReadBlendStage(VokBlendStage& stage, VokParse& parse, int depth, const VokObj* owner);
+/// for anything else, "Internal error in blendshape parse" when `stage` is there already, and where
+/// stages are nested too deep.
+void ReadBlendStage(VokBlendStage& stage, VokParse& parse, VokObj& owner);

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 /// What a column of blind data holds.
@@ -85,4 +86,5 @@ class VokBlindData : public VokElement<VokBlindData, VokObj> {
 
   private:
     std::vector<std::unique_ptr<BlindDataBase>> columns;
+    std::unordered_map<std::string, BlindDataType> columnTypes;  // of the names in use
 };

@@ -21,7 +21,8 @@ namespace VokFields {
 /// with `object`'s path.
 std::string GetRequired(const VokAttributes& attributes, std::string_view name,
                         const VokObj* object);
-/// An attribute that counts something: absent means `fallback`, less than 0 means 0.
+/// An attribute that counts something: absent means `fallback`, less than 0 means 0, more than an
+/// int holds means the most that it holds.
 unsigned GetCount(const VokAttributes& attributes, std::string_view name, unsigned fallback);
 /// Makes `link` refer to a path. An empty path is no target and makes no link.
 void SetLinkPath(VokObjLinkHandle& link, std::string_view path);

@@ -4,6 +4,7 @@
 #include <VokLib/VokVector.h>
 
 #include <iosfwd>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -40,7 +41,7 @@ class VokFile {
     void WriteMatrix(const VokMatrix& value);
     /// Each float followed by one blank, the last one too.
     void WriteFloatArray(const std::vector<float>& values);
-    void WriteIndexedFloats(const std::vector<std::pair<int, float>>& pairs);
+    void WriteIndexedFloats(std::span<const std::pair<int, float>> pairs);
 
   protected:
     /// For a concrete WriteFloat: one blank when a number came before; marks a number as written

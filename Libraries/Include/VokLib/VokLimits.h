@@ -24,7 +24,8 @@ inline constexpr std::size_t kMaxNames = 10000;
 /// document.
 inline constexpr std::size_t kFreePaddedValues = 1u << 16;
 
-/// Blend targets nested in one another by stages.
-inline constexpr int kMaxBlendStageDepth = 256;
+/// Objects that hold one another without being parents (a shape its blend targets, a mesh its blind
+/// data): these are written and deleted one inside the other.
+inline constexpr int kMaxHeldDepth = 256;
 
 }  // namespace VokLimits

@@ -44,7 +44,10 @@ class VokMesh : public VokElement<VokMesh, VokObj> {
   private:
     static void ReadPrimitives(VokMesh& mesh, VokParse& parse);
     static void ReadArray(VokMesh& mesh, VokParse& parse);
+    static void ReadSizes(VokMesh& mesh, VokParse& parse);
+    static void ReadLateSizes(VokMesh& mesh, VokParse& parse);
     static void ReadIndices(VokMesh& mesh, VokParse& parse);
+    void FillIndices(VokParse& parse);
     static void WriteVertexArray(const VokMesh& mesh, VokFile& file, std::string_view name);
     void WritePrimitives(const PrimitiveSet* set, VokFile& file) const;
     PrimitiveSet& LastPrimitives();

@@ -24,8 +24,6 @@ class VokMultiBlendTarget : public VokElement<VokMultiBlendTarget, VokObj> {
     const Stage& GetStage(std::size_t index) const;
     void AddStage(Stage stage) { stages.push_back(std::move(stage)); }
 
-    int nesting = 0;  ///< how many blend targets stand above this one
-
   private:
     std::vector<Stage> stages;
 };

@@ -6,6 +6,7 @@
 #include <boost/noncopyable.hpp>
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -109,6 +110,10 @@ class VokObj : private boost::noncopyable {
     /// Moves all children of `from` behind this object's own, in their order.
     void AdoptChildren(VokObj& from);
 
+    /// Reads the current element into `held`, which this object owns without being its parent, and
+    /// hands it the parser. Throws where too many objects hold one another.
+    void ParseHeldObject(VokParse& parse, VokObj& held);
+
     /// True when `ancestor` is this object or stands above it.
     bool IsDescendantOf(const VokObj* ancestor) const;
     /// The top of the tree; throws when that is not a world.
@@ -140,6 +145,7 @@ class VokObj : private boost::noncopyable {
 
     VokTypeId typeId = 0;
     bool customDataActive = false;
+    std::uint16_t heldDepth = 0;  // how often an object above is held by one that is not its parent
     VokObj* parent = nullptr;
     std::string name;
     std::vector<VokObj*> children;

@@ -111,6 +111,7 @@ void VokObj::AddChild(VokObj* child) {
     CheckNewChild(child);
     children.push_back(child);
     child->parent = this;
+    child->heldDepth = heldDepth;
 }
 
 void VokObj::InsertChild(VokObj* child, std::size_t index) {

@@ -1,9 +1,12 @@
 #include <VokLib/VokException.h>
 #include <VokLib/VokFactory.h>
+#include <VokLib/VokLimits.h>
 #include <VokLib/VokObj.h>
 #include <VokLib/VokParse.h>
 
+#include <cstdint>
 #include <memory>
+#include <string>
 
 namespace {
 
@@ -32,6 +35,17 @@ void VokObj::ParseStartTag(VokParse& parse) {
     } else {
         parse.Skip();
     }
+}
+
+void VokObj::ParseHeldObject(VokParse& parse, VokObj& held) {
+    if (heldDepth >= VokLimits::kMaxHeldDepth)
+        ThrowVokException("Blend targets and blind data are nested too deep: at most " +
+                              std::to_string(VokLimits::kMaxHeldDepth) +
+                              " may stand in one another.",
+                          this);
+    held.heldDepth = static_cast<std::uint16_t>(heldDepth + 1);
+    held.ParseAttributes(parse);
+    parse.PushNewObject(&held);
 }
 
 void VokObj::ParseData(VokParse& parse) {

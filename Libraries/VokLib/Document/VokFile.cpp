@@ -167,7 +167,7 @@ void VokFile::WriteFloatArray(const std::vector<float>& values) {
     }
 }
 
-void VokFile::WriteIndexedFloats(const std::vector<std::pair<int, float>>& pairs) {
+void VokFile::WriteIndexedFloats(std::span<const std::pair<int, float>> pairs) {
     WriteUnsigned(static_cast<unsigned>(pairs.size()));
     for (const auto& [index, value] : pairs) {
         WriteUnsigned(static_cast<unsigned>(index));

@@ -3,28 +3,21 @@
 #include <VokLib/VokBlendTarget.h>
 #include <VokLib/VokException.h>
 #include <VokLib/VokFactory.h>
-#include <VokLib/VokLimits.h>
 #include <VokLib/VokMultiBlendTarget.h>
 #include <VokLib/VokParse.h>
 
 #include <string>
+#include <utility>
 
-void ReadBlendStage(VokBlendStage& stage, VokParse& parse, int depth, const VokObj* owner) {
+void ReadBlendStage(VokBlendStage& stage, VokParse& parse, VokObj& owner) {
+    if (stage != nullptr) ThrowVokException("Internal error in blendshape parse", &owner);
     const VokFactory::Function factory = VokFactory::FindFactory(parse.GetTag(), parse.GetTagId());
     VokBlendStage made(factory == nullptr ? nullptr : factory());
-    auto* multi = dynamic_cast<VokMultiBlendTarget*>(made.get());
-    if (multi == nullptr && dynamic_cast<VokBlendTarget*>(made.get()) == nullptr)
+    if (made == nullptr ||
+        (!made->IsA(VokBlendTarget::TypeId()) && !made->IsA(VokMultiBlendTarget::TypeId())))
         ThrowVokException("Failed to find factory to instantiate blend target stage of type " +
                               std::string(parse.GetTag()),
-                          owner);
-    // Stages are destroyed and written one inside the other.
-    if (depth >= VokLimits::kMaxBlendStageDepth)
-        ThrowVokException("Blend targets are nested too deep: at most " +
-                              std::to_string(VokLimits::kMaxBlendStageDepth) +
-                              " may stand in one another.",
-                          owner);
-    if (multi != nullptr) multi->nesting = depth;
+                          &owner);
     stage = std::move(made);
-    stage->ParseAttributes(parse);
-    parse.PushNewObject(stage.get());
+    owner.ParseHeldObject(parse, *stage);
 }

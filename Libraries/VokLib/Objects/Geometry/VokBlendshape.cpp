@@ -35,9 +35,7 @@ std::span<const VokChildElement<VokBlendshape>> VokBlendshape::ChildElements() {
 void VokBlendshape::ParseStartTag(VokParse& parse) {
     // Whatever stands in a target is its stage, and none of the shape's children.
     if (ParseDepth() != 0 || OpenChild() != "target") return VokElement::ParseStartTag(parse);
-    VokBlendStage& stage = targets.back().stage;
-    if (stage != nullptr) ThrowVokException("Internal error in blendshape parse", this);
-    ReadBlendStage(stage, parse, 0, this);
+    ReadBlendStage(targets.back().stage, parse, *this);
 }
 
 const VokBlendshape::Target& VokBlendshape::GetTarget(std::size_t index) const {

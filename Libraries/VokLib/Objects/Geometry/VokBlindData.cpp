@@ -97,9 +97,9 @@ void VokBlindData::WriteContents(VokFile& file) const {
 }
 
 BlindDataBase& VokBlindData::AddColumn(const std::string& columnName, BlindDataType type) {
-    for (const auto& column : columns)
-        if (column->GetName() == columnName && column->GetType() != type)
-            ThrowVokException("Attempt to re-use blind data name with different type", this);
+    const auto used = columnTypes.find(columnName);
+    if (used != columnTypes.end() && used->second != type)
+        ThrowVokException("Attempt to re-use blind data name with different type", this);
     switch (type) {
         case BlindDataType::Bool:
             columns.push_back(std::make_unique<BlindData<bool>>(columnName, type, this));
@@ -114,6 +114,7 @@ BlindDataBase& VokBlindData::AddColumn(const std::string& columnName, BlindDataT
         default:
             ThrowVokException("Unknown blind data type", this);
     }
+    columnTypes.emplace(columnName, type);
     return *columns.back();
 }
 

@@ -31,7 +31,10 @@ long long CountIndices(const VokMesh::PrimitiveSet& set) {
 std::span<const VokChildElement<VokMesh>> VokMesh::ChildElements() {
     static constexpr VokChildElement<VokMesh> rows[] = {
         {.name = "vertexArray", .write = WriteVertexArray},
-        {.name = "primitives", .start = ReadPrimitives, .within = "vertexArray"},
+        {.name = "primitives",
+         .start = ReadPrimitives,
+         .within = "vertexArray",
+         .end = [](VokMesh& mesh, VokParse& parse) { mesh.FillIndices(parse); }},
         {.name = "binding",
          .start =
              [](VokMesh& mesh, VokParse& parse) {
@@ -39,12 +42,7 @@ std::span<const VokChildElement<VokMesh>> VokMesh::ChildElements() {
                      parse.GetAttributes().GetString("source"));
              },
          .within = "primitives"},
-        {.name = "sizes",
-         .data =
-             [](VokMesh& mesh, VokParse& parse) {
-                 parse.ReadUnsigneds(mesh.LastPrimitives().sizes, mesh.claimedPrimitives);
-             },
-         .within = "primitives"},
+        {.name = "sizes", .data = ReadSizes, .within = "primitives"},
         {.name = "indices", .data = ReadIndices, .within = "primitives"},
         {.name = "array",
          .start = ReadArray,
@@ -58,20 +56,20 @@ std::span<const VokChildElement<VokMesh>> VokMesh::ChildElements() {
              [](VokMesh& mesh, VokParse& parse) {
                  VokBlindData& table =
                      *mesh.blindData.emplace_back(std::make_unique<VokBlindData>());
-                 table.ParseAttributes(parse);
-                 parse.PushNewObject(&table);
+                 mesh.ParseHeldObject(parse, table);
              },
          .within = "vertexArray"},
-        // Beside a set of primitives the two have nothing to go to.
-        {.name = "sizes", .data = [](VokMesh& mesh, VokParse&) { mesh.LastPrimitives(); }},
-        {.name = "indices", .data = [](VokMesh& mesh, VokParse&) { mesh.LastPrimitives(); }},
+        // Beside the sets the two belong to the last of them.
+        {.name = "sizes", .data = ReadLateSizes, .within = "vertexArray"},
+        {.name = "indices", .data = ReadIndices, .within = "vertexArray"},
+        {.name = "sizes", .data = ReadLateSizes},
+        {.name = "indices", .data = ReadIndices},
     };
     return rows;
 }
 
 VokMesh::PrimitiveSet& VokMesh::LastPrimitives() {
-    if (primitives.empty() || OpenChild() == "vertexArray")
-        ThrowVokException("No primitive set to receive data", this);
+    if (primitives.empty()) ThrowVokException("No primitive set to receive data", this);
     return *primitives.back();
 }
 
@@ -104,9 +102,27 @@ void VokMesh::ReadArray(VokMesh& mesh, VokParse& parse) {
     mesh.claimedValues = count;
 }
 
+void VokMesh::ReadSizes(VokMesh& mesh, VokParse& parse) {
+    parse.ReadUnsigneds(mesh.LastPrimitives().sizes, mesh.claimedPrimitives);
+}
+
+void VokMesh::ReadLateSizes(VokMesh& mesh, VokParse& parse) {
+    ReadSizes(mesh, parse);
+    mesh.FillIndices(parse);
+}
+
 void VokMesh::ReadIndices(VokMesh& mesh, VokParse& parse) {
     PrimitiveSet& set = mesh.LastPrimitives();
     parse.ReadInts(set.indices, CountIndices(set));
+}
+
+/// Corners that were given no indices, or came behind them, have zeros.
+void VokMesh::FillIndices(VokParse& parse) {
+    PrimitiveSet& set = LastPrimitives();
+    const auto wanted = static_cast<std::size_t>(CountIndices(set));
+    if (wanted > set.indices.size()) parse.ClaimPadding(wanted - set.indices.size());
+    set.indices.reserve(wanted);
+    set.indices.resize(wanted);
 }
 
 void VokMesh::WriteVertexArray(const VokMesh& mesh, VokFile& file, std::string_view name) {

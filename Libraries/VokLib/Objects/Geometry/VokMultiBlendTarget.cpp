@@ -32,9 +32,7 @@ std::span<const VokChildElement<VokMultiBlendTarget>> VokMultiBlendTarget::Child
 
 void VokMultiBlendTarget::ParseStartTag(VokParse& parse) {
     if (ParseDepth() != 0 || OpenChild() != "blendStage") return VokElement::ParseStartTag(parse);
-    VokBlendStage& stage = stages.back().target;
-    if (stage != nullptr) ThrowVokException("Internal error in blendshape parse", this);
-    ReadBlendStage(stage, parse, nesting + 1, this);
+    ReadBlendStage(stages.back().target, parse, *this);
 }
 
 const VokMultiBlendTarget::Stage& VokMultiBlendTarget::GetStage(std::size_t index) const {

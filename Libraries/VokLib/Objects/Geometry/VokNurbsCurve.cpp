@@ -12,9 +12,9 @@ constexpr VokEnumText<VokNurbsCurve::Form, 3> kForms{{"open", "closed", "periodi
 constexpr long long kFloatsPerPoint = 3;
 
 unsigned ReadRequiredCount(const VokNurbsCurve& curve, const VokAttributes& attributes,
-                           std::string_view name, const char* missing) {
-    if (!attributes.Has(name)) ThrowVokException(missing, &curve);
-    return GetCount(attributes, name, 0);
+                           const char* missing) {
+    if (!attributes.Has("count")) ThrowVokException(missing, &curve);
+    return GetCount(attributes, "count", 0);
 }
 
 void WriteList(const std::vector<float>& values, long long perItem, VokFile& file,
@@ -33,8 +33,9 @@ std::span<const VokAttributeRow<VokNurbsCurve>> VokNurbsCurve::AttributeRows() {
     static constexpr VokAttributeRow<VokNurbsCurve> rows[] = {
         {.read =
              [](VokNurbsCurve& curve, const VokAttributes& attributes) {
-                 curve.degree = ReadRequiredCount(curve, attributes, "degree",
-                                                  "Nurbs curve missing degree attribute");
+                 if (!attributes.Has("degree"))
+                     ThrowVokException("Nurbs curve missing degree attribute", &curve);
+                 curve.degree = attributes.GetUnsigned("degree", 0);
              },
          .write =
              [](const VokNurbsCurve& curve, VokAttributes& attributes) {
@@ -66,9 +67,8 @@ std::span<const VokChildElement<VokNurbsCurve>> VokNurbsCurve::ChildElements() {
         {.name = "points",
          .start =
              [](VokNurbsCurve& curve, VokParse& parse) {
-                 curve.claimedCount =
-                     ReadRequiredCount(curve, parse.GetAttributes(), "count",
-                                       "Nurbs curve missing points count attribute");
+                 curve.claimedCount = ReadRequiredCount(
+                     curve, parse.GetAttributes(), "Nurbs curve missing points count attribute");
              },
          .data =
              [](VokNurbsCurve& curve, VokParse& parse) {
@@ -81,9 +81,8 @@ std::span<const VokChildElement<VokNurbsCurve>> VokNurbsCurve::ChildElements() {
         {.name = "knots",
          .start =
              [](VokNurbsCurve& curve, VokParse& parse) {
-                 curve.claimedCount =
-                     ReadRequiredCount(curve, parse.GetAttributes(), "count",
-                                       "Nurbs curve missing knots count attribute");
+                 curve.claimedCount = ReadRequiredCount(
+                     curve, parse.GetAttributes(), "Nurbs curve missing knots count attribute");
              },
          .data = [](VokNurbsCurve& curve,
                     VokParse& parse) { parse.ReadFloats(curve.knots, curve.claimedCount); },

@@ -2,9 +2,20 @@
 
 #include <VokLib/VokFields.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+
 using namespace VokFields;
 
 namespace {
+
+/// The floats of a grid of positions; what would not fit is more than any document holds.
+long long CountFloats(std::uint64_t inU, std::uint64_t inV) {
+    constexpr std::uint64_t kFloatsPerPosition = 3;
+    constexpr std::uint64_t kMost = std::numeric_limits<long long>::max() / kFloatsPerPosition;
+    return static_cast<long long>(std::min(inU * inV, kMost) * kFloatsPerPosition);
+}
 
 void WriteList(VokFile& file, std::string_view name, const VokAttributes& attributes,
                const std::vector<float>& values) {
@@ -21,8 +32,8 @@ std::span<const VokChildElement<VokNurbsSurface>> VokNurbsSurface::ChildElements
          .start =
              [](VokNurbsSurface& nurbs, VokParse& parse) {
                  const VokAttributes& attributes = parse.GetAttributes();
-                 nurbs.uOrder = GetCount(attributes, "uOrder", 0);
-                 nurbs.vOrder = GetCount(attributes, "vOrder", 0);
+                 nurbs.uOrder = attributes.GetUnsigned("uOrder", 0);
+                 nurbs.vOrder = attributes.GetUnsigned("vOrder", 0);
                  nurbs.uMin = attributes.GetFloat("uMin", 0);
                  nurbs.uMax = attributes.GetFloat("uMax", 0);
                  nurbs.vMin = attributes.GetFloat("vMin", 0);
@@ -35,11 +46,10 @@ std::span<const VokChildElement<VokNurbsSurface>> VokNurbsSurface::ChildElements
                  nurbs.numCVinU = GetCount(parse.GetAttributes(), "numCVinU", 0);
                  nurbs.numCVinV = GetCount(parse.GetAttributes(), "numCVinV", 0);
              },
-         // Two counts of 31 bits and the three floats of a position fit into 64 bits.
          .data =
              [](VokNurbsSurface& nurbs, VokParse& parse) {
                  parse.ReadFloats(nurbs.controlVertices,
-                                  static_cast<long long>(nurbs.numCVinU) * nurbs.numCVinV * 3);
+                                  CountFloats(nurbs.numCVinU, nurbs.numCVinV));
              },
          .within = "surface"},
         {.name = "knotsInU",

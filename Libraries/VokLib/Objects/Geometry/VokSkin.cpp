@@ -115,13 +115,6 @@ void VokSkin::WriteWeights(const VokSkin& skin, VokFile& file, std::string_view 
     VokAttributes attributes;
     attributes.SetUnsigned("count", static_cast<unsigned>(skin.GetRowCount()));
     file.OpenTag(name, attributes);
-    for (std::size_t i = 0; i < skin.GetRowCount(); ++i) {
-        const auto row = skin.GetRow(i);
-        file.WriteUnsigned(static_cast<unsigned>(row.size()));
-        for (const auto& [influence, weight] : row) {
-            file.WriteInt(influence);
-            file.WriteFloat(weight);
-        }
-    }
+    for (std::size_t i = 0; i < skin.GetRowCount(); ++i) file.WriteIndexedFloats(skin.GetRow(i));
     file.CloseTag(name);
 }

@@ -4,6 +4,8 @@
 #include <VokLib/VokException.h>
 
 #include <algorithm>
+#include <cstring>
+#include <limits>
 #include <utility>
 
 namespace VokFields {
@@ -15,8 +17,12 @@ std::string GetRequired(const VokAttributes& attributes, std::string_view name,
 }
 
 unsigned GetCount(const VokAttributes& attributes, std::string_view name, unsigned fallback) {
-    if (!attributes.Has(name)) return fallback;
-    return static_cast<unsigned>(std::max(0, attributes.GetInt(name, 0)));
+    const char* const text = attributes.Find(name);
+    if (text == nullptr) return fallback;
+    // Beyond the bound of an int it is a claim that no text holds, and refused as such.
+    constexpr unsigned kMost = std::numeric_limits<int>::max();
+    const bool isNegative = text[std::strspn(text, " \t\n\v\f\r")] == '-';
+    return isNegative ? 0 : std::min(attributes.GetUnsigned(name, 0), kMost);
 }
 
 void SetLinkPath(VokObjLinkHandle& link, std::string_view path) {
