@@ -69,6 +69,43 @@ TEST(Light, ARampThatClaimsMoreThanItsDocumentIsRefused) {
     EXPECT_NE(failure.text, "");
 }
 
+TEST(Light, EveryTypeAndShapeHasItsText) {
+    for (const char* type : {"DirectionalLight", "PointLight", "SpotLight", "AreaLight",
+                             "VolumeLight", "AmbientLight"})
+        for (const char* shape : {"Box", "Sphere", "Cylinder", "Cone"}) {
+            const std::string tag = "<light name=\"l\" type=\"" + std::string(type) +
+                                    "\" castShadows=\"false\" hasAmbient=\"false\" "
+                                    "hasDiffuse=\"false\" hasSpecular=\"false\" volumeShape=\"" +
+                                    shape + "\"";
+            EXPECT_TRUE(Rewritten<VokLight>(tag + "/>").starts_with(tag + ">"));
+        }
+}
+
+TEST(Light, ShapesThatAreNoneOrUnknownAreNotWritten) {
+    for (const char* shape : {"None", "box", ""})
+        EXPECT_EQ(Rewritten<VokLight>(R"(<light name="l" type="PointLight" volumeShape=")" +
+                                      std::string(shape) + "\"/>")
+                      .find("volumeShape"),
+                  std::string::npos);
+}
+
+TEST(Light, WithoutATypeItIsDirectional) {
+    EXPECT_TRUE(Rewritten<VokLight>(R"(<light name="l"/>)")
+                    .starts_with(R"(<light name="l" type="DirectionalLight")"));
+}
+
+TEST(Light, AnUnknownInterpolationIsRefused) {
+    EXPECT_EQ(
+        LoadFailure(
+            R"(<light name="l" type="PointLight"><colourRamp numEntries="1"><interpolationTypes>linear</interpolationTypes></colourRamp></light>)"),
+        (Failure{"Unknown ramp interpolation type \"linear\".", "|l"}));
+}
+
+TEST(Light, AListOfARampOutsideItIsUnknown) {
+    EXPECT_EQ(LoadFailure(R"(<light name="l" type="PointLight"><positions>1</positions></light>)"),
+              (Failure{"Unknown tag \"positions\"", "|l"}));
+}
+
 TEST(Camera, WritesFiveFloatsAlways) {
     EXPECT_EQ(Rewritten<VokCamera>(R"(<camera name="c"><orthographicWidth>3</orthographicWidth>
 <focalLength>0.035</focalLength><nearClipPlane>0.5</nearClipPlane></camera>)"),

@@ -139,13 +139,32 @@ TEST(Material, AnElementWithoutEnabledIsOffButForZWrite) {
 TEST(Material, ANameInNoTableIsPastItsEndAndNoError) {
     std::string written;
     {
-        Scene scene(R"(<material name="m"><renderstate><alphablend sourceblend="one" destblend="Zero"/>
+        Scene scene(
+            R"(<material name="m"><renderstate><alphablend sourceblend="one" destblend="Zero"/>
 <ztest enabled="1" ztestfunc="Never!"/></renderstate></material>)");
         EXPECT_EQ(scene.First<VokMaterial>().renderState.alphaBlend.sourceBlend, 11u);
         EXPECT_EQ(scene.First<VokMaterial>().renderState.zTest.zTestFunc, 8u);
         written = Write(scene.First<VokMaterial>());
     }
     EXPECT_EQ(Rewritten<VokMaterial>(written), written);
+}
+
+TEST(Material, EveryBlendAndCompareNameRoundTrips) {
+    const auto roundTrips = [](const std::string& element) {
+        const std::string material = "<material name=\"m\">\n<renderstate overriden=\"false\">\n" +
+                                     element + "\n</renderstate>\n</material>";
+        EXPECT_EQ(Rewritten<VokMaterial>(material), material);
+    };
+    for (const std::string name :
+         {"One", "Zero", "SrcColour", "OneMinusSrcColour", "SrcAlpha", "OneMinusSrcAlpha",
+          "DstAlpha", "OneMinusDstAlpha", "DstColour", "OneMinusDstColour", "SrcAlphaSaturate"})
+        roundTrips("<alphablend enabled=\"true\" sourceblend=\"" + name + "\" destblend=\"" + name +
+                   "\" />");
+    for (const std::string name : {"Less", "Greater", "Equal", "NotEqual", "Never",
+                                   "LessThanOrEqual", "GreaterThanOrEqual", "Always"}) {
+        roundTrips("<alphatest enabled=\"true\" alphafunc=\"" + name + "\" alpharef=\"0.5\" />");
+        roundTrips("<ztest enabled=\"false\" ztestfunc=\"" + name + "\" />");
+    }
 }
 
 /// Puts "moved/" in front of every name.
