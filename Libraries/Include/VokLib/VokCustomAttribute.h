@@ -2,6 +2,7 @@
 
 #include <VokLib/VokTypeId.h>
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -16,6 +17,9 @@ class VokCustomAttribute {
   public:
     VokCustomAttribute(std::string attributeName, std::string_view typeKeyword, bool array);
     virtual ~VokCustomAttribute();
+
+    static void* operator new(std::size_t size);
+    static void operator delete(void* memory, std::size_t size) noexcept;
 
     virtual std::unique_ptr<VokCustomAttribute> Clone() const = 0;
     /// The whole element.

@@ -1,3 +1,6 @@
+#include "Core/ObjectPool.h"
+
+#include <VokLib/VokCustomAttribute.h>
 #include <VokLib/VokObj.h>
 
 #include "Core/BlockPool.h"
@@ -29,15 +32,31 @@ BlockPool* FindPool(std::size_t size) {
 
 }  // namespace
 
-void* VokObj::operator new(std::size_t size) {
+void* ObjectPool::Take(std::size_t size) {
     if (BlockPool* pool = FindPool(size)) return pool->Take();
     return ::operator new (size, std::align_val_t{BlockPool::kAlignment});
 }
 
-void VokObj::operator delete(void* memory, std::size_t size) noexcept {
+void ObjectPool::Give(void* memory, std::size_t size) noexcept {
     if (memory == nullptr) return;
     if (BlockPool* pool = FindPool(size))
         pool->Give(memory);
     else
         ::operator delete (memory, std::align_val_t{BlockPool::kAlignment});
+}
+
+void* VokObj::operator new(std::size_t size) {
+    return ObjectPool::Take(size);
+}
+
+void VokObj::operator delete(void* memory, std::size_t size) noexcept {
+    ObjectPool::Give(memory, size);
+}
+
+void* VokCustomAttribute::operator new(std::size_t size) {
+    return ObjectPool::Take(size);
+}
+
+void VokCustomAttribute::operator delete(void* memory, std::size_t size) noexcept {
+    ObjectPool::Give(memory, size);
 }

@@ -135,17 +135,26 @@ DocumentEncoding DetectEncoding(std::string_view bytes) {
 }
 
 bool IsAscii(const char* bytes, std::size_t size) {
-    std::uint64_t seen[4] = {};
-    std::size_t i = 0;
-    for (; i + sizeof(seen) <= size; i += sizeof(seen)) {
-        std::uint64_t words[4];
-        std::memcpy(words, bytes + i, sizeof(words));
-        for (int word = 0; word < 4; ++word) seen[word] |= words[word];
-    }
-    unsigned char rest = 0;
-    for (; i < size; ++i) rest |= static_cast<unsigned char>(bytes[i]);
     constexpr std::uint64_t kHighBits = 0x8080808080808080u;
-    return ((seen[0] | seen[1] | seen[2] | seen[3]) & kHighBits) == 0 && rest < 0x80;
+    const auto word = [bytes](std::size_t at) {
+        std::uint64_t value;
+        std::memcpy(&value, bytes + at, sizeof value);
+        return value;
+    };
+    if (size < 8) {
+        unsigned char seen = 0;
+        for (std::size_t i = 0; i < size; ++i) seen |= static_cast<unsigned char>(bytes[i]);
+        return seen < 0x80;
+    }
+    std::uint64_t seen = word(size - 8);
+    std::uint64_t others[3] = {};
+    std::size_t i = 0;
+    for (; i + 32 <= size; i += 32) {
+        seen |= word(i);
+        for (std::size_t k = 0; k < 3; ++k) others[k] |= word(i + 8 * (k + 1));
+    }
+    for (; i + 8 <= size; i += 8) seen |= word(i);
+    return ((seen | others[0] | others[1] | others[2]) & kHighBits) == 0;
 }
 
 void AppendLatin1AsUtf8(std::string& out, const char* bytes, std::size_t size) {

@@ -21,6 +21,23 @@ const char* Find(const char* p, const char* end, char c) {
     return found != nullptr ? static_cast<const char*>(found) : end;
 }
 
+/// An attribute takes five characters at least, so no tag of up to this many holds too many.
+constexpr std::ptrdiff_t kHarmlessBytes = VokLimits::kMaxAttributes * 5;
+static_assert(kHarmlessBytes <= VokLimits::kMaxMarkupBytes);
+
+/// The first "<" that needs a closer look. A tag in front of a near "<" does not: it has ended
+/// before it, for no value of an attribute holds one.
+const char* FindMarkup(const char* p, const char* end) {
+    p = Find(p, end, '<');
+    while (end - p > 1 && p[1] != '!' && p[1] != '?') {
+        const char* const window = p + std::min(end - p, kHarmlessBytes);
+        const char* const next = Find(p + 1, window, '<');
+        if (next == window) break;
+        p = next;
+    }
+    return p;
+}
+
 }  // namespace
 
 std::size_t MarkupScanner::Scan(const char* bytes, std::size_t size) {
@@ -43,7 +60,7 @@ std::size_t MarkupScanner::Scan(const char* bytes, std::size_t size) {
 const char* MarkupScanner::Step(const char* p, const char* end) {
     switch (state) {
         case State::Text:
-            p = Find(p, end, '<');
+            p = FindMarkup(p, end);
             if (p == end) return end;
             from = p;
             bytesBefore = 0;

@@ -1,5 +1,6 @@
 #include "Document/ParseCallbacks.h"
 
+#include "Document/DocumentEncoding.h"
 #include "Document/ParseMachine.h"
 
 #include <VokLib/VokEncoding.h>
@@ -15,7 +16,7 @@ void VokParseCallbacks::Clear() {
     skipping = false;
     stack.clear();
     pushed.clear();
-    knownTags.fill({});
+    knownNames.fill({});
 }
 
 void VokParseCallbacks::StartElement(const char* name, const char** attributes) {
@@ -61,12 +62,23 @@ void VokParseCallbacks::Characters(const char* bytes, std::size_t length) {
     parse.AppendText(bytes, length);
 }
 
-/// The parser keeps one copy of each name, so that its address tells the name.
+/// The parser keeps one copy of each name for as long as it lives, so that an address tells the
+/// name.
+const VokParseCallbacks::KnownName& VokParseCallbacks::Know(const char* name) {
+    const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(name));
+    constexpr std::uint64_t kGoldenRatio = 0x9E3779B97F4A7C15u;
+    KnownName& known = knownNames[(address * kGoldenRatio) >> (64 - kNameBits)];
+    if (known.text.data() != name) {
+        known.text = name;
+        known.id = MakeTypeId(known.text);
+        known.isAscii = IsAscii(name, known.text.size());
+    }
+    return known;
+}
+
 void VokParseCallbacks::SetTag(const char* name) {
-    const auto address = reinterpret_cast<std::uintptr_t>(name);
-    KnownTag& known = knownTags[(address ^ (address >> 6)) % knownTags.size()];
-    if (known.name != name) known = {name, std::strlen(name), MakeTypeId(name)};
-    parse.tag = {name, known.length};
+    const KnownName& known = Know(name);
+    parse.tag = known.text;
     parse.tagId = known.id;
 }
 
@@ -81,15 +93,16 @@ void VokParseCallbacks::SetAttributes(const char** attributes) {
 
     char* to = values.data();
     for (; attributes[0] != nullptr; attributes += 2) {
-        const std::string_view name = attributes[0];
-        const std::string_view value = attributes[1];
-        if (VokEncoding::HasHighBytes(name) || VokEncoding::HasHighBytes(value)) {
-            parse.attributes.Add(VokEncoding::ToLatin1(name), VokEncoding::ToLatin1(value));
+        const char* const name = attributes[0];
+        const std::size_t length = std::strlen(attributes[1]);
+        if (!Know(name).isAscii || !IsAscii(attributes[1], length)) {
+            parse.attributes.Add(VokEncoding::ToLatin1(name),
+                                 VokEncoding::ToLatin1({attributes[1], length}));
             continue;
         }
-        std::memcpy(to, value.data(), value.size() + 1);
-        parse.attributes.AddView(attributes[0], to);
-        to += value.size() + 1;
+        std::memcpy(to, attributes[1], length + 1);
+        parse.attributes.AddView(name, to);
+        to += length + 1;
     }
 }
 

@@ -38,11 +38,14 @@ class VokParseCallbacks : public ParserEvents {
     void SetTag(const char* name);
     void SetAttributes(const char** attributes);
 
-    struct KnownTag {
-        const char* name = nullptr;
-        std::size_t length = 0;
+    struct KnownName {
+        std::string_view text;
         VokTypeId id = 0;
+        bool isAscii = true;
     };
+    static constexpr int kNameBits = 8;
+
+    const KnownName& Know(const char* name);
 
     VokParse& parse;
     VokWorld* world = nullptr;
@@ -50,7 +53,7 @@ class VokParseCallbacks : public ParserEvents {
     std::vector<VokObj*> stack;
     std::vector<bool> pushed;  // for each open element: did it push an object?
     std::string values;        // of the last start tag's attributes, each with its NUL
-    std::array<KnownTag, 64> knownTags;
+    std::array<KnownName, std::size_t{1} << kNameBits> knownNames;
 };
 
 /// Counts the elements of a skipped one. The end of the skipped element itself is the last event

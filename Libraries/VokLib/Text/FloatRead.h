@@ -1,8 +1,10 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace VokNumberText::Detail {
 
@@ -47,20 +49,80 @@ inline bool TakeDigits(const char*& p, const char* end, std::uint64_t& digits) {
     return true;
 }
 
+/// The number whose eight digits are the bytes of `digits`, the first in the lowest: neighbours are
+/// joined to numbers of two, four and eight digits.
+inline std::uint64_t JoinEightDigits(std::uint64_t digits) {
+    constexpr std::uint64_t kPairs = 0x000000FF000000FFu;
+    constexpr std::uint64_t kMillionAndHundred = (std::uint64_t{1000000} << 32) + 100;
+    constexpr std::uint64_t kTenThousandAndOne = (std::uint64_t{10000} << 32) + 1;
+    digits = digits * 10 + (digits >> 8);
+    return ((digits & kPairs) * kMillionAndHundred +
+            ((digits >> 16) & kPairs) * kTenThousandAndOne) >>
+           32;
+}
+
+/// Reads up to seven digits, a point and digits up to fifteen in all, without a branch on how many
+/// there are: what the writer makes of nearly every number. False, and nothing done, for any other
+/// form and near the end of the text.
+inline bool TakePointNumber(const char*& p, const char* end, std::uint64_t& number,
+                            std::ptrdiff_t& exponent) {
+    if (std::endian::native != std::endian::little || end - p < 16) return false;
+    std::uint64_t low;
+    std::uint64_t high;
+    std::memcpy(&low, p, sizeof low);
+    std::memcpy(&high, p + 8, sizeof high);
+    low ^= 0x3030303030303030u;  // digits become 0 to 9, everything else is above
+    high ^= 0x3030303030303030u;
+    const auto others = [](std::uint64_t word) {
+        return (word | (word + 0x7676767676767676u)) & 0x8080808080808080u;
+    };
+    const std::uint64_t stops = others(low);
+    if (stops == 0) return false;
+    const int whole = std::countr_zero(stops) / 8;
+    if (p[whole] != '.') return false;
+    int length;  // up to the first character behind the fraction
+    if (const std::uint64_t second = stops & (stops - 1); second != 0)
+        length = std::countr_zero(second) / 8;
+    else if (const std::uint64_t behind = others(high); behind != 0)
+        length = 8 + std::countr_zero(behind) / 8;
+    else
+        return false;
+
+    // The fraction moves down over the point, then all digits up, so that zeros stand in front.
+    const std::uint64_t wholeDigits = (std::uint64_t{1} << (8 * whole)) - 1;
+    low = (low & wholeDigits) | (((low >> 8) | (high << 56)) & ~wholeDigits);
+    high >>= 8;
+    const int shift = 8 * (17 - length);
+    if (shift < 64) {
+        high = (high << shift) | (low >> (64 - shift));
+        low <<= shift;
+        number = JoinEightDigits(low) * 100000000 + JoinEightDigits(high);
+    } else {
+        number = shift < 128 ? JoinEightDigits(low << (shift - 64)) : 0;
+    }
+    exponent = whole + 1 - length;
+    p += length;
+    return true;
+}
+
 /// As ReadAnyFloat; numbers of up to fifteen digits, which are exact in an integer, take a short
 /// way.
 inline float ReadFloatAt(const char*& cursor, const char* end) {
     const char* p = cursor;
-    bool negative = false;
-    if (p != end && (*p == '-' || *p == '+')) negative = *p++ == '-';
+    // Signs come at random, so no branch hangs on them.
+    const char first = p != end ? *p : '\0';
+    const bool negative = first == '-';
+    p += static_cast<int>(negative) | static_cast<int>(first == '+');
 
     std::uint64_t digits = 0;
-    if (!TakeDigits(p, end, digits)) return ReadAnyFloat(cursor, end);
     std::ptrdiff_t exponent = 0;
-    if (p != end && *p == '.') {
-        const char* const fraction = ++p;
+    if (!TakePointNumber(p, end, digits, exponent)) {
         if (!TakeDigits(p, end, digits)) return ReadAnyFloat(cursor, end);
-        exponent = fraction - p;
+        if (p != end && *p == '.') {
+            const char* const fraction = ++p;
+            if (!TakeDigits(p, end, digits)) return ReadAnyFloat(cursor, end);
+            exponent = fraction - p;
+        }
     }
     if (p != end && (*p == 'e' || *p == 'E')) {
         ++p;
@@ -87,7 +149,8 @@ inline float ReadFloatAt(const char*& cursor, const char* end) {
     else if (exponent > 0)
         value *= kScales[static_cast<std::size_t>(exponent)];
     cursor = p;
-    return static_cast<float>(negative ? -value : value);
+    const std::uint64_t sign = std::uint64_t{negative} << 63;
+    return static_cast<float>(std::bit_cast<double>(std::bit_cast<std::uint64_t>(value) ^ sign));
 }
 
 }  // namespace VokNumberText::Detail

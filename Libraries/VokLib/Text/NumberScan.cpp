@@ -105,7 +105,8 @@ bool ScanDigits(std::string_view text, float& value) {
 bool TryScanFloat(std::string_view text, float& value) {
     text = SkipSpace(text);
     const bool negative = TakeSign(text);
-    if (!ScanWord(text, value) && !ScanDigits(text, value)) return false;
+    const bool mayBeWord = !text.empty() && !IsDigit(text[0]);
+    if (!(mayBeWord && ScanWord(text, value)) && !ScanDigits(text, value)) return false;
     if (negative) value = -value;
     return true;
 }

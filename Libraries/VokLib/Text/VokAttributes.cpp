@@ -23,7 +23,9 @@ const char* Duplicate(std::string_view text) {
 }
 
 bool IsName(const char* candidate, std::string_view name) {
-    return std::strncmp(candidate, name.data(), name.size()) == 0 && candidate[name.size()] == '\0';
+    std::size_t i = 0;
+    while (i < name.size() && candidate[i] == name[i] && name[i] != '\0') ++i;
+    return i == name.size() && candidate[i] == '\0';
 }
 
 /// Exactly `N` floats; any other number of tokens is no vector.

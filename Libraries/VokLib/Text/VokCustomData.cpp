@@ -82,6 +82,8 @@ VokCustomAttribute& VokCustomData::GetAttribute(std::size_t index) const {
 }
 
 VokCustomAttribute& VokCustomData::AddAttribute(std::unique_ptr<VokCustomAttribute> attribute) {
+    // A few at once: the first allocation of an object is mostly its last.
+    if (attributes.empty()) attributes.reserve(3);
     attributes.push_back(std::move(attribute));
     return *attributes.back();
 }
