@@ -115,6 +115,15 @@ TEST_F(RootJoints, DifferentParentsAreRefusedWithMultiRoot) {
     EXPECT_EQ(Roots(), (Names{"a", "b", "c"})) << "the atom stands before the work begins";
 }
 
+TEST_F(RootJoints, ParentsOfOneParentAreStillDifferent) {
+    EXPECT_EQ(ThrownText([this] {
+                  Run(R"(<scene><node name="n"><joint name="a"/></node>
+                         <node name="m"><joint name="b"/></node></scene>)",
+                      true);
+              }),
+              kParentsText);
+}
+
 TEST_F(RootJoints, DifferentParentsAreAWarningWithoutMultiRoot) {
     Run(R"(<scene><node name="n"><joint name="c"/></node><joint name="a"/></scene>)", false);
     EXPECT_EQ(Roots(), Names{"c"});

@@ -151,6 +151,13 @@ TEST(VokAnimChannel, AnUnknownKindLeavesTheKindAsItWas) {
     EXPECT_EQ(scene.First<VokAnimChannel>().interp, AnimInterp::Smooth);
 }
 
+TEST(VokAnimChannel, OfSeveralFaultsTheFirstAttributeIsReported) {
+    EXPECT_EQ(LoadFailure(Channel(R"(duration="1" keyStride="0")", "")).text,
+              "Missing attribute in parse");
+    EXPECT_EQ(LoadFailure(Channel(R"(duration="1" keyStride="0" interp="Linear")", "")).text,
+              "0 is not a permitted stride. There must be at least one float value per key.");
+}
+
 TEST(VokAnimChannel, AnOffsetOnceGivenStays) {
     Scene scene(R"(<animChannel name="c"><animData interp="Linear" timeOffset="2"/>
         <animData interp="Linear"/></animChannel>)");
