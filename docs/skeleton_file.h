@@ -49,6 +49,130 @@ typedef struct skeleton_lods {
     /* uint16_t member_counts[count] follow, then count tables of uint16_t remap[joint_count] */
 } skeleton_lods;
 
+#define SKELETON_ITEM_DRIVEN_KEYS 0u
+#define SKELETON_ITEM_JOINT_CONSTRAINTS 1u
+
+typedef struct skeleton_procedural {
+    char magic[4];                    /* 0x00 "PJ01" */
+    skeleton_offset items_end;        /* 0x04 the first byte behind the items */
+    uint32_t item_count;              /* 0x08 */
+    skeleton_offset item_kinds;       /* 0x0C uint32_t[item_count] */
+    skeleton_offset items;            /* 0x10 skeleton_offset[item_count] */
+    uint32_t external_input_count;    /* 0x14 */
+    skeleton_offset external_inputs;  /* 0x18 skeleton_external_channel[], may be absent */
+    uint32_t external_output_count;   /* 0x1C */
+    skeleton_offset external_outputs; /* 0x20 skeleton_external_channel[], may be absent */
+} skeleton_procedural;
+
+#define SKELETON_EXTERNAL_OTHER 0u
+#define SKELETON_EXTERNAL_BLENDSHAPE_CONTROLLER 1u
+#define SKELETON_EXTERNAL_MATERIAL 2u
+
+typedef struct skeleton_external_channel {
+    uint32_t channel_hash; /* 0x0 */
+    uint32_t kind;         /* 0x4 SKELETON_EXTERNAL_...; an input's is always other */
+} skeleton_external_channel;
+
+typedef struct skeleton_driven_keys {
+    char magic[4];                 /* 0x00 "DK04" */
+    skeleton_offset end;           /* 0x04 the first byte behind the block, a multiple of 16 */
+    uint32_t object_count;         /* 0x08 joints whose rotation is written or read */
+    uint32_t driven_object_count;  /* 0x0C how many of them are written; they come first */
+    skeleton_offset objects;       /* 0x10 skeleton_driven_object[] */
+    skeleton_offset rotation_axes; /* 0x14 float[][4], a quaternion for each object */
+    skeleton_offset joint_orients; /* 0x18 float[][4], a quaternion for each object */
+    uint32_t output_count;         /* 0x1C */
+    skeleton_offset outputs;       /* 0x20 skeleton_driven_output[output_count] */
+} skeleton_driven_keys;
+
+typedef struct skeleton_driven_object {
+    uint16_t rotation_order; /* 0x0 0 xyz, 1 yzx, 2 zxy, 3 xzy, 4 yxz, 5 zyx: the first letter acts first */
+    uint16_t joint;          /* 0x2 */
+} skeleton_driven_object;
+
+#define SKELETON_CHANNEL_ROTATION 0u
+#define SKELETON_CHANNEL_TRANSLATION 1u
+#define SKELETON_CHANNEL_SCALE 2u
+#define SKELETON_CHANNEL_EXTERNAL 3u
+
+typedef struct skeleton_driven_output {
+    uint32_t curve_count;    /* 0x0 */
+    skeleton_offset curves;  /* 0x4 skeleton_driven_curve[curve_count] */
+    uint32_t target_count;   /* 0x8 always 1 */
+    skeleton_offset targets; /* 0xC skeleton_driven_target[target_count] */
+} skeleton_driven_output;
+
+typedef struct skeleton_driven_target {
+    uint32_t index;     /* 0x0 */
+    uint16_t type;      /* 0x4 SKELETON_CHANNEL_... */
+    uint16_t component; /* 0x6 0 x, 1 y, 2 z; up to 3 for a material */
+} skeleton_driven_target;
+
+typedef struct skeleton_driven_curve {
+    uint32_t input_index;         /* 0x00 */
+    uint16_t input_type;          /* 0x04 SKELETON_CHANNEL_... */
+    uint16_t input_component;     /* 0x06 */
+    float first_time;             /* 0x08 the value of the input at the first key */
+    float last_time;              /* 0x0C and at the last one */
+    uint32_t key_count;           /* 0x10 two at least */
+    skeleton_offset coefficients; /* 0x14 float[key_count - 1][4] */
+    skeleton_offset times;        /* 0x18 float[key_count] */
+} skeleton_driven_curve;
+
+typedef struct skeleton_joint_constraints {
+    char magic[4];                /* 0x00 "JC01" */
+    skeleton_offset end;          /* 0x04 the first byte behind the block, a multiple of 16 */
+    skeleton_offset joints;       /* 0x08 uint16_t[constrained_count + target_count] */
+    uint16_t constrained_count;   /* 0x0C */
+    uint16_t target_count;        /* 0x0E */
+    skeleton_offset orientations; /* 0x10 skeleton_constraint[orientation_count] */
+    skeleton_offset translations; /* 0x14 skeleton_offset_constraint[translation_count] */
+    skeleton_offset scales;       /* 0x18 skeleton_offset_constraint[scale_count] */
+    skeleton_offset aims;         /* 0x1C skeleton_aim_constraint[aim_count] */
+    skeleton_offset parents;      /* 0x20 skeleton_parent_constraint[parent_count] */
+    uint16_t orientation_count;   /* 0x24 */
+    uint16_t translation_count;   /* 0x26 */
+    uint16_t scale_count;         /* 0x28 */
+    uint16_t aim_count;           /* 0x2A */
+    uint16_t parent_count;        /* 0x2C */
+    uint16_t reserved;            /* 0x2E */
+} skeleton_joint_constraints;
+
+#define SKELETON_CONSTRAINT_FIRST_TARGET 1u
+#define SKELETON_CONSTRAINT_LAST_TARGET 2u
+
+typedef struct skeleton_constraint {
+    uint32_t flags;       /* 0x0 SKELETON_CONSTRAINT_..._TARGET */
+    uint32_t constrained; /* 0x4 slot */
+    uint32_t target;      /* 0x8 slot */
+    float weight;         /* 0xC */
+} skeleton_constraint;
+
+typedef struct skeleton_offset_constraint {
+    skeleton_constraint common; /* 0x00 */
+    float offset[4];            /* 0x10 x, y, z; the fourth means nothing */
+} skeleton_offset_constraint;
+
+#define SKELETON_WORLD_UP_VECTOR 0u
+#define SKELETON_WORLD_UP_OBJECT_TRANSLATION 1u
+#define SKELETON_WORLD_UP_OBJECT_ROTATION 2u
+
+typedef struct skeleton_aim_constraint {
+    skeleton_constraint common; /* 0x00 */
+    float aim[4];               /* 0x10 the joint's axis that points at the target */
+    float up[4];                /* 0x20 the joint's axis that points up */
+    float global_up[4];         /* 0x30 the direction up, or the up object's axis */
+    uint16_t world_up;          /* 0x40 SKELETON_WORLD_UP_... */
+    uint16_t up_object;         /* 0x42 slot, 0xFFFF for SKELETON_WORLD_UP_VECTOR */
+    uint8_t reserved[12];       /* 0x44 */
+} skeleton_aim_constraint;
+
+typedef struct skeleton_parent_constraint {
+    skeleton_constraint common; /* 0x00 */
+    float translation[4];       /* 0x10 x, y, z, 1: the joint's place in the target's space */
+    float rotation[4];          /* 0x20 quaternion, the joint's rotation axis included */
+} skeleton_parent_constraint;
+
 /* The target of an offset, or a null pointer. */
 static inline const void* skeleton_follow(const skeleton_offset* offset) {
     return *offset == 0 ? NULL : (const char*)offset + *offset;
@@ -74,6 +198,30 @@ static inline const uint16_t* skeleton_lod_remap(const skeleton_header* skeleton
     const skeleton_lods* lods = (const skeleton_lods*)skeleton_follow(&skeleton->lods);
     const uint16_t* counts = (const uint16_t*)(lods + 1);
     return counts + lods->count + (size_t)row * skeleton->joint_count;
+}
+
+/* The item at this place of the list: skeleton_driven_keys or skeleton_joint_constraints, by its kind. */
+static inline const void* skeleton_item(const skeleton_procedural* procedural, uint32_t place) {
+    return skeleton_follow((const skeleton_offset*)skeleton_follow(&procedural->items) + place);
+}
+
+/* The value of a curve for an input between its first and its last time. */
+static inline float skeleton_driven_value(const skeleton_driven_curve* curve, float input) {
+    const float* times = (const float*)skeleton_follow(&curve->times);
+    const float* c = (const float*)skeleton_follow(&curve->coefficients);
+    uint32_t low = 0;
+    uint32_t high = curve->key_count - 1;
+    float d;
+    while (high - low > 1) {
+        const uint32_t middle = low + (high - low) / 2;
+        if (times[middle] <= input)
+            low = middle;
+        else
+            high = middle;
+    }
+    c += 4 * (size_t)low;
+    d = input - times[low];
+    return c[0] + c[1] * d + c[2] * d * d + c[3] * d * d * d;
 }
 
 #endif

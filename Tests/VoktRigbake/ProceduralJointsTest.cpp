@@ -7,6 +7,9 @@
 #include <VokLib/VokJoint.h>
 #include <gtest/gtest.h>
 
+#include <fstream>
+#include <iterator>
+
 namespace {
 
 const std::string kJoints = R"(<scene><joint name="root"><joint name="a"/><joint name="b"/>
@@ -286,4 +289,21 @@ TEST(ProceduralJoints, ProductionRigReadsBackFromBothForms) {
         for (const auto& output : file.ReadKeys(0).outputs) curves += output.curves.size();
         EXPECT_EQ(curves, 2000u);
     }
+}
+
+TEST(ProceduralJoints, ExampleBakesWithItsConstraintsAndWithout) {
+    std::ifstream stream(std::string(RIGBAKE_SOURCE_ROOT) + "/Examples/biped-procedural.qeli");
+    const std::string document{std::istreambuf_iterator<char>(stream),
+                               std::istreambuf_iterator<char>()};
+    const std::size_t begin = document.find("<scene>");
+    const std::string body = document.substr(begin, document.find("</QEL>") - begin);
+    EXPECT_EQ(KindsOf(RigScene(body, "hero:Hips").Build().get()), "DD");
+    RigScene rig(body, "hero:Hips");
+    const ProceduralFileReader file(rig.WithConstraints().Bytes(true), true);
+    EXPECT_EQ(file.kinds, (std::vector<std::uint32_t>{0, 0, 1, 1}));
+    ASSERT_EQ(file.ReadKeys(0).outputs.size(), 1u) << "the blend";
+    EXPECT_EQ(file.ReadKeys(0).outputs[0].curves.size(), 2u);
+    EXPECT_EQ(file.ReadKeys(1).outputs.size(), 3u);
+    EXPECT_EQ(file.ReadConstraints(2).parent.size(), 4u);
+    EXPECT_EQ(file.ReadConstraints(3).aim.size(), 2u);
 }
