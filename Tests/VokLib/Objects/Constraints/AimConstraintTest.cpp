@@ -93,6 +93,9 @@ TEST(VokAimConstraint, ASecondUpObjectIsRefused) {
     const Failure failure{"Too many up target objects when parsing aim constraint.", "|k"};
     EXPECT_EQ(AimFailure(Join({kTranslate, kRotate})), failure);
     EXPECT_EQ(AimFailure(Join({R"(<upobject name="" transform="rotate"/>)", kRotate})), failure);
+    EXPECT_EQ(AimFailure(Join({kRotate, R"(<upobject name="||b" transform="scale"/>)"})).text,
+              "Unknown aim constraint world up method. \"scale\".")
+        << "the transform is looked at first";
 }
 
 TEST(VokAimConstraint, AnUpObjectThatIsGoneIsWrittenAsAnEmptyPath) {

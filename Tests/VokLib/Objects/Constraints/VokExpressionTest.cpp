@@ -38,6 +38,8 @@ TEST(VokExpression, ABindingNeedsObjectAndChannel) {
             (Failure{"Missing object attribute on expression input.", "|e"}));
         EXPECT_EQ(LoadFailure("<expression name=\"e\"><" + binding + " object=\"\"/></expression>"),
                   (Failure{"Missing channel attriubte on expression input.", "|e"}));
+        EXPECT_EQ(LoadFailure("<expression name=\"e\"><" + binding + "/></expression>").text,
+                  "Missing object attribute on expression input.");
     }
 }
 
