@@ -266,6 +266,20 @@ TEST(ProceduralJoints, WithoutDrivenKeysBlendsAreNotLookedAt) {
     EXPECT_EQ(RigScene(kJoints + Blend("||root|a")).WithoutDrivenKeys().Build(), nullptr);
 }
 
+TEST(ProceduralJoints, SkeletonIsLaidOutAsWithoutThem) {
+    const std::string body =
+        kJoints + R"(<objset name="skelLodSet1" type="set"><member path="||root|a" membership=""/>
+        </objset>)" +
+        Driven("b", "c");
+    std::string with = RigScene(body).Bytes(false);
+    const std::string without = RigScene(body).WithoutDrivenKeys().Bytes(false);
+    const SkeletonFileReader file(with, false);
+    EXPECT_EQ(file.procedural, (without.size() + 15) / 16 * 16);
+    EXPECT_EQ(file.proceduralEnd, with.size());
+    with.replace(0x1C, 8, 8, '\0');
+    EXPECT_EQ(ToHex(with.substr(0, without.size())), ToHex(without));
+}
+
 TEST(ProceduralJoints, ProductionRigReadsBackFromBothForms) {
     std::string body = "<scene><joint name=\"root\">";
     for (int i = 0; i < 127; ++i) body += "<joint name=\"j" + std::to_string(i) + "\"/>";

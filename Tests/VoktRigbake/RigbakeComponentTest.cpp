@@ -19,13 +19,15 @@ namespace {
 
 constexpr const char* kJoint = R"(<scene><joint name="hips"/></scene>)";
 
-constexpr const char* kDrivenJoint = R"(<scene><joint name="hips"/></scene>
-    <anim name="keys" target="||hips"><animChannel name="tx" channel="translateX"
-      inputObject="||hips" inputChannel="rotateX"/></anim>)";
+constexpr const char* kDrivenJoint = R"(<scene><joint name="hips"><joint name="tail"/></joint>
+    </scene><anim name="keys" target="||hips|tail"><animChannel name="tx" channel="translateX"
+    inputObject="||hips" inputChannel="rotateX"><animData interp="QELHermite" numKeys="2">
+    <keyValues>0 1</keyValues><keyTimes>0 1</keyTimes><tangents>1 1</tangents></animData>
+    </animChannel></anim>)";
 
-constexpr const char* kConstrainedJoint = R"(<scene><joint name="hips"/><node name="aim"/></scene>
-    <translationConstraint name="c" constrain="||hips"><target name="||aim" weight="1"/>
-    </translationConstraint>)";
+constexpr const char* kConstrainedJoint = R"(<scene><joint name="hips"><joint name="tail"/></joint>
+    </scene><translationConstraint name="c" constrain="||hips|tail"><target name="||hips"
+    weight="1"/></translationConstraint>)";
 
 std::string FlatSkeleton(int jointCount) {
     std::string body = "<scene><joint name=\"root\">";
@@ -167,6 +169,23 @@ TEST_F(RigbakeComponent, FlagsAreReadByTheirShortNames) {
 TEST_F(RigbakeComponent, NothingIsPrintedWithoutTheVerboseFlag) {
     AddWorldAndRoots(kJoint);
     EXPECT_EQ(CaptureOutput([this] { stage.Process(universe); }), "");
+}
+
+TEST_F(RigbakeComponent, DrivenKeysAreWrittenByDefault) {
+    AddWorldAndRoots(kDrivenJoint);
+    stage.Process(universe);
+    const std::string bytes = WriteBytes(Skeleton()->block, 0);
+    EXPECT_EQ(bytes.substr(SkeletonFileReader(bytes, false).procedural, 4), "PJ01");
+    EXPECT_NE(bytes.find("DK04"), std::string::npos);
+}
+
+TEST_F(RigbakeComponent, JointConstraintsAreWrittenWhereTheyAreWanted) {
+    AddWorldAndRoots(kConstrainedJoint);
+    stage.SetFlag("-outputJointConstraints", "true");
+    stage.Process(universe);
+    const std::string bytes = WriteBytes(Skeleton()->block, 0);
+    EXPECT_EQ(bytes.substr(SkeletonFileReader(bytes, false).procedural, 4), "PJ01");
+    EXPECT_NE(bytes.find("JC01"), std::string::npos);
 }
 
 TEST_F(RigbakeComponent, DrivenKeysThatNobodyWantsAreLeftOut) {
