@@ -334,6 +334,16 @@ TEST(RigbakeRun, TheExamplesBake) {
         EXPECT_EQ(run.status, 0) << run.output;
         EXPECT_EQ(WithoutBanner(run.output), "");
     }
+    const std::string driven = examples + "biped-procedural.qeli";
+    for (const char* constraints : {"false", "true"}) {
+        const ProgramResult run =
+            folder.Rigbake({"-in", driven, "-out", constraints, "-ojc", constraints});
+        EXPECT_EQ(run.status, 0) << run.output;
+        EXPECT_NE(folder.ReadFile(constraints).find("PJ01"), std::string::npos);
+        EXPECT_NE(folder.ReadFile(constraints).find("DK04"), std::string::npos);
+    }
+    EXPECT_EQ(folder.ReadFile("false").find("JC01"), std::string::npos);
+    EXPECT_NE(folder.ReadFile("true").find("JC01"), std::string::npos);
     const ProgramResult flail =
         folder.Rigbake({"-in", examples + "flail.qeli", "-out", "flail", "-multiRoot"});
     EXPECT_EQ(flail.status, 0) << flail.output;

@@ -89,16 +89,18 @@ void SpanSolver::ForChosenSamples(const SampleRange& range, Visit visit) const {
     }
 }
 
-void SpanSolver::AddPositionRows(int a, int b, int component) {
-    // A sample that two segments share counts once, with the segment that it begins.
-    const bool dropFirst = !keys.At(a).solved;
-    const bool dropLast = !keys.At(b).solved || keys.SampleAt(b).positionContinuous;
+SpanSolver::SampleRange SpanSolver::RangeBetween(int a, int b, bool sharesLast) const {
+    const int skippedFirst = keys.At(a).solved ? 0 : 1;
+    const int skippedLast = !keys.At(b).solved || sharesLast ? 1 : 0;
     const int first = keys.At(a).sample;
     const int last = keys.At(b).sample;
-    const SampleRange range{first + (dropFirst ? 1 : 0),
-                            last - first + 1 - (dropFirst ? 1 : 0) - (dropLast ? 1 : 0)};
+    return {first + skippedFirst, last - first + 1 - skippedFirst - skippedLast};
+}
+
+void SpanSolver::AddPositionRows(int a, int b, int component) {
+    const int last = keys.At(b).sample;
     const auto c = static_cast<std::size_t>(component);
-    ForChosenSamples(range, [&](int index) {
+    ForChosenSamples(RangeBetween(a, b, keys.SampleAt(b).positionContinuous), [&](int index) {
         const CurveSample& sample = (*keys.samples)[static_cast<std::size_t>(index)];
         const float target = index == last ? sample.positionBefore[c] : sample.positionAfter[c];
         const float rowWeight = sample.soft ? settings.softSampleWeight : 1.0f;
@@ -108,14 +110,10 @@ void SpanSolver::AddPositionRows(int a, int b, int component) {
 }
 
 void SpanSolver::AddTangentRows(int a, int b, int component) {
-    const bool dropFirst = !keys.At(a).solved;
-    const bool dropLast = !keys.At(b).solved || keys.SampleAt(b).tangentContinuous;
     const int first = keys.At(a).sample;
     const int last = keys.At(b).sample;
-    const SampleRange range{first + (dropFirst ? 1 : 0),
-                            last - first + 1 - (dropFirst ? 1 : 0) - (dropLast ? 1 : 0)};
     const auto c = static_cast<std::size_t>(component);
-    ForChosenSamples(range, [&](int index) {
+    ForChosenSamples(RangeBetween(a, b, keys.SampleAt(b).tangentContinuous), [&](int index) {
         const CurveSample& sample = (*keys.samples)[static_cast<std::size_t>(index)];
         float target = (sample.tangentBefore[c] + sample.tangentAfter[c]) / 2.0f;
         if (!sample.tangentContinuous && index == last)

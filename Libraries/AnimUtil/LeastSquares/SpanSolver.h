@@ -49,6 +49,9 @@ class SpanSolver {
 
     void NumberVariables(int left, int right);
     void BuildRows(int left, int right, int component);
+    /// The samples from key to key, without those of fixed keys, and without the last one where the
+    /// next segment shares it: a sample counts once.
+    SampleRange RangeBetween(int a, int b, bool sharesLast) const;
     void AddPositionRows(int a, int b, int component);
     void AddTangentRows(int a, int b, int component);
     template <class Visit>

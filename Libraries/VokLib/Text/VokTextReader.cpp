@@ -188,6 +188,7 @@ void VokTextReader::ReadAngles(EulerRotation& rotation) {
     rotation.z = angles.z;
 }
 
+/// `read` is a lambda, so that its body stands in the loop.
 template <class T, class Read>
 void VokTextReader::ReadArray(std::vector<T>& values, long long count, Read read) {
     const auto wanted = static_cast<std::size_t>(std::max(count, 0LL));
@@ -206,20 +207,20 @@ void VokTextReader::ReadArray(std::vector<T>& values, long long count, Read read
 }
 
 void VokTextReader::ReadFloats(std::vector<float>& values, long long count) {
-    ReadArray(values, count, TakeFloat);
+    ReadArray(values, count, [](const char*& p, const char* end) { return TakeFloat(p, end); });
 }
 
 void VokTextReader::ReadUnsigneds(std::vector<unsigned>& values, long long count) {
-    ReadArray(values, count, TakeUnsigned);
+    ReadArray(values, count, [](const char*& p, const char* end) { return TakeUnsigned(p, end); });
 }
 
 void VokTextReader::ReadInts(std::vector<int>& values, long long count) {
-    ReadArray(values, count, TakeInt);
+    ReadArray(values, count, [](const char*& p, const char* end) { return TakeInt(p, end); });
 }
 
 void VokTextReader::ReadBools(std::vector<bool>& values, long long count) {
     std::vector<unsigned char> words;
-    ReadArray(words, count, TakeBool);
+    ReadArray(words, count, [](const char*& p, const char* end) { return TakeBool(p, end); });
     values.assign(words.begin(), words.end());
 }
 
