@@ -3,7 +3,7 @@
 //
 // elements: rigs of joints, deep and wide by turns, with custom data as an animator leaves it. The
 // first root holds 100 joints, so that the document can be baked; what stands beside it are further
-// roots. numbers: nodes that carry arrays of floats.
+// roots. numbers: meshes (half of the bytes), skins, channels and arrays of floats.
 
 #include <VokLib/VokNumberText.h>
 #include <VokLib/VokWorld.h>
@@ -115,16 +115,86 @@ void PutRig(Document& document, int rig) {
     for (; open >= 0; --open) document.Put("</joint>\n");
 }
 
-void PutArrays(Document& document, int node) {
-    constexpr int kValues = 4096;
-    document.Put("<node name=\"cache" + std::to_string(node) + "\">\n<customData>\n");
-    document.Put("<attribute name=\"samples\" type=\"floatarray\" count=\"" +
-                 std::to_string(kValues) + "\">");
-    for (int i = 0; i < kValues; ++i) {
-        document.PutNumber((document.GetRandom().Unit() * 2 - 1) * 100);
+/// `count` floats between -size and size, parted by blanks.
+void PutFloats(Document& document, int count, float size) {
+    for (int i = 0; i < count; ++i) {
+        document.PutNumber((document.GetRandom().Unit() * 2 - 1) * size);
         document.Put(" ");
     }
+}
+
+void PutDataArray(Document& document, const std::string& name, int vertices, int stride) {
+    document.Put("<array name=\"" + name + "\" count=\"" + std::to_string(vertices * stride) +
+                 "\" stride=\"" + std::to_string(stride) + "\">");
+    PutFloats(document, vertices * stride, 10);
+    document.Put("</array>\n");
+}
+
+constexpr int kVertices = 2048;
+
+void PutMesh(Document& document, const std::string& name) {
+    const std::string triangles = std::to_string(kVertices);
+    document.Put("<mesh name=\"" + name + "\">\n<vertexArray>\n");
+    document.Put("<primitives type=\"TRIANGLES\" count=\"" + triangles +
+                 "\">\n<binding source=\"position\" />\n<sizes>");
+    for (int i = 0; i < kVertices; ++i) document.Put("3 ");
+    document.Put("</sizes>\n<indices>");
+    for (int i = 0; i < 3 * kVertices; ++i)
+        document.Put(std::to_string(document.GetRandom().Next() % kVertices) + " ");
+    document.Put("</indices>\n</primitives>\n");
+    PutDataArray(document, "position", kVertices, 3);
+    PutDataArray(document, "normal", kVertices, 3);
+    PutDataArray(document, "uv0", kVertices, 2);
+    document.Put("</vertexArray>\n</mesh>\n");
+}
+
+void PutSkin(Document& document, const std::string& name) {
+    constexpr int kInfluences = 4;
+    document.Put("<skin name=\"" + name + "\">\n<weights count=\"" + std::to_string(kVertices) +
+                 "\">");
+    for (int row = 0; row < kVertices; ++row) {
+        document.Put(std::to_string(kInfluences) + " ");
+        for (int i = 0; i < kInfluences; ++i) {
+            document.Put(std::to_string(document.GetRandom().Next() % 100) + " ");
+            PutFloats(document, 1, 1);
+        }
+    }
+    document.Put("</weights>\n</skin>\n");
+}
+
+void PutAnimation(Document& document, const std::string& name) {
+    constexpr int kKeys = 512;
+    document.Put("<anim name=\"" + name + "\" target=\"\">\n");
+    for (const char* channel : {"rotateX", "rotateY", "rotateZ"}) {
+        document.Put(std::string("<animChannel name=\"") + channel + "\" channel=\"" + channel +
+                     "\">\n<animData interp=\"QELHermite\" numKeys=\"" + std::to_string(kKeys) +
+                     "\">\n");
+        for (const char* list : {"keyValues", "keyTimes", "tangents"}) {
+            document.Put(std::string("<") + list + ">");
+            PutFloats(document, kKeys, 3);
+            document.Put(std::string("</") + list + ">\n");
+        }
+        document.Put("</animData>\n</animChannel>\n");
+    }
+    document.Put("</anim>\n");
+}
+
+void PutCache(Document& document, const std::string& name) {
+    constexpr int kValues = 4096;
+    document.Put("<node name=\"" + name +
+                 "\">\n<customData>\n<attribute name=\"samples\" type=\"floatarray\" count=\"" +
+                 std::to_string(kValues) + "\">");
+    PutFloats(document, kValues, 100);
     document.Put("</attribute>\n</customData>\n</node>\n");
+}
+
+/// What one character of a production scene brings in numbers; the mesh is half of it.
+void PutAsset(Document& document, int asset) {
+    const std::string number = std::to_string(asset);
+    PutMesh(document, "mesh" + number);
+    PutSkin(document, "skin" + number);
+    PutAnimation(document, "anim" + number);
+    PutCache(document, "cache" + number);
 }
 
 }  // namespace
@@ -144,7 +214,7 @@ int main(int count, char** arguments) {
         if (kind == "elements")
             PutRig(document, i);
         else
-            PutArrays(document, i);
+            PutAsset(document, i);
     }
     document.Finish();
     return file.flush() ? 0 : 1;
