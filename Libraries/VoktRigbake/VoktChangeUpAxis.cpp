@@ -1,7 +1,8 @@
 #include <VoktRigbake/VoktChangeUpAxis.h>
 
+#include "TurnWorld.h"
+
 #include <QelTools/Exception.h>
-#include <VokLib/VokWorld.h>
 #include <VoktFramework/VoktAtomVokWorld.h>
 #include <VoktFramework/VoktCommandLineSyntax.h>
 #include <VoktFramework/VoktUniverse.h>
@@ -26,16 +27,6 @@ const VoktValueFlagDefinition VoktChangeUpAxis::Flags::kTable[2] = {
      .boolMember = kVoktMember<&VoktChangeUpAxis::changeAnimation>},
 };
 
-namespace {
-
-void ChangeWorld(VokWorld& world, int target, bool /*changeAnimation*/) {
-    if (world.GetUpAxis() == target) return;
-    QelTools::Common::ThrowException(
-        "Changing the up axis of a scene is not supported by this build yet.");
-}
-
-}  // namespace
-
 VoktChangeUpAxis::VoktChangeUpAxis()
     : VoktComponent(Flags::kTable, static_cast<std::uint32_t>(std::size(Flags::kTable)), nullptr,
                     0) {}
@@ -57,5 +48,5 @@ void VoktChangeUpAxis::Process(VoktUniverse& universe) {
     std::vector<VoktAtom*> atoms;
     universe.FetchAllByType(VoktAtomVokWorld::kType, atoms);
     for (VoktAtom* atom : atoms)
-        ChangeWorld(dynamic_cast<VoktAtomVokWorld&>(*atom).world, target, changeAnimation);
+        TurnWorld(dynamic_cast<VoktAtomVokWorld&>(*atom).world, target, changeAnimation);
 }

@@ -1,11 +1,15 @@
 #include "RigbakeTestTools.h"
 
 #include <VokLib/VokException.h>
+#include <VokLib/VokJoint.h>
 #include <VokLib/VokScene.h>
+#include <VoktFramework/VoktAtomJointList.h>
 #include <VoktFramework/VoktAtomVokWorld.h>
 #include <VoktFramework/VoktCommandLineSyntax.h>
+#include <VoktFramework/VoktErrorHandler.h>
 #include <VoktFramework/VoktUniverse.h>
 #include <VoktRigbake/VoktChangeUpAxis.h>
+#include <VoktRigbake/VoktFindRootJoints.h>
 #include <gtest/gtest.h>
 
 namespace {
@@ -57,9 +61,44 @@ TEST_F(ChangeUpAxis, WorldThatStandsRightIsLeftAlone) {
     EXPECT_EQ(world->GetHierarchy()->GetChild(0)->GetName(), "a");
 }
 
-TEST_F(ChangeUpAxis, WorldThatWouldHaveToTurnIsRefused) {
-    EXPECT_EQ(ThrownText([this] { Run("y"); }),
-              "Changing the up axis of a scene is not supported by this build yet.");
+TEST_F(ChangeUpAxis, EveryWorldTurnsThatStandsOtherwise) {
+    auto atom = std::make_unique<VoktAtomVokWorld>();
+    VokWorld& second = atom->world;
+    ParseDocument(second, R"(<scene><joint name="b"/></scene>)", R"(upaxis="y")");
+    universe.Add(std::move(atom), "second");
+    Run("y");
+    EXPECT_EQ(world->GetUpAxis(), 0);
+    EXPECT_EQ(world->GetHierarchy()->GetChild(0)->GetName(), "__VokChangeUpAxis__magic_node");
+    EXPECT_EQ(second.GetHierarchy()->GetChild(0)->GetName(), "b");
+    Run("z");
+    EXPECT_EQ(world->GetUpAxis(), 1);
+    EXPECT_EQ(second.GetUpAxis(), 1);
+    EXPECT_EQ(second.GetHierarchy()->GetChild(0)->GetName(), "__VokChangeUpAxis__magic_node");
+}
+
+TEST_F(ChangeUpAxis, JointsTurnWithAnimationOnly) {
+    auto* joint = dynamic_cast<VokJoint*>(world->GetHierarchy()->GetChild(0));
+    joint->translate = {1, 2, 3, 0};
+    Run("y");
+    EXPECT_EQ(joint->translate, (VokVector4{1, 2, 3, 0}));
+    stage.SetFlag("-changeUpAxisAnimation", "true");
+    Run("z");
+    EXPECT_FLOAT_EQ(joint->translate.y, -3);
+    EXPECT_FLOAT_EQ(joint->translate.z, 2);
+}
+
+TEST_F(ChangeUpAxis, RootsThatWereFoundBeforeStayTheRoots) {
+    ParseDocument(*world, R"(<scene><joint name="b"/></scene>)", R"(upaxis="z")");
+    VoktErrorHandler errors;
+    VoktFindRootJoints finder(nullptr);
+    finder.SetFlag("-multiRoot", "");
+    finder.Process(universe);
+    Run("y");
+    const auto& roots = universe.FetchByTypeAndName<VoktAtomJointList>("roots")->joints;
+    ASSERT_EQ(roots.size(), 2u);
+    for (const VokJoint* root : roots)
+        EXPECT_EQ(root->GetParent()->GetName(), "__VokChangeUpAxis__magic_node");
+    EXPECT_EQ(roots[0]->GetParent(), roots[1]->GetParent());
 }
 
 TEST_F(ChangeUpAxis, FlagsAreReadByTheirShortNames) {

@@ -2,6 +2,7 @@
 
 #include <VokLib/AnimInterp.h>
 
+class VokAnim;
 class VokAnimChannel;
 
 /// Reading the value of an animation channel at a time, and changing how its keys are laid out.
@@ -51,5 +52,13 @@ void ConvertTimestepToQelHermite(VokAnimChannel& out, const VokAnimChannel& in, 
                                  bool looping, bool snapToSamples, int maxComplexity);
 void ConvertQelCurveToQelHermite(VokAnimChannel& out, const VokAnimChannel& in);
 void ConvertQelHermiteToQelCurve(VokAnimChannel& out, const VokAnimChannel& in);
+
+/// Turns the "translate" channels (three values) and the "rotate" channels (a quaternion) of an
+/// animation by a quarter turn from Z up to Y up, in place and in child order. A channel that is
+/// not Timestep is sampled 60 times for each unit of time and fitted again with tolerance 1e-6, so
+/// that its keys are new. Driven keys, rotations of another stride and all other channels stay as
+/// they are; a translation of another stride throws "Unexpected stride for anim channel: " and the
+/// channel's text. After a failure the channels in front of the failing one are turned.
+void Transform(VokAnim& anim);
 
 }  // namespace VokAnimUtil

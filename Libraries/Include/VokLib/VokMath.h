@@ -22,8 +22,14 @@ VokMatrix Shear(float x, float y, float z);
 /// The rotation of `q` followed by a translation by `translation`'s first three elements.
 VokMatrix FromQuaternion(const VokQuaternion& q, const VokVector4& translation = {});
 
+/// The inverse of any matrix; one that has none gives infinities and not-a-numbers.
+VokMatrix Inverse(const VokMatrix& m);
+
 /// The quaternion of a rotation matrix; reads the upper 3 x 3 elements.
 VokQuaternion ToQuaternion(const VokMatrix& m);
 VokQuaternion EulerToQuaternion(const EulerRotation& euler);
+/// The angles, in radians, of a unit quaternion: away from the poles the inverse of EulerToQuaternion. A quaternion
+/// that rounding has taken past a pole gives a not-a-number.
+EulerRotation QuaternionToEuler(const VokQuaternion& q, RotationOrder order);
 
 }  // namespace VokMath

@@ -2,8 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <limits>
+#include <random>
+#include <string_view>
 
 namespace {
 
@@ -77,6 +82,33 @@ TEST(VokMath, OfEqualDiagonalElementsTheFirstCounts) {
     EXPECT_EQ(q.w, 0);
 }
 
+TEST(VokMath, OfEqualDiagonalElementsTheFirstCountsEverywhere) {
+    // No rotation has these off-diagonal elements: they tell which element was taken as the
+    // largest.
+    VokMatrix m = VokMath::Scale(-1, 0, 0);
+    m[1][2] = 1;
+    m[2][1] = 3;
+    EXPECT_EQ(VokMath::ToQuaternion(m).y, std::sqrt(2.0f) / 2);
+    EXPECT_EQ(VokMath::ToQuaternion(m).z, 4 * (0.5f / std::sqrt(2.0f)));
+    m = VokMath::Scale(0, -1, 0);
+    m[0][2] = 1;
+    m[2][0] = 3;
+    EXPECT_EQ(VokMath::ToQuaternion(m).x, std::sqrt(2.0f) / 2);
+    EXPECT_EQ(VokMath::ToQuaternion(m).z, 4 * (0.5f / std::sqrt(2.0f)));
+    m = VokMath::Scale(0, 0, 0);
+    m[0][1] = 5;
+    EXPECT_EQ(VokMath::ToQuaternion(m), (VokQuaternion{0.5f, 2.5f, 0, 0}));
+}
+
+TEST(VokMath, AMatrixWithoutATraceGoesThroughItsDiagonal) {
+    // A third of a turn about the diagonal of space: the sum of the diagonal is 0, not above it.
+    VokMatrix m = VokMath::Scale(0, 0, 0);
+    m[0][1] = m[1][2] = m[2][0] = 1;
+    EXPECT_EQ(VokMath::ToQuaternion(m), (VokQuaternion{0.5f, 0.5f, 0.5f, 0.5f}));
+    m[2][0] = 3;
+    EXPECT_EQ(VokMath::ToQuaternion(m), (VokQuaternion{0.5f, 0.5f, 1.5f, 0.5f}));
+}
+
 TEST(VokMath, HamiltonProduct) {
     const VokQuaternion a{1, 2, 3, 4}, b{5, 6, 7, 8};
     EXPECT_EQ(VokMath::Multiply(a, b), (VokQuaternion{24, 48, 48, -6}));
@@ -108,6 +140,102 @@ TEST(VokMath, QuaternionMatrixHasItsTranslationInTheFourthRow) {
 TEST(VokMath, ShearStandsBelowTheDiagonal) {
     const VokMatrix wanted{{{{1, 0, 0, 0}, {2, 1, 0, 0}, {3, 4, 1, 0}, {0, 0, 0, 1}}}};
     EXPECT_EQ(VokMath::Shear(2, 3, 4), wanted);
+}
+
+TEST(VokMath, AProductWithTheInverseIsTheUnitMatrix) {
+    std::mt19937 random(3);
+    for (int turn = 0; turn < 200; ++turn) {
+        VokMatrix m;
+        for (auto& row : m.rows)
+            for (float& element : row) element = static_cast<float>(random() % 17) - 8;
+        const VokMatrix inverse = VokMath::Inverse(m);
+        if (!std::isfinite(inverse[0][0]) || std::fabs(inverse[0][0]) > 4) continue;
+        const VokMatrix product = VokMath::Multiply(inverse, m);
+        for (int row = 0; row < 4; ++row)
+            for (unsigned column = 0; column < 4; ++column)
+                EXPECT_NEAR(product[row][column], row == static_cast<int>(column) ? 1 : 0, 1e-3);
+    }
+}
+
+TEST(VokMath, TheInverseOfAScaledAndMovedMatrixIsExact) {
+    VokMatrix m = VokMath::Scale(2, 4, 0.5f);
+    m.rows[3] = {8, 4, 1, 1};
+    const VokMatrix wanted{{{{0.5f, 0, 0, 0}, {0, 0.25f, 0, 0}, {0, 0, 2, 0}, {-4, -1, -2, 1}}}};
+    EXPECT_EQ(VokMath::Inverse(m), wanted);
+}
+
+TEST(VokMath, AMatrixWithoutAnInverseGivesNoNumbers) {
+    const VokMatrix inverse = VokMath::Inverse(VokMath::Scale(1, 0, 1));
+    EXPECT_FALSE(std::isfinite(inverse[1][1]));
+}
+
+// Bits computed apart from this library, every operation rounded to single precision.
+TEST(VokMath, AnglesOfAQuaternionAreReadInEveryOrder) {
+    struct Case {
+        RotationOrder order;
+        std::array<std::uint32_t, 4> quaternion;
+        std::array<std::uint32_t, 3> angles;
+    };
+    const Case cases[] = {
+        {RotationOrder::xyz,
+         {0x3ECD014B, 0x3E6CA694, 0xBF1A559E, 0x3F267680},
+         {0x3ECCCCCE, 0x3F666668, 0xBFA66666}},
+        {RotationOrder::yzx,
+         {0x3ECD014A, 0x3EE52FAA, 0xBEEE398E, 0x3F267680},
+         {0x3ECCCCC3, 0x3F66666C, 0xBFA6666B}},
+        {RotationOrder::zxy,
+         {0xBDECB2EE, 0x3EE52FA9, 0xBF1A559E, 0x3F267680},
+         {0x3ECCCCCE, 0x3F666666, 0xBFA66667}},
+        {RotationOrder::xzy,
+         {0xBDECB2ED, 0x3E6CA692, 0xBF1A559D, 0x3F413D25},
+         {0x3ECCCCC6, 0x3F666665, 0xBFA66665}},
+        {RotationOrder::yxz,
+         {0x3ECD0149, 0x3E6CA692, 0xBEEE398D, 0x3F413D25},
+         {0x3ECCCCCB, 0x3F666666, 0xBFA66666}},
+        {RotationOrder::zyx,
+         {0xBDECB2EB, 0x3EE52FA9, 0xBEEE398D, 0x3F413D25},
+         {0x3ECCCCCE, 0x3F666668, 0xBFA66666}},
+    };
+    for (const Case& expected : cases) {
+        // The quaternion of 0.4, 0.9 and -1.3 about x, y and z.
+        const VokQuaternion q = VokMath::EulerToQuaternion({0.4f, 0.9f, -1.3f, expected.order});
+        EXPECT_EQ(std::bit_cast<std::uint32_t>(q.x), expected.quaternion[0]);
+        EXPECT_EQ(std::bit_cast<std::uint32_t>(q.y), expected.quaternion[1]);
+        EXPECT_EQ(std::bit_cast<std::uint32_t>(q.z), expected.quaternion[2]);
+        EXPECT_EQ(std::bit_cast<std::uint32_t>(q.w), expected.quaternion[3]);
+        const EulerRotation angles = VokMath::QuaternionToEuler(q, expected.order);
+        EXPECT_EQ(std::bit_cast<std::uint32_t>(angles.x), expected.angles[0]);
+        EXPECT_EQ(std::bit_cast<std::uint32_t>(angles.y), expected.angles[1]);
+        EXPECT_EQ(std::bit_cast<std::uint32_t>(angles.z), expected.angles[2]);
+        EXPECT_EQ(angles.order, expected.order);
+    }
+}
+
+TEST(VokMath, AnglesAreTheInverseOfTheirQuaternionAwayFromThePoles) {
+    std::mt19937 random(11);
+    const auto angle = [&random](float limit) {
+        return (static_cast<float>(random() % 2001) / 1000 - 1) * limit;
+    };
+    for (int turn = 0; turn < 600; ++turn) {
+        const auto order = static_cast<RotationOrder>(turn % 6);
+        // The middle one of an order's three axes turns by less than a quarter.
+        const std::string_view text = GetRotationOrderText(order);
+        const EulerRotation euler{angle(text[1] == 'x' ? 1.4f : 3.0f),
+                                  angle(text[1] == 'y' ? 1.4f : 3.0f),
+                                  angle(text[1] == 'z' ? 1.4f : 3.0f), order};
+        const EulerRotation back =
+            VokMath::QuaternionToEuler(VokMath::EulerToQuaternion(euler), order);
+        EXPECT_NEAR(back.x, euler.x, 1e-5);
+        EXPECT_NEAR(back.y, euler.y, 1e-5);
+        EXPECT_NEAR(back.z, euler.z, 1e-5);
+    }
+}
+
+TEST(VokMath, AQuaternionPastAPoleHasNoMiddleAngle) {
+    const VokQuaternion past{0, 0.75f, 0, 0.75f};
+    EXPECT_TRUE(std::isnan(VokMath::QuaternionToEuler(past, RotationOrder::xyz).y));
+    EXPECT_TRUE(std::isnan(VokMath::QuaternionToEuler(past, RotationOrder::zyx).y));
+    EXPECT_FALSE(std::isnan(VokMath::QuaternionToEuler(past, RotationOrder::yzx).y));
 }
 
 TEST(VokMath, NotANumberPassesThrough) {
