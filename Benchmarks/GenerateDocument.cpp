@@ -5,8 +5,8 @@
 // first root holds 100 joints, so that the document can be baked; what stands beside it are further
 // roots. numbers: meshes (half of the bytes), skins, channels and arrays of floats.
 
-#include <VokLib/VokNumberText.h>
-#include <VokLib/VokWorld.h>
+#include <VokLib/Text/VokNumberText.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <cstdint>
 #include <cstdlib>

@@ -1,8 +1,8 @@
 // LoadDocument FILE loads a document into a world and does nothing with it.
 
-#include <VokLib/VokLib.h>
-#include <VokLib/VokParse.h>
-#include <VokLib/VokWorld.h>
+#include <VokLib/Document/VokParse.h>
+#include <VokLib/Library/VokLib.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <exception>
 #include <iostream>

@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include <VokLib/VokNumberText.h>
-#include <VokLib/VokTextReader.h>
+#include <VokLib/Text/VokNumberText.h>
+#include <VokLib/Text/VokTextReader.h>
 
 // Each way of reading goes over the same text of numbers in the same run, so that the figures are
 // ratios.

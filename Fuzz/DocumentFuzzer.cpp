@@ -1,9 +1,9 @@
 // Feeds a document to the reader in blocks whose size the input chooses. A load succeeds or throws;
 // nothing else.
 
-#include <VokLib/VokLib.h>
-#include <VokLib/VokParse.h>
-#include <VokLib/VokWorld.h>
+#include <VokLib/Document/VokParse.h>
+#include <VokLib/Library/VokLib.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <algorithm>
 #include <cstddef>

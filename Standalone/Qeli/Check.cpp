@@ -2,7 +2,7 @@
 
 #include "LoadDocument.h"
 
-#include <VokLib/VokWorld.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <exception>
 #include <iostream>

@@ -5,7 +5,7 @@
 #include "Files.h"
 #include "Tree.h"
 
-#include <VokLib/VokLib.h>
+#include <VokLib/Library/VokLib.h>
 
 #include <CLI/CLI.hpp>
 

@@ -6,9 +6,9 @@
 #include "OutputFile.h"
 #include "ReadBack.h"
 
-#include <VokLib/VokDocumentFile.h>
-#include <VokLib/VokException.h>
-#include <VokLib/VokWorld.h>
+#include <VokLib/Base/VokException.h>
+#include <VokLib/Text/VokDocumentFile.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <memory>
 
@@ -44,7 +44,7 @@ void Convert(const std::string& in, const std::string& out) {
     } catch (const std::exception& failure) {
         const auto* fromObject = dynamic_cast<const VokException*>(&failure);
         const std::string object =
-            fromObject != nullptr ? fromObject->GetCauseObject().GetText() : std::string();
+            fromObject != nullptr ? fromObject->GetCauseObject() : std::string();
         throw DocumentFailure({in, 0, 0, object}, failure.what());
     }
     file.Publish();

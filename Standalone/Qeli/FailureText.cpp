@@ -1,6 +1,6 @@
 #include "FailureText.h"
 
-#include <VokLib/VokEncoding.h>
+#include <VokLib/Text/VokEncoding.h>
 
 std::string FailureText(const FailurePlace& place, std::string_view words) {
     std::string text = place.file + ":";

@@ -2,11 +2,11 @@
 
 #include <Platform/Paths.h>
 #include <QelTools/Exception.h>
-#include <VokLib/VokDependencies.h>
-#include <VokLib/VokEncoding.h>
-#include <VokLib/VokException.h>
-#include <VokLib/VokPathText.h>
-#include <VokLib/VokWorld.h>
+#include <VokLib/Text/VokEncoding.h>
+#include <VokLib/Text/VokPathText.h>
+#include <VokLib/Tree/ThrowVokException.h>
+#include <VokLib/Tree/VokDependencies.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <algorithm>
 #include <filesystem>

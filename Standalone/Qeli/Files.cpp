@@ -6,7 +6,7 @@
 #include "LoadDocument.h"
 #include "OutputFile.h"
 
-#include <VokLib/VokWorld.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <filesystem>
 #include <iostream>

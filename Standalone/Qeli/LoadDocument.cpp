@@ -4,10 +4,10 @@
 
 #include <Platform/Folders.h>
 #include <Platform/ReplaceFile.h>
-#include <VokLib/VokException.h>
-#include <VokLib/VokParse.h>
-#include <VokLib/VokParseFailure.h>
-#include <VokLib/VokWorld.h>
+#include <VokLib/Base/VokException.h>
+#include <VokLib/Document/VokParse.h>
+#include <VokLib/Document/VokParseFailure.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -73,8 +73,8 @@ void LoadDocument(VokWorld& world, const std::string& path, const std::string& s
         const VokParseFailure& stop = GetParseFailure(reader);
         FailurePlace place{shownPath, stop.line, stop.column, stop.object};
         const auto* fromObject = dynamic_cast<const VokException*>(&failure);
-        if (fromObject != nullptr && !fromObject->GetCauseObject().IsEmpty())
-            place.object = fromObject->GetCauseObject().GetText();
+        if (fromObject != nullptr && !fromObject->GetCauseObject().empty())
+            place.object = fromObject->GetCauseObject();
 
         std::string words = failure.what();
         TakePlaceFromWords(place, words);

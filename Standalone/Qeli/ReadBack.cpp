@@ -3,11 +3,11 @@
 #include "FailureText.h"
 #include "MarkupFault.h"
 
-#include <VokLib/VokAttributes.h>
-#include <VokLib/VokDocumentFile.h>
-#include <VokLib/VokException.h>
-#include <VokLib/VokItHierarchy.h>
-#include <VokLib/VokWorld.h>
+#include <VokLib/Text/VokAttributes.h>
+#include <VokLib/Text/VokDocumentFile.h>
+#include <VokLib/Tree/ThrowVokException.h>
+#include <VokLib/Tree/VokItHierarchy.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <algorithm>
 #include <sstream>

@@ -3,10 +3,10 @@
 #include "FailureText.h"
 #include "LoadDocument.h"
 
-#include <VokLib/VokFactory.h>
-#include <VokLib/VokItHierarchy.h>
-#include <VokLib/VokScene.h>
-#include <VokLib/VokWorld.h>
+#include <VokLib/Tree/VokFactory.h>
+#include <VokLib/Tree/VokItHierarchy.h>
+#include <VokLib/Tree/VokScene.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <algorithm>
 #include <iostream>

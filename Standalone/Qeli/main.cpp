@@ -2,8 +2,8 @@
 
 #include <Platform/ReplaceFile.h>
 #include <Platform/StandardStreams.h>
-#include <VokLib/VokLib.h>
-#include <VokLib/VokUpdate.h>
+#include <VokLib/Document/VokUpdate.h>
+#include <VokLib/Library/VokLib.h>
 
 #include <cerrno>
 #include <exception>

@@ -1,7 +1,7 @@
 #include "VoktRigbakeTool.h"
 
 #include <Platform/StandardStreams.h>
-#include <VokLib/VokLib.h>
+#include <VokLib/Library/VokLib.h>
 
 #include <cstdio>
 #include <exception>

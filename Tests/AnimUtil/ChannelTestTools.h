@@ -1,7 +1,7 @@
 #pragma once
 
-#include <VokLib/VokAnimChannel.h>
-#include <VokLib/VokException.h>
+#include <VokLib/Base/VokException.h>
+#include <VokLib/Objects/Animation/VokAnimChannel.h>
 
 #include <memory>
 #include <string>

@@ -27,6 +27,35 @@ const std::map<std::string, std::set<std::string>>& AllowedLibraries() {
     return allowed;
 }
 
+using Floors = std::vector<std::vector<std::string>>;
+
+/// The folders inside a library from the ground up: one sees its own floor and those below. Links,
+/// tree and document are one floor, for they are the contract of an object: it stands in a tree,
+/// is the end of links, and reads and writes itself.
+const std::map<std::string, Floors>& FloorsOfFolders() {
+    static const std::map<std::string, Floors> floors = {
+        {"VokLib",
+         {{"Base"},
+          {"Text"},
+          {"CustomData"},
+          {"Links", "Tree", "Document"},
+          {"FileNames"},
+          {"Update"},
+          {"Objects/Nodes"},
+          {"Objects/Animation"},
+          {"Objects/Constraints"},
+          {"Objects/Geometry"},
+          {"Objects/Shading"},
+          {"Objects/Sets"},
+          {"Library"}}},
+        {"AnimUtil", {{"LeastSquares"}, {"Animation"}}},
+        {"VoktFramework",
+         {{"Errors"}, {"Atoms"}, {"CommandLine"}, {"Stages"}, {"Saving"}, {"Tool"}}},
+        {"VoktRigbake", {{"Skeleton"}, {"Procedural"}, {"File"}, {"Stages"}}},
+    };
+    return floors;
+}
+
 bool StartsWith(const std::string& text, const std::string& start) {
     return text.rfind(start, 0) == 0;
 }
@@ -43,6 +72,37 @@ std::string FolderBehind(const std::string& path, const std::string& prefix) {
 std::string LibraryOf(const std::string& path) {
     const std::string library = FolderBehind(path, "Libraries/Include/");
     return library.empty() ? FolderBehind(path, "Libraries/") : library;
+}
+
+/// The folder of `path` inside `library`, "" at its top.
+std::string FolderInLibrary(const std::string& path, const std::string& library) {
+    std::string rest = path;
+    for (const std::string& top : {"Libraries/Include/" + library, "Libraries/" + library, library})
+        if (StartsWith(rest, top + "/")) rest = rest.substr(top.size() + 1);
+    const std::size_t end = rest.rfind('/');
+    return end == std::string::npos ? "" : rest.substr(0, end);
+}
+
+/// The floor of `folder`; the number of floors for a folder that has none.
+std::size_t FloorOf(const std::string& folder, const Floors& floors) {
+    std::size_t floor = 0;
+    while (floor < floors.size() &&
+           std::find(floors[floor].begin(), floors[floor].end(), folder) == floors[floor].end())
+        ++floor;
+    return floor;
+}
+
+/// The fault of a folder that looks up inside its own library, or nothing.
+std::string FolderFault(const std::string& path, const std::string& header) {
+    const std::string library = LibraryOf(path);
+    const auto found = FloorsOfFolders().find(library);
+    if (found == FloorsOfFolders().end()) return "";
+    const Floors& floors = found->second;
+    const std::string from = FolderInLibrary(path, library);
+    const std::string to = FolderInLibrary(header, library);
+    const std::size_t reached = FloorOf(to, floors);
+    if (reached == floors.size() || reached <= FloorOf(from, floors)) return "";
+    return from + " includes " + header + ", but " + to + " stands above it in " + library;
 }
 
 bool MayCallTheSystem(const std::string& path) {
@@ -101,8 +161,9 @@ std::string IncludeFault(const std::string& path, const std::string& header) {
         return "operating system header " + header;
     const std::string library = LibraryOf(path);
     const std::string included = FolderBehind(header, "");
-    if (library.empty() || included == library || AllowedLibraries().count(included) == 0)
-        return "";
+    if (library.empty()) return "";
+    if (included == library || AllowedLibraries().count(included) == 0)
+        return FolderFault(path, header);
     if (AllowedLibraries().at(library).count(included) == 0)
         return library + " includes " + header + " from above";
     // The curve fitter is mathematics and knows nothing of scenes.
@@ -154,5 +215,12 @@ std::vector<std::string> FaultsOf(const SourceFile& file) {
     const std::string library = LibraryOf(file.path);
     if (!library.empty() && AllowedLibraries().count(library) == 0)
         faults.push_back(file.path + ": the library has no floor");
+    const auto floors = FloorsOfFolders().find(library);
+    if (floors != FloorsOfFolders().end()) {
+        const std::string folder = FolderInLibrary(file.path, library);
+        if (FloorOf(folder, floors->second) == floors->second.size())
+            faults.push_back(file.path + ": the folder \"" + folder + "\" has no floor in " +
+                             library);
+    }
     return faults;
 }

@@ -1,14 +1,15 @@
 #pragma once
 
-#include <VokLib/VokCast.h>
-#include <VokLib/VokDocumentFile.h>
-#include <VokLib/VokException.h>
-#include <VokLib/VokFilenameTranslator.h>
-#include <VokLib/VokItHierarchy.h>
-#include <VokLib/VokLib.h>
-#include <VokLib/VokParse.h>
-#include <VokLib/VokScene.h>
-#include <VokLib/VokWorld.h>
+#include <VokLib/Base/VokException.h>
+#include <VokLib/Document/VokFilenameTranslator.h>
+#include <VokLib/Document/VokParse.h>
+#include <VokLib/Library/VokLib.h>
+#include <VokLib/Links/VokPath.h>
+#include <VokLib/Text/VokDocumentFile.h>
+#include <VokLib/Tree/VokCast.h>
+#include <VokLib/Tree/VokItHierarchy.h>
+#include <VokLib/Tree/VokScene.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <memory>
 #include <sstream>
@@ -98,7 +99,7 @@ Failure FailureOf(Action action) {
     try {
         action();
     } catch (const VokException& e) {
-        return {e.what(), e.GetCauseObject().GetText()};
+        return {e.what(), e.GetCauseObject()};
     } catch (const std::exception& e) {
         return {e.what(), {}};
     }

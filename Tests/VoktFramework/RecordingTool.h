@@ -1,6 +1,6 @@
 #pragma once
 
-#include <VoktFramework/VoktTool.h>
+#include <VoktFramework/Tool/VoktTool.h>
 
 #include <functional>
 #include <map>

@@ -1,4 +1,4 @@
-#include "NaiveSkeleton.h"
+#include "VoktRigbake/NaiveSkeleton.h"
 
 #include <algorithm>
 #include <map>

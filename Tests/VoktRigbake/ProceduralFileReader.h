@@ -1,6 +1,6 @@
 #pragma once
 
-#include "SkeletonFileReader.h"
+#include "VoktRigbake/SkeletonFileReader.h"
 
 /// Reads the procedural data of a skeleton file as an engine would, along every offset. It shares
 /// nothing with the code that writes files, and throws for anything out of place.

@@ -1,4 +1,4 @@
-#include "ProceduralTestTools.h"
+#include "VoktRigbake/ProceduralTestTools.h"
 
 std::string KindsOf(const ProceduralJoints* procedural) {
     std::string kinds;

@@ -1,14 +1,14 @@
 #pragma once
 
-#include "RigbakeTestTools.h"
+#include "VoktRigbake/RigbakeTestTools.h"
 
 #include <BiffLib/CBlock.h>
-#include <VokLib/VokItHierarchy.h>
-#include <VoktFramework/VoktErrorHandler.h>
-#include <VoktRigbake/BuildProceduralJoints.h>
-#include <VoktRigbake/ProceduralJoints.h>
-#include <VoktRigbake/VoktRigbake.h>
-#include <VoktRigbake/WriteSkeleton.h>
+#include <VokLib/Tree/VokItHierarchy.h>
+#include <VoktFramework/Errors/VoktErrorHandler.h>
+#include <VoktRigbake/File/WriteSkeleton.h>
+#include <VoktRigbake/Procedural/BuildProceduralJoints.h>
+#include <VoktRigbake/Procedural/ProceduralJoints.h>
+#include <VoktRigbake/Stages/VoktRigbake.h>
 
 #include <memory>
 #include <stdexcept>
@@ -35,7 +35,7 @@ class RigScene {
     }
 
     std::unique_ptr<ProceduralJoints> Build() {
-        return BuildProceduralJoints(stage, scene.World(), *skeleton);
+        return BuildProceduralJoints(stage.GetProceduralOptions(), scene.World(), *skeleton);
     }
     /// The whole file.
     std::string Bytes(bool bigEndian) {

@@ -1,12 +1,12 @@
-#include "RigbakeTestTools.h"
+#include "VoktRigbake/RigbakeTestTools.h"
 
 #include <BiffLib/CBlock.h>
 #include <HashClient/QelHashClientUtil.h>
-#include <VokLib/VokException.h>
-#include <VokLib/VokItHierarchy.h>
-#include <VokLib/VokJoint.h>
-#include <VokLib/VokParse.h>
-#include <VoktRigbake/WriteSkeleton.h>
+#include <VokLib/Base/VokException.h>
+#include <VokLib/Document/VokParse.h>
+#include <VokLib/Objects/Nodes/VokJoint.h>
+#include <VokLib/Tree/VokItHierarchy.h>
+#include <VoktRigbake/File/WriteSkeleton.h>
 #include <gtest/gtest.h>
 
 #include <cctype>
@@ -116,7 +116,7 @@ std::string ThrownText(const std::function<void()>& work) {
     try {
         work();
     } catch (const VokException& caught) {
-        const std::string path = caught.GetCauseObject().GetText();
+        const std::string path = caught.GetCauseObject();
         return path.empty() ? caught.what() : std::string(caught.what()) + " {" + path + "}";
     } catch (const std::exception& caught) {
         return caught.what();

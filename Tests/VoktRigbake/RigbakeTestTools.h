@@ -1,8 +1,8 @@
 #pragma once
 
-#include <VokLib/VokLib.h>
-#include <VokLib/VokWorld.h>
-#include <VoktRigbake/BuildSkeleton.h>
+#include <VokLib/Library/VokLib.h>
+#include <VokLib/Tree/VokWorld.h>
+#include <VoktRigbake/Skeleton/BuildSkeleton.h>
 
 #include <functional>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "Animation/ChannelChecks.h"
 
-#include <VokLib/VokAnimChannel.h>
-#include <VokLib/VokException.h>
+#include <VokLib/Objects/Animation/VokAnimChannel.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <climits>
 #include <cstddef>

@@ -1,6 +1,6 @@
-#include <AnimUtil/CompressionFilter.h>
+#include <AnimUtil/Animation/CompressionFilter.h>
 
-#include <VokLib/VokAnimChannel.h>
+#include <VokLib/Objects/Animation/VokAnimChannel.h>
 
 namespace VokAnimUtil {
 

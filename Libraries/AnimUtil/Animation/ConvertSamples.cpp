@@ -1,11 +1,11 @@
 #include "Animation/ChannelChecks.h"
 
-#include <AnimUtil/CurveFitter.h>
-#include <AnimUtil/VokAnimUtil.h>
-#include <VokLib/VokAnimChannel.h>
-#include <VokLib/VokAnimDiscontinuities.h>
-#include <VokLib/VokCast.h>
-#include <VokLib/VokException.h>
+#include <AnimUtil/Animation/VokAnimUtil.h>
+#include <AnimUtil/LeastSquares/CurveFitter.h>
+#include <VokLib/Objects/Animation/VokAnimChannel.h>
+#include <VokLib/Objects/Animation/VokAnimDiscontinuities.h>
+#include <VokLib/Tree/ThrowVokException.h>
+#include <VokLib/Tree/VokCast.h>
 
 #include <algorithm>
 #include <cmath>

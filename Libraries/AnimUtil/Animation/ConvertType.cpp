@@ -1,7 +1,7 @@
-#include <AnimUtil/CompressionFilter.h>
-#include <AnimUtil/VokAnimUtil.h>
-#include <VokLib/VokAnimChannel.h>
-#include <VokLib/VokException.h>
+#include <AnimUtil/Animation/CompressionFilter.h>
+#include <AnimUtil/Animation/VokAnimUtil.h>
+#include <VokLib/Objects/Animation/VokAnimChannel.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <cstddef>
 #include <string>

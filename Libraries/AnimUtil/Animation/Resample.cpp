@@ -1,8 +1,8 @@
 #include "Animation/ChannelChecks.h"
 
-#include <AnimUtil/VokAnimUtil.h>
-#include <VokLib/VokAnimChannel.h>
-#include <VokLib/VokException.h>
+#include <AnimUtil/Animation/VokAnimUtil.h>
+#include <VokLib/Objects/Animation/VokAnimChannel.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <algorithm>
 #include <cstddef>

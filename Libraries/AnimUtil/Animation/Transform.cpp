@@ -1,10 +1,10 @@
-#include <AnimUtil/CompressionFilter.h>
-#include <AnimUtil/VokAnimUtil.h>
-#include <VokLib/VokAnim.h>
-#include <VokLib/VokAnimChannel.h>
-#include <VokLib/VokCast.h>
-#include <VokLib/VokException.h>
-#include <VokLib/VokMath.h>
+#include <AnimUtil/Animation/CompressionFilter.h>
+#include <AnimUtil/Animation/VokAnimUtil.h>
+#include <VokLib/Base/VokException.h>
+#include <VokLib/Base/VokMath.h>
+#include <VokLib/Objects/Animation/VokAnim.h>
+#include <VokLib/Objects/Animation/VokAnimChannel.h>
+#include <VokLib/Tree/VokCast.h>
 
 #include "Animation/ChannelChecks.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <AnimUtil/CurveSample.h>
-#include <AnimUtil/CurveSegment.h>
+#include <AnimUtil/LeastSquares/CurveSample.h>
+#include <AnimUtil/LeastSquares/CurveSegment.h>
 
 #include <array>
 #include <vector>

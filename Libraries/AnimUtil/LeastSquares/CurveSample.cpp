@@ -1,6 +1,6 @@
-#include <AnimUtil/CurveSample.h>
+#include <AnimUtil/LeastSquares/CurveSample.h>
 
-#include <AnimUtil/LeastSquaresError.h>
+#include <AnimUtil/LeastSquares/LeastSquaresError.h>
 
 namespace Qel::LeastSquares {
 

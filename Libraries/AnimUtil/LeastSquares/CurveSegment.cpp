@@ -1,6 +1,6 @@
-#include <AnimUtil/CurveSegment.h>
+#include <AnimUtil/LeastSquares/CurveSegment.h>
 
-#include <AnimUtil/LeastSquaresError.h>
+#include <AnimUtil/LeastSquares/LeastSquaresError.h>
 
 namespace Qel::LeastSquares {
 

@@ -1,6 +1,6 @@
 #include "LeastSquares/DenseMatrix.h"
 
-#include <AnimUtil/LeastSquaresError.h>
+#include <AnimUtil/LeastSquares/LeastSquaresError.h>
 
 #include <algorithm>
 #include <cmath>

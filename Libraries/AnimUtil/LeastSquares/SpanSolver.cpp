@@ -1,6 +1,6 @@
 #include "LeastSquares/SpanSolver.h"
 
-#include <AnimUtil/LeastSquaresError.h>
+#include <AnimUtil/LeastSquares/LeastSquaresError.h>
 
 #include <algorithm>
 #include <new>

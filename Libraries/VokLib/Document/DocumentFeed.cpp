@@ -2,7 +2,7 @@
 
 #include "Document/PushParser.h"
 
-#include <VokLib/VokException.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "Document/MarkupScanner.h"
 
-#include <VokLib/VokLimits.h>
+#include <VokLib/Base/VokLimits.h>
 
 #include <algorithm>
 #include <array>

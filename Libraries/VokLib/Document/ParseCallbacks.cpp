@@ -3,10 +3,10 @@
 #include "Document/DocumentEncoding.h"
 #include "Document/ParseMachine.h"
 
-#include <VokLib/VokEncoding.h>
-#include <VokLib/VokObj.h>
-#include <VokLib/VokParse.h>
-#include <VokLib/VokWorld.h>
+#include <VokLib/Document/VokParse.h>
+#include <VokLib/Text/VokEncoding.h>
+#include <VokLib/Tree/VokObj.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <cstdint>
 #include <cstring>

@@ -2,7 +2,7 @@
 
 #include "Document/ParserEvents.h"
 
-#include <VokLib/VokTypeId.h>
+#include <VokLib/Base/VokTypeId.h>
 
 #include <array>
 #include <cstddef>

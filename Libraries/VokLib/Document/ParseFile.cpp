@@ -1,7 +1,7 @@
 #include "Document/ParseMachine.h"
 
-#include <VokLib/VokException.h>
-#include <VokLib/VokParse.h>
+#include <VokLib/Document/VokParse.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <cstdio>
 #include <memory>

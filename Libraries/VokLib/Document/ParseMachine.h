@@ -4,8 +4,8 @@
 #include "Document/ParseCallbacks.h"
 #include "Document/PushParser.h"
 
-#include <VokLib/VokParse.h>
-#include <VokLib/VokParseFailure.h>
+#include <VokLib/Document/VokParse.h>
+#include <VokLib/Document/VokParseFailure.h>
 
 #include <cstddef>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "Document/PushParser.h"
 
-#include <VokLib/VokException.h>
-#include <VokLib/VokLimits.h>
+#include <VokLib/Base/VokLimits.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <libxml/parser.h>
 

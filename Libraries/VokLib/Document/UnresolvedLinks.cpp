@@ -1,8 +1,8 @@
 #include "Document/UnresolvedLinks.h"
 
-#include <VokLib/VokException.h>
-#include <VokLib/VokObjLinkStore.h>
-#include <VokLib/VokWorld.h>
+#include <VokLib/Links/VokObjLinkStore.h>
+#include <VokLib/Tree/ThrowVokException.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <algorithm>
 #include <iostream>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <VokLib/VokUpdate.h>
+#include <VokLib/Document/VokUpdate.h>
 
 #include <cstddef>
 #include <vector>

@@ -3,7 +3,7 @@
 #include "Document/DocumentFeed.h"
 #include "Document/PushParser.h"
 
-#include <VokLib/VokException.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <string_view>
 

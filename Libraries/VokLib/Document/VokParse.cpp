@@ -1,4 +1,4 @@
-#include <VokLib/VokParse.h>
+#include <VokLib/Document/VokParse.h>
 
 #include "Document/BlockStreamBuffer.h"
 #include "Document/ParseMachine.h"
@@ -8,14 +8,14 @@
 
 #include <Platform/Paths.h>
 #include <QelTools/Exception.h>
-#include <VokLib/VokDependencies.h>
-#include <VokLib/VokException.h>
-#include <VokLib/VokFactory.h>
-#include <VokLib/VokFilenameTranslator.h>
-#include <VokLib/VokPath.h>
-#include <VokLib/VokPathText.h>
-#include <VokLib/VokUpdate.h>
-#include <VokLib/VokWorld.h>
+#include <VokLib/Document/VokFilenameTranslator.h>
+#include <VokLib/Document/VokUpdate.h>
+#include <VokLib/Links/VokPath.h>
+#include <VokLib/Text/VokPathText.h>
+#include <VokLib/Tree/ThrowVokException.h>
+#include <VokLib/Tree/VokDependencies.h>
+#include <VokLib/Tree/VokFactory.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <libxml/parser.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <VokLib/VokFilenameTranslator.h>
+#include <VokLib/Document/VokFilenameTranslator.h>
 
 /// The form "absolute": names stand as they are, in lower case.
 class VokFilenameTranslatorAbsolute : public VokFilenameTranslator {

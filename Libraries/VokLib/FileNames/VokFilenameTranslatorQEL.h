@@ -1,6 +1,6 @@
 #pragma once
 
-#include <VokLib/VokFilenameTranslator.h>
+#include <VokLib/Document/VokFilenameTranslator.h>
 
 /// The form "qelrootrelative": names are relative to the roots of the current project, which the
 /// environment names. Scene documents stand under the export root, all other files under the asset

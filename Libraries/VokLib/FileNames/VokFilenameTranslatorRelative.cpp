@@ -1,7 +1,7 @@
 #include "FileNames/VokFilenameTranslatorRelative.h"
 
-#include <VokLib/VokPathText.h>
-#include <VokLib/VokWorld.h>
+#include <VokLib/Text/VokPathText.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <algorithm>
 

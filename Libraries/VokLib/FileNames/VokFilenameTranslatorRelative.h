@@ -1,6 +1,6 @@
 #pragma once
 
-#include <VokLib/VokFilenameTranslator.h>
+#include <VokLib/Document/VokFilenameTranslator.h>
 
 /// The form "qelirelative": names are relative to the document of the object that holds them.
 class VokFilenameTranslatorRelative : public VokFilenameTranslator {

@@ -1,6 +1,6 @@
 #include "Links/NameIndex.h"
 
-#include <VokLib/VokObj.h>
+#include <VokLib/Tree/VokObj.h>
 
 #include <bit>
 #include <functional>

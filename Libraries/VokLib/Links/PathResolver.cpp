@@ -1,8 +1,8 @@
 #include "Links/PathResolver.h"
 
-#include <VokLib/VokInstance.h>
-#include <VokLib/VokReference.h>
-#include <VokLib/VokScene.h>
+#include <VokLib/Tree/VokInstance.h>
+#include <VokLib/Tree/VokReference.h>
+#include <VokLib/Tree/VokScene.h>
 
 #include <QelTools/Exception.h>
 

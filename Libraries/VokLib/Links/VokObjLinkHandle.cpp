@@ -1,6 +1,6 @@
-#include <VokLib/VokObj.h>
-#include <VokLib/VokObjLink.h>
-#include <VokLib/VokObjLinkStore.h>
+#include <VokLib/Links/VokObjLink.h>
+#include <VokLib/Links/VokObjLinkStore.h>
+#include <VokLib/Tree/VokObj.h>
 
 #include <QelTools/Exception.h>
 

@@ -1,10 +1,10 @@
-#include <VokLib/VokObjLinkStore.h>
+#include <VokLib/Links/VokObjLinkStore.h>
 
-#include <VokLib/VokObj.h>
+#include <VokLib/Tree/VokObj.h>
 
 #include <QelTools/Exception.h>
 
-#include "Core/BlockPool.h"
+#include "Base/BlockPool.h"
 #include "Links/VokPathCache.h"
 
 #include <new>

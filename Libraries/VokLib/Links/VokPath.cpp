@@ -1,6 +1,6 @@
-#include <VokLib/VokPath.h>
+#include <VokLib/Links/VokPath.h>
 
-#include <VokLib/VokWorld.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <QelTools/Exception.h>
 

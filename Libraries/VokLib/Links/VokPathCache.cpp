@@ -1,9 +1,9 @@
 #include "Links/VokPathCache.h"
 
-#include <VokLib/VokCast.h>
-#include <VokLib/VokInstance.h>
-#include <VokLib/VokItHierarchy.h>
-#include <VokLib/VokReference.h>
+#include <VokLib/Tree/VokCast.h>
+#include <VokLib/Tree/VokInstance.h>
+#include <VokLib/Tree/VokItHierarchy.h>
+#include <VokLib/Tree/VokReference.h>
 
 #include "Links/NameSpaces.h"
 

@@ -1,4 +1,4 @@
-#include <VokLib/VokNumberText.h>
+#include <VokLib/Text/VokNumberText.h>
 
 #include <algorithm>
 #include <bit>

@@ -1,6 +1,6 @@
 #include "Text/FloatRead.h"
 
-#include <VokLib/VokNumberText.h>
+#include <VokLib/Text/VokNumberText.h>
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <VokLib/VokNumberText.h>
+#include <VokLib/Text/VokNumberText.h>
 
 #include <cstddef>
 #include <cstdint>

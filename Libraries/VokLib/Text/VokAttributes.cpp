@@ -1,4 +1,4 @@
-#include <VokLib/VokAttributes.h>
+#include <VokLib/Text/VokAttributes.h>
 
 #include <QelTools/Exception.h>
 
@@ -6,7 +6,7 @@
 #include <cstring>
 #include <span>
 
-#include <VokLib/VokNumberText.h>
+#include <VokLib/Text/VokNumberText.h>
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include <VokLib/VokEncoding.h>
+#include <VokLib/Text/VokEncoding.h>
 
 #include <QelTools/Exception.h>
 

@@ -1,4 +1,4 @@
-#include <VokLib/VokTextReader.h>
+#include <VokLib/Text/VokTextReader.h>
 
 #include <QelTools/Exception.h>
 
@@ -7,10 +7,10 @@
 #include <cstring>
 #include <new>
 
-#include <VokLib/VokEncoding.h>
-#include <VokLib/VokException.h>
-#include <VokLib/VokLimits.h>
-#include <VokLib/VokNumberText.h>
+#include <VokLib/Base/VokException.h>
+#include <VokLib/Base/VokLimits.h>
+#include <VokLib/Text/VokEncoding.h>
+#include <VokLib/Text/VokNumberText.h>
 
 #include "Text/FloatRead.h"
 #include "Text/IntRead.h"

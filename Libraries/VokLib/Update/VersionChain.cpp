@@ -1,6 +1,6 @@
 #include "Update/VersionChain.h"
 
-#include <VokLib/VokWorld.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <QelTools/Exception.h>
 

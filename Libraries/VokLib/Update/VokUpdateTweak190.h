@@ -1,6 +1,6 @@
 #pragma once
 
-#include <VokLib/VokUpdate.h>
+#include <VokLib/Document/VokUpdate.h>
 
 /// The update that the library brings up. Documents older than 1_9_0 do not tell the form of their
 /// file names; `previousFilenameForm` is what they get.

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <VoktFramework/VoktCommandLineFlag.h>
-#include <VoktFramework/VoktTextTable.h>
+#include <VoktFramework/CommandLine/VoktCommandLineFlag.h>
+#include <VoktFramework/CommandLine/VoktTextTable.h>
 
 #include <cstddef>
 #include <map>

@@ -1,5 +1,5 @@
 #include <Platform/FileTests.h>
-#include <VoktFramework/VoktCommandLineSyntax.h>
+#include <VoktFramework/CommandLine/VoktCommandLineSyntax.h>
 
 #include <functional>
 #include <optional>

@@ -1,8 +1,8 @@
 #include "CommandLine/CommandLineValue.h"
 
 #include <QelTools/AsciiText.h>
-#include <VokLib/VokNumberText.h>
-#include <VoktFramework/VoktCommandLineSyntax.h>
+#include <VokLib/Text/VokNumberText.h>
+#include <VoktFramework/CommandLine/VoktCommandLineSyntax.h>
 
 namespace {
 

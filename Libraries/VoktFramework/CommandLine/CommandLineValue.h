@@ -1,6 +1,6 @@
 #pragma once
 
-#include <VoktFramework/VoktCommandLineFlag.h>
+#include <VoktFramework/CommandLine/VoktCommandLineFlag.h>
 
 #include <string>
 

@@ -1,5 +1,5 @@
 #include <Platform/Console.h>
-#include <VoktFramework/VoktCommandLineSyntax.h>
+#include <VoktFramework/CommandLine/VoktCommandLineSyntax.h>
 
 #include <algorithm>
 #include <iostream>

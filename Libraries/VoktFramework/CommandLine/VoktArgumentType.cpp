@@ -1,4 +1,4 @@
-#include <VoktFramework/VoktArgumentType.h>
+#include <VoktFramework/CommandLine/VoktArgumentType.h>
 
 const char* VoktArgumentTypeName(VoktArgumentType type) {
     switch (type) {

@@ -1,4 +1,4 @@
-#include <VoktFramework/VoktCommandLineFlag.h>
+#include <VoktFramework/CommandLine/VoktCommandLineFlag.h>
 
 std::string VoktCommandLineArgument::DisplayName() const {
     return name.empty() ? VoktArgumentTypeName(type) : name;

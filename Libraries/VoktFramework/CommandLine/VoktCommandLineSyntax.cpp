@@ -1,4 +1,4 @@
-#include <VoktFramework/VoktCommandLineSyntax.h>
+#include <VoktFramework/CommandLine/VoktCommandLineSyntax.h>
 
 #include <utility>
 

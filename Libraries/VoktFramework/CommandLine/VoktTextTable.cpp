@@ -1,4 +1,4 @@
-#include <VoktFramework/VoktTextTable.h>
+#include <VoktFramework/CommandLine/VoktTextTable.h>
 
 #include <algorithm>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include <VoktFramework/VoktError.h>
+#include <VoktFramework/Errors/VoktError.h>
 
 #include <utility>
 

@@ -1,4 +1,4 @@
-#include <VoktFramework/VoktErrorHandler.h>
+#include <VoktFramework/Errors/VoktErrorHandler.h>
 
 #include "Errors/LabelledBlock.h"
 
@@ -96,8 +96,7 @@ void VoktErrorHandler::PrintLine(std::ostream& stream, const VoktErrorRecord& re
     const std::string message = error.what();
     if (!message.empty()) stream << "; " << OnOneLine(message);
     if (!record.context.empty()) stream << " : " << record.context;
-    if (!error.GetCauseObject().IsEmpty())
-        stream << " {" << error.GetCauseObject().GetText() << "}";
+    if (!error.GetCauseObject().empty()) stream << " {" << error.GetCauseObject() << "}";
     if (HasPlace(error)) stream << " <" << PlaceText(error) << ">";
     stream << std::endl;
 }
@@ -113,6 +112,6 @@ void VoktErrorHandler::PrintBlocks(std::ostream& stream, const VoktErrorRecord& 
     printUnlessEmpty("Message", error.what());
     printUnlessEmpty("Context", record.context);
     printUnlessEmpty("CauseMessage", error.GetCauseMessage());
-    printUnlessEmpty("CauseObject", error.GetCauseObject().GetText());
+    printUnlessEmpty("CauseObject", error.GetCauseObject());
     if (HasPlace(error)) PrintLabelledBlock(stream, 1, "FileLine", PlaceText(error));
 }

@@ -1,5 +1,5 @@
-#include <VoktFramework/VoktBinaryFilename.h>
-#include <VoktFramework/VoktError.h>
+#include <VoktFramework/Errors/VoktError.h>
+#include <VoktFramework/Saving/VoktBinaryFilename.h>
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include <VoktFramework/VoktBinaryFilenameQEL.h>
+#include <VoktFramework/Saving/VoktBinaryFilenameQEL.h>
 
 VoktBinaryFilenameQEL::~VoktBinaryFilenameQEL() noexcept(false) = default;
 

@@ -1,6 +1,6 @@
 #include <Platform/FileTests.h>
 #include <QelTools/Exception.h>
-#include <VoktFramework/VoktMakeWriteableHandler.h>
+#include <VoktFramework/Saving/VoktMakeWriteableHandler.h>
 
 #include <cerrno>
 

@@ -1,9 +1,9 @@
 #include <Platform/Folders.h>
 #include <Platform/Paths.h>
 #include <QelTools/Exception.h>
-#include <VoktFramework/VoktAtomString.h>
-#include <VoktFramework/VoktOutputPath.h>
-#include <VoktFramework/VoktUniverse.h>
+#include <VoktFramework/Atoms/VoktAtomString.h>
+#include <VoktFramework/Atoms/VoktUniverse.h>
+#include <VoktFramework/Saving/VoktOutputPath.h>
 
 #include <algorithm>
 #include <optional>

@@ -1,6 +1,6 @@
-#include <VoktFramework/VoktCommandLineSyntax.h>
-#include <VoktFramework/VoktError.h>
-#include <VoktFramework/VoktSave.h>
+#include <VoktFramework/CommandLine/VoktCommandLineSyntax.h>
+#include <VoktFramework/Errors/VoktError.h>
+#include <VoktFramework/Saving/VoktSave.h>
 
 namespace {
 

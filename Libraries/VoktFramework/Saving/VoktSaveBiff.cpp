@@ -1,12 +1,12 @@
 #include <Platform/FileTests.h>
 #include <QelTools/Exception.h>
-#include <VoktFramework/VoktAtomBiff.h>
-#include <VoktFramework/VoktCommandLineSyntax.h>
-#include <VoktFramework/VoktError.h>
-#include <VoktFramework/VoktMakeWriteableHandler.h>
-#include <VoktFramework/VoktOutputPath.h>
-#include <VoktFramework/VoktSaveBiff.h>
-#include <VoktFramework/VoktUniverse.h>
+#include <VoktFramework/Atoms/VoktAtomBiff.h>
+#include <VoktFramework/Atoms/VoktUniverse.h>
+#include <VoktFramework/CommandLine/VoktCommandLineSyntax.h>
+#include <VoktFramework/Errors/VoktError.h>
+#include <VoktFramework/Saving/VoktMakeWriteableHandler.h>
+#include <VoktFramework/Saving/VoktOutputPath.h>
+#include <VoktFramework/Saving/VoktSaveBiff.h>
 
 #include <string_view>
 

@@ -1,6 +1,6 @@
 #include <QelTools/Exception.h>
-#include <VoktFramework/VoktCommandLineSyntax.h>
-#include <VoktFramework/VoktSaveBiffBase.h>
+#include <VoktFramework/CommandLine/VoktCommandLineSyntax.h>
+#include <VoktFramework/Saving/VoktSaveBiffBase.h>
 
 namespace {
 

@@ -1,9 +1,9 @@
 #include <QelTools/AsciiText.h>
 #include <QelTools/Exception.h>
-#include <VokLib/VokNumberText.h>
-#include <VoktFramework/VoktCommandLineSyntax.h>
-#include <VoktFramework/VoktComponent.h>
-#include <VoktFramework/VoktError.h>
+#include <VokLib/Text/VokNumberText.h>
+#include <VoktFramework/CommandLine/VoktCommandLineSyntax.h>
+#include <VoktFramework/Errors/VoktError.h>
+#include <VoktFramework/Stages/VoktComponent.h>
 
 #include <string_view>
 

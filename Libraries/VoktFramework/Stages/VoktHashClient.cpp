@@ -1,7 +1,7 @@
 #include <HashClient/QelHashClientUtil.h>
 #include <Platform/OwnProgram.h>
 #include <Platform/Paths.h>
-#include <VoktFramework/VoktHashClient.h>
+#include <VoktFramework/Stages/VoktHashClient.h>
 
 #include <exception>
 #include <string>

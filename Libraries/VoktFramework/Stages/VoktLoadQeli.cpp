@@ -1,13 +1,13 @@
 #include <Platform/FileTests.h>
 #include <QelTools/Exception.h>
-#include <VokLib/VokParse.h>
-#include <VokLib/VokUpdate.h>
-#include <VoktFramework/VoktAtomVokWorld.h>
-#include <VoktFramework/VoktCommandLineSyntax.h>
-#include <VoktFramework/VoktError.h>
-#include <VoktFramework/VoktErrorHandler.h>
-#include <VoktFramework/VoktLoadQeli.h>
-#include <VoktFramework/VoktUniverse.h>
+#include <VokLib/Document/VokParse.h>
+#include <VokLib/Document/VokUpdate.h>
+#include <VoktFramework/Atoms/VoktAtomVokWorld.h>
+#include <VoktFramework/Atoms/VoktUniverse.h>
+#include <VoktFramework/CommandLine/VoktCommandLineSyntax.h>
+#include <VoktFramework/Errors/VoktError.h>
+#include <VoktFramework/Errors/VoktErrorHandler.h>
+#include <VoktFramework/Stages/VoktLoadQeli.h>
 
 #include <memory>
 #include <utility>

@@ -1,7 +1,7 @@
 #include <QelTools/Exception.h>
-#include <VoktFramework/VoktAtomVokWorld.h>
-#include <VoktFramework/VoktMultipleWorldComponent.h>
-#include <VoktFramework/VoktUniverse.h>
+#include <VoktFramework/Atoms/VoktAtomVokWorld.h>
+#include <VoktFramework/Atoms/VoktUniverse.h>
+#include <VoktFramework/Stages/VoktMultipleWorldComponent.h>
 
 #include <vector>
 

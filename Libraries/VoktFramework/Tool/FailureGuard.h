@@ -1,6 +1,6 @@
 #pragma once
 
-#include <VoktFramework/VoktError.h>
+#include <VoktFramework/Errors/VoktError.h>
 
 #include <exception>
 

@@ -1,6 +1,6 @@
 #include <Platform/Clock.h>
-#include <VoktFramework/VoktTool.h>
-#include <VoktFramework/VoktUniverse.h>
+#include <VoktFramework/Atoms/VoktUniverse.h>
+#include <VoktFramework/Tool/VoktTool.h>
 
 #include <iostream>
 

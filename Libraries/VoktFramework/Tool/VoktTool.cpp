@@ -1,4 +1,4 @@
-#include <VoktFramework/VoktTool.h>
+#include <VoktFramework/Tool/VoktTool.h>
 
 #include "Tool/FailureGuard.h"
 
@@ -6,12 +6,12 @@
 #include <Platform/OutputCapture.h>
 #include <Platform/Paths.h>
 #include <QelTools/Exception.h>
-#include <VokLib/VokLib.h>
-#include <VoktFramework/VoktAtomString.h>
-#include <VoktFramework/VoktAtomStringArray.h>
-#include <VoktFramework/VoktBinaryFilenameQEL.h>
-#include <VoktFramework/VoktErrorHandler.h>
-#include <VoktFramework/VoktUniverse.h>
+#include <VokLib/Library/VokLib.h>
+#include <VoktFramework/Atoms/VoktAtomString.h>
+#include <VoktFramework/Atoms/VoktAtomStringArray.h>
+#include <VoktFramework/Atoms/VoktUniverse.h>
+#include <VoktFramework/Errors/VoktErrorHandler.h>
+#include <VoktFramework/Saving/VoktBinaryFilenameQEL.h>
 
 #include <cstdio>
 #include <iostream>

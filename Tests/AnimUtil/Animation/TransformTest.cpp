@@ -1,5 +1,5 @@
-#include <AnimUtil/VokAnimUtil.h>
-#include <VokLib/VokAnim.h>
+#include <AnimUtil/Animation/VokAnimUtil.h>
+#include <VokLib/Objects/Animation/VokAnim.h>
 
 #include <gtest/gtest.h>
 

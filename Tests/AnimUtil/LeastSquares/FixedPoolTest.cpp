@@ -1,6 +1,6 @@
 #include "LeastSquares/FixedPool.h"
 
-#include <AnimUtil/LeastSquaresError.h>
+#include <AnimUtil/LeastSquares/LeastSquaresError.h>
 
 #include <gtest/gtest.h>
 

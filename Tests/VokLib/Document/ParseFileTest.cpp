@@ -1,6 +1,6 @@
-#include "ParseTools.h"
+#include "VokLib/Document/ParseTools.h"
 
-#include <VokLib/VokScene.h>
+#include <VokLib/Tree/VokScene.h>
 
 #include <filesystem>
 #include <fstream>

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <VokLib/VokException.h>
-#include <VokLib/VokLib.h>
-#include <VokLib/VokObj.h>
-#include <VokLib/VokParse.h>
-#include <VokLib/VokUpdate.h>
-#include <VokLib/VokWorld.h>
+#include <VokLib/Base/VokException.h>
+#include <VokLib/Document/VokParse.h>
+#include <VokLib/Document/VokUpdate.h>
+#include <VokLib/Library/VokLib.h>
+#include <VokLib/Tree/VokObj.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <gtest/gtest.h>
 

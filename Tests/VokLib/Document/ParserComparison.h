@@ -3,7 +3,7 @@
 #include "Document/DocumentFeed.h"
 #include "Document/PushParser.h"
 
-#include <VokLib/VokException.h>
+#include <VokLib/Base/VokException.h>
 
 #include <libxml/parser.h>
 

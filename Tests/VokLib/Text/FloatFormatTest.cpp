@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include <VokLib/VokNumberText.h>
+#include <VokLib/Text/VokNumberText.h>
 
 #include "VokLib/Text/ExactDecimal.h"
 

@@ -7,7 +7,7 @@
 #include <random>
 #include <string>
 
-#include <VokLib/VokNumberText.h>
+#include <VokLib/Text/VokNumberText.h>
 
 namespace {
 

@@ -1,5 +1,5 @@
-#include <VokLib/VokNumberText.h>
-#include <VokLib/VokTextReader.h>
+#include <VokLib/Text/VokNumberText.h>
+#include <VokLib/Text/VokTextReader.h>
 
 #include <gtest/gtest.h>
 

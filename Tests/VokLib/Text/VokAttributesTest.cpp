@@ -5,7 +5,7 @@
 #include <limits>
 #include <string>
 
-#include <VokLib/VokAttributes.h>
+#include <VokLib/Text/VokAttributes.h>
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include <VokLib/VokEncoding.h>
+#include <VokLib/Text/VokEncoding.h>
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <VokLib/VokException.h>
-#include <VokLib/VokLimits.h>
-#include <VokLib/VokTextReader.h>
+#include <VokLib/Base/VokException.h>
+#include <VokLib/Base/VokLimits.h>
+#include <VokLib/Text/VokTextReader.h>
 
 #include <limits>
 #include <string>

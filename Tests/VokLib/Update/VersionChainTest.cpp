@@ -1,6 +1,6 @@
-#include "VokLib/Core/CoreScene.h"
+#include "VokLib/CoreScene.h"
 
-#include <VokLib/VokUpdate.h>
+#include <VokLib/Document/VokUpdate.h>
 
 #include <sstream>
 

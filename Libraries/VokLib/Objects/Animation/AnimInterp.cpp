@@ -1,6 +1,6 @@
-#include <VokLib/AnimInterp.h>
+#include <VokLib/Objects/Animation/AnimInterp.h>
 
-#include <VokLib/VokEnumText.h>
+#include <VokLib/Base/VokEnumText.h>
 
 namespace {
 

@@ -1,8 +1,8 @@
-#include <VokLib/VokAnim.h>
+#include <VokLib/Objects/Animation/VokAnim.h>
 
-#include <VokLib/VokAnimChannel.h>
-#include <VokLib/VokCast.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Objects/Animation/VokAnimChannel.h>
+#include <VokLib/Tree/VokCast.h>
 
 using namespace VokFields;
 

@@ -1,7 +1,7 @@
-#include <VokLib/VokAnimChannel.h>
+#include <VokLib/Objects/Animation/VokAnimChannel.h>
 
-#include <VokLib/VokException.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <algorithm>
 

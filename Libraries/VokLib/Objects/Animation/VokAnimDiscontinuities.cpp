@@ -1,7 +1,7 @@
-#include <VokLib/VokAnimDiscontinuities.h>
+#include <VokLib/Objects/Animation/VokAnimDiscontinuities.h>
 
-#include <VokLib/VokException.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
-#include <VokLib/VokBlend.h>
+#include <VokLib/Objects/Animation/VokBlend.h>
 
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
 
 #include <cmath>
 

@@ -1,7 +1,7 @@
 #include "Objects/Constraints/AimVocabulary.h"
 
-#include <VokLib/VokException.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <VokLib/VokAimFields.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Objects/Constraints/VokAimFields.h>
 
 #include <array>
 

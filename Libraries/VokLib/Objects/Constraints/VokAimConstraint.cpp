@@ -1,4 +1,4 @@
-#include <VokLib/VokAimConstraint.h>
+#include <VokLib/Objects/Constraints/VokAimConstraint.h>
 
 #include "Objects/Constraints/AimVocabulary.h"
 

@@ -1,7 +1,7 @@
-#include <VokLib/VokConstraint.h>
+#include <VokLib/Objects/Constraints/VokConstraint.h>
 
-#include <VokLib/VokException.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 using namespace VokFields;
 

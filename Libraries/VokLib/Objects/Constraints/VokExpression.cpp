@@ -1,7 +1,7 @@
-#include <VokLib/VokExpression.h>
+#include <VokLib/Objects/Constraints/VokExpression.h>
 
-#include <VokLib/VokException.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 using namespace VokFields;
 

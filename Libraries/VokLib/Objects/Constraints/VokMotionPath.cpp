@@ -1,7 +1,7 @@
-#include <VokLib/VokMotionPath.h>
+#include <VokLib/Objects/Constraints/VokMotionPath.h>
 
-#include <VokLib/VokEnumText.h>
-#include <VokLib/VokException.h>
+#include <VokLib/Base/VokEnumText.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include "Objects/Constraints/AimVocabulary.h"
 

@@ -1,8 +1,8 @@
-#include <VokLib/VokOrientationConstraint.h>
+#include <VokLib/Objects/Constraints/VokOrientationConstraint.h>
 
-#include <VokLib/VokEnumText.h>
-#include <VokLib/VokException.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Base/VokEnumText.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 using namespace VokFields;
 

@@ -1,7 +1,7 @@
-#include <VokLib/VokParentConstraint.h>
+#include <VokLib/Objects/Constraints/VokParentConstraint.h>
 
-#include <VokLib/VokException.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 using namespace VokFields;
 

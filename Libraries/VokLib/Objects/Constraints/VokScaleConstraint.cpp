@@ -1,6 +1,6 @@
-#include <VokLib/VokScaleConstraint.h>
+#include <VokLib/Objects/Constraints/VokScaleConstraint.h>
 
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
 
 using namespace VokFields;
 

@@ -1,6 +1,6 @@
-#include <VokLib/VokSpringConstraint.h>
+#include <VokLib/Objects/Constraints/VokSpringConstraint.h>
 
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
 
 using namespace VokFields;
 

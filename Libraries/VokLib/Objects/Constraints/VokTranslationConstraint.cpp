@@ -1,6 +1,6 @@
-#include <VokLib/VokTranslationConstraint.h>
+#include <VokLib/Objects/Constraints/VokTranslationConstraint.h>
 
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
 
 using namespace VokFields;
 

@@ -1,7 +1,7 @@
-#include <VokLib/VokBlindData.h>
-#include <VokLib/VokException.h>
-#include <VokLib/VokFile.h>
-#include <VokLib/VokParse.h>
+#include <VokLib/Document/VokParse.h>
+#include <VokLib/Objects/Geometry/VokBlindData.h>
+#include <VokLib/Text/VokFile.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <type_traits>
 #include <utility>

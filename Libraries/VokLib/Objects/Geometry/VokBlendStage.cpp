@@ -1,10 +1,10 @@
-#include <VokLib/VokBlendStage.h>
+#include <VokLib/Objects/Geometry/VokBlendStage.h>
 
-#include <VokLib/VokBlendTarget.h>
-#include <VokLib/VokException.h>
-#include <VokLib/VokFactory.h>
-#include <VokLib/VokMultiBlendTarget.h>
-#include <VokLib/VokParse.h>
+#include <VokLib/Document/VokParse.h>
+#include <VokLib/Objects/Geometry/VokBlendTarget.h>
+#include <VokLib/Objects/Geometry/VokMultiBlendTarget.h>
+#include <VokLib/Tree/ThrowVokException.h>
+#include <VokLib/Tree/VokFactory.h>
 
 #include <string>
 #include <utility>

@@ -1,4 +1,4 @@
-#include <VokLib/VokBlendshapeController.h>
+#include <VokLib/Objects/Geometry/VokBlendshapeController.h>
 
 std::span<const VokChildElement<VokBlendshapeController>> VokBlendshapeController::ChildElements() {
     static constexpr VokChildElement<VokBlendshapeController> rows[] = {

@@ -1,6 +1,6 @@
-#include <VokLib/VokDeformer.h>
+#include <VokLib/Objects/Geometry/VokDeformer.h>
 
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
 
 std::span<const VokAttributeRow<VokDeformer>> VokDeformer::AttributeRows() {
     static constexpr VokAttributeRow<VokDeformer> rows[] = {

@@ -1,8 +1,8 @@
-#include <VokLib/VokMesh.h>
+#include <VokLib/Objects/Geometry/VokMesh.h>
 
-#include <VokLib/VokEnumText.h>
-#include <VokLib/VokException.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Base/VokEnumText.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <limits>
 

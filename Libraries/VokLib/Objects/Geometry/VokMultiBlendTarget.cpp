@@ -1,7 +1,7 @@
-#include <VokLib/VokMultiBlendTarget.h>
+#include <VokLib/Objects/Geometry/VokMultiBlendTarget.h>
 
-#include <VokLib/VokException.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 using namespace VokFields;
 

@@ -1,6 +1,6 @@
-#include <VokLib/VokNurbsSurface.h>
+#include <VokLib/Objects/Geometry/VokNurbsSurface.h>
 
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
 
 #include <algorithm>
 #include <cstdint>

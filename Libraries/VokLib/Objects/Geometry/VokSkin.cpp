@@ -1,7 +1,7 @@
-#include <VokLib/VokSkin.h>
+#include <VokLib/Objects/Geometry/VokSkin.h>
 
-#include <VokLib/VokException.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 using namespace VokFields;
 

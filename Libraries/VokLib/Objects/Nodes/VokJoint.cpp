@@ -1,8 +1,8 @@
-#include <VokLib/VokJoint.h>
+#include <VokLib/Objects/Nodes/VokJoint.h>
 
-#include <VokLib/VokCast.h>
-#include <VokLib/VokFields.h>
-#include <VokLib/VokMath.h>
+#include <VokLib/Base/VokMath.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/VokCast.h>
 
 using namespace VokFields;
 

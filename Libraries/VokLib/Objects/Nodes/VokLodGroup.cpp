@@ -1,6 +1,6 @@
-#include <VokLib/VokLodGroup.h>
+#include <VokLib/Objects/Nodes/VokLodGroup.h>
 
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
 
 using namespace VokFields;
 

@@ -1,7 +1,7 @@
-#include <VokLib/VokObjSet.h>
+#include <VokLib/Objects/Sets/VokObjSet.h>
 
-#include <VokLib/VokException.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <utility>
 

@@ -1,7 +1,7 @@
-#include <VokLib/VokPose.h>
+#include <VokLib/Objects/Sets/VokPose.h>
 
-#include <VokLib/VokException.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 using namespace VokFields;
 

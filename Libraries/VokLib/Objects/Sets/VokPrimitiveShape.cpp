@@ -1,7 +1,7 @@
-#include <VokLib/VokPrimitiveShape.h>
+#include <VokLib/Objects/Sets/VokPrimitiveShape.h>
 
-#include <VokLib/VokException.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <string>
 

@@ -1,6 +1,6 @@
-#include <VokLib/VokRigidBody.h>
+#include <VokLib/Objects/Sets/VokRigidBody.h>
 
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
 
 using namespace VokFields;
 

@@ -1,8 +1,8 @@
-#include <VokLib/VokBinding.h>
+#include <VokLib/Objects/Shading/VokBinding.h>
 
-#include <VokLib/VokEnumText.h>
-#include <VokLib/VokException.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Base/VokEnumText.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <utility>
 

@@ -1,6 +1,6 @@
-#include <VokLib/VokCamera.h>
+#include <VokLib/Objects/Shading/VokCamera.h>
 
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
 
 using namespace VokFields;
 

@@ -1,7 +1,7 @@
-#include <VokLib/VokCgShader.h>
+#include <VokLib/Objects/Shading/VokCgShader.h>
 
-#include <VokLib/VokDependencies.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/VokDependencies.h>
 
 std::span<const VokAttributeRow<VokCgShader>> VokCgShader::AttributeRows() {
     static constexpr VokAttributeRow<VokCgShader> rows[] = {

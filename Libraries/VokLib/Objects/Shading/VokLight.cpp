@@ -1,10 +1,10 @@
-#include <VokLib/VokLight.h>
+#include <VokLib/Objects/Shading/VokLight.h>
 
-#include <VokLib/VokEnumText.h>
-#include <VokLib/VokException.h>
-#include <VokLib/VokFields.h>
-#include <VokLib/VokNumberText.h>
-#include <VokLib/VokTexture.h>
+#include <VokLib/Base/VokEnumText.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Objects/Shading/VokTexture.h>
+#include <VokLib/Text/VokNumberText.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <string>
 

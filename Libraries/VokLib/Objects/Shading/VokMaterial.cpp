@@ -1,8 +1,8 @@
-#include <VokLib/VokMaterial.h>
+#include <VokLib/Objects/Shading/VokMaterial.h>
 
-#include <VokLib/VokDependencies.h>
-#include <VokLib/VokEnumText.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Base/VokEnumText.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/VokDependencies.h>
 
 #include <cstdint>
 #include <utility>

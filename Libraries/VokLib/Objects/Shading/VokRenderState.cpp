@@ -1,4 +1,4 @@
-#include <VokLib/VokRenderState.h>
+#include <VokLib/Objects/Shading/VokRenderState.h>
 
 bool VokRenderState::IsDefault() const {
     return !overriden && alphaBlend == AlphaBlend{} && alphaTest == AlphaTest{} && zWrite &&

@@ -1,6 +1,6 @@
-#include <VokLib/VokShader.h>
+#include <VokLib/Objects/Shading/VokShader.h>
 
-#include <VokLib/VokException.h>
+#include <VokLib/Tree/ThrowVokException.h>
 
 #include <utility>
 

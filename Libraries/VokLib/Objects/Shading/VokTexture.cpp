@@ -1,7 +1,7 @@
-#include <VokLib/VokTexture.h>
+#include <VokLib/Objects/Shading/VokTexture.h>
 
-#include <VokLib/VokDependencies.h>
-#include <VokLib/VokFields.h>
+#include <VokLib/Document/VokFields.h>
+#include <VokLib/Tree/VokDependencies.h>
 
 std::span<const VokAttributeRow<VokTexture>> VokTexture::AttributeRows() {
     static constexpr VokAttributeRow<VokTexture> rows[] = {

@@ -1,8 +1,8 @@
-#include <VokLib/VokAnim.h>
-#include <VokLib/VokAnimChannel.h>
-#include <VokLib/VokAnimClip.h>
-#include <VokLib/VokAnimDiscontinuities.h>
-#include <VokLib/VokNode.h>
+#include <VokLib/Objects/Animation/VokAnim.h>
+#include <VokLib/Objects/Animation/VokAnimChannel.h>
+#include <VokLib/Objects/Animation/VokAnimClip.h>
+#include <VokLib/Objects/Animation/VokAnimDiscontinuities.h>
+#include <VokLib/Tree/VokNode.h>
 
 #include <gtest/gtest.h>
 

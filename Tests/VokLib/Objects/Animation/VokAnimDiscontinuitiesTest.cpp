@@ -1,4 +1,4 @@
-#include <VokLib/VokAnimDiscontinuities.h>
+#include <VokLib/Objects/Animation/VokAnimDiscontinuities.h>
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include <VokLib/VokBlend.h>
+#include <VokLib/Objects/Animation/VokBlend.h>
 
 #include <gtest/gtest.h>
 

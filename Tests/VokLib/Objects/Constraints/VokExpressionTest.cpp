@@ -1,5 +1,5 @@
-#include <VokLib/VokExpression.h>
-#include <VokLib/VokNode.h>
+#include <VokLib/Objects/Constraints/VokExpression.h>
+#include <VokLib/Tree/VokNode.h>
 
 #include <gtest/gtest.h>
 

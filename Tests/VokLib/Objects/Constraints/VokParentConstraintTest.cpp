@@ -1,4 +1,4 @@
-#include <VokLib/VokParentConstraint.h>
+#include <VokLib/Objects/Constraints/VokParentConstraint.h>
 
 #include <gtest/gtest.h>
 

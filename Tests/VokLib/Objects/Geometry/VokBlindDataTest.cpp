@@ -1,7 +1,7 @@
 #include "VokLib/SceneTestTools.h"
 
-#include <VokLib/VokLimits.h>
-#include <VokLib/VokMesh.h>
+#include <VokLib/Base/VokLimits.h>
+#include <VokLib/Objects/Geometry/VokMesh.h>
 
 #include <gtest/gtest.h>
 

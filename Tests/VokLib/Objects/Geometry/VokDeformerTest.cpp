@@ -1,8 +1,8 @@
 #include "VokLib/SceneTestTools.h"
 
-#include <VokLib/VokCluster.h>
-#include <VokLib/VokDeformer.h>
-#include <VokLib/VokMesh.h>
+#include <VokLib/Objects/Geometry/VokCluster.h>
+#include <VokLib/Objects/Geometry/VokDeformer.h>
+#include <VokLib/Objects/Geometry/VokMesh.h>
 
 #include <gtest/gtest.h>
 

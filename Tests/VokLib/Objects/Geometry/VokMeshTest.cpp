@@ -1,7 +1,7 @@
 #include "VokLib/SceneTestTools.h"
 
-#include <VokLib/VokMaterial.h>
-#include <VokLib/VokMesh.h>
+#include <VokLib/Objects/Geometry/VokMesh.h>
+#include <VokLib/Objects/Shading/VokMaterial.h>
 
 #include <gtest/gtest.h>
 

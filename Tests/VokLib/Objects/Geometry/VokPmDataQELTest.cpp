@@ -1,7 +1,7 @@
 #include "VokLib/SceneTestTools.h"
 
-#include <VokLib/VokMesh.h>
-#include <VokLib/VokPmDataQEL.h>
+#include <VokLib/Objects/Geometry/VokMesh.h>
+#include <VokLib/Objects/Geometry/VokPmDataQEL.h>
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "VokLib/SceneTestTools.h"
 
-#include <VokLib/VokJoint.h>
-#include <VokLib/VokSkin.h>
+#include <VokLib/Objects/Geometry/VokSkin.h>
+#include <VokLib/Objects/Nodes/VokJoint.h>
 
 #include <gtest/gtest.h>
 

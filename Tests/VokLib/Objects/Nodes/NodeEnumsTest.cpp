@@ -1,5 +1,5 @@
-#include <VokLib/ParentEffect.h>
-#include <VokLib/RotationOrder.h>
+#include <VokLib/Base/RotationOrder.h>
+#include <VokLib/Tree/ParentEffect.h>
 
 #include <gtest/gtest.h>
 

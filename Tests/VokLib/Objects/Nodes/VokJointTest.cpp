@@ -1,5 +1,5 @@
-#include <VokLib/VokJoint.h>
-#include <VokLib/VokMath.h>
+#include <VokLib/Base/VokMath.h>
+#include <VokLib/Objects/Nodes/VokJoint.h>
 
 #include <gtest/gtest.h>
 

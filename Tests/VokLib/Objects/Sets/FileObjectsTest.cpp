@@ -1,8 +1,8 @@
-#include <VokLib/VokDependencies.h>
-#include <VokLib/VokInstance.h>
-#include <VokLib/VokQeliLocator.h>
-#include <VokLib/VokReference.h>
-#include <VokLib/VokScene.h>
+#include <VokLib/Objects/Nodes/VokQeliLocator.h>
+#include <VokLib/Tree/VokDependencies.h>
+#include <VokLib/Tree/VokInstance.h>
+#include <VokLib/Tree/VokReference.h>
+#include <VokLib/Tree/VokScene.h>
 
 #include <gtest/gtest.h>
 

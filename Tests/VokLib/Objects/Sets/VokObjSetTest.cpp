@@ -1,6 +1,6 @@
-#include <VokLib/VokNode.h>
-#include <VokLib/VokObjLinkStore.h>
-#include <VokLib/VokObjSet.h>
+#include <VokLib/Links/VokObjLinkStore.h>
+#include <VokLib/Objects/Sets/VokObjSet.h>
+#include <VokLib/Tree/VokNode.h>
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include <VokLib/VokNode.h>
-#include <VokLib/VokPose.h>
+#include <VokLib/Objects/Sets/VokPose.h>
+#include <VokLib/Tree/VokNode.h>
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,0 @@
-#pragma once
-
-#include <VokLib/VokElement.h>
-
-/// A named group of animations.
-class VokAnimClip : public VokElement<VokAnimClip, VokObj> {
-  public:
-    static constexpr std::string_view kElementName = "animclip";
-};

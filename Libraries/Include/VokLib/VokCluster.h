@@ -1,9 +1,0 @@
-#pragma once
-
-#include <VokLib/VokElement.h>
-
-/// A group of points that move together.
-class VokCluster : public VokElement<VokCluster, VokObj> {
-  public:
-    static constexpr std::string_view kElementName = "cluster";
-};

@@ -1,9 +1,0 @@
-#pragma once
-
-#include <VokLib/VokNode.h>
-
-/// A node that holds a scene; the world's nameless one is the hierarchy.
-class VokScene : public VokElement<VokScene, VokNode> {
-  public:
-    static constexpr std::string_view kElementName = "scene";
-};

@@ -1,0 +1,5 @@
+#pragma once
+
+/// Puts the eleven custom attribute types of the format into the registry.
+void RegisterCustomAttributes();
+void UnregisterCustomAttributes();

@@ -1,5 +1,0 @@
-#include <VokLib/VokUpdate.h>
-
-VokUpdate::InputBuffer::~InputBuffer() = default;
-
-VokUpdate::~VokUpdate() noexcept(false) = default;

@@ -1,0 +1,114 @@
+#include <VoktRigbake/Procedural/DrivenKeys.h>
+
+#include <HashClient/QelHashClientUtil.h>
+#include <QelTools/AsciiText.h>
+#include <QelTools/Crc32.h>
+#include <VokLib/Objects/Geometry/VokBlendshapeController.h>
+#include <VokLib/Objects/Nodes/VokJoint.h>
+#include <VokLib/Objects/Shading/VokMaterial.h>
+#include <VokLib/Tree/ThrowVokException.h>
+#include <VokLib/Tree/VokCast.h>
+#include <VoktRigbake/Procedural/ProceduralJoints.h>
+
+using QelTools::Common::EqualsIgnoringCase;
+using QelTools::Common::ToLowerAscii;
+
+namespace {
+
+struct JointChannel {
+    const char* name;
+    DrivenChannelType type;
+    std::uint32_t component;
+};
+
+constexpr JointChannel kJointChannels[] = {
+    {"rotateX", DrivenChannelType::Rotation, 0},
+    {"rotateY", DrivenChannelType::Rotation, 1},
+    {"rotateZ", DrivenChannelType::Rotation, 2},
+    {"translateX", DrivenChannelType::Translation, 0},
+    {"translateY", DrivenChannelType::Translation, 1},
+    {"translateZ", DrivenChannelType::Translation, 2},
+    {"scaleX", DrivenChannelType::Scale, 0},
+    {"scaleY", DrivenChannelType::Scale, 1},
+    {"scaleZ", DrivenChannelType::Scale, 2},
+};
+
+std::uint32_t HashChannel(const std::string& channelName) {
+    return QelHashClientUtil::AddString("drivenkeychannel", channelName.c_str());
+}
+
+void ResolveJointChannel(const std::string& channelText, ChannelReference& reference) {
+    for (const JointChannel& channel : kJointChannels)
+        if (EqualsIgnoringCase(channelText, channel.name)) {
+            reference.type = channel.type;
+            reference.component = channel.component;
+        }
+}
+
+/// A material's channels keep their letter case, in the hash too. A digit at the end is the
+/// component and not part of the name.
+void ResolveMaterialChannel(const std::string& channelText, const VokMaterial& material,
+                            ChannelReference& reference) {
+    reference.kind = ExternalChannelKind::Material;
+    reference.channelName = channelText;
+    const char last = channelText.empty() ? '\0' : channelText.back();
+    if (channelText.size() > 1 && last >= '0' && last <= '3') {
+        reference.component = static_cast<std::uint32_t>(last - '0');
+        reference.channelName.pop_back();
+    }
+    reference.channelHash = HashChannel(reference.channelName);
+    reference.objectName = material.GetBaseName();
+}
+
+}  // namespace
+
+ChannelReference DrivenKeys::Resolve(const std::string& channelText, const VokObj* object,
+                                     const SkeletonIndex& skeleton, ProceduralJoints& procedural,
+                                     bool isInput) {
+    ChannelReference reference;
+    reference.channelName = ToLowerAscii(channelText);
+    reference.channelHash = HashChannel(reference.channelName);
+    if (ExactCast<VokJoint>(object) != nullptr) {
+        ResolveJointChannel(channelText, reference);
+    } else if (const auto* controller = ExactCast<VokBlendshapeController>(object)) {
+        reference.kind = ExternalChannelKind::BlendshapeController;
+        reference.objectName = ToLowerAscii(controller->GetBaseName());
+    } else if (const auto* material = ExactCast<VokMaterial>(object)) {
+        ResolveMaterialChannel(channelText, *material, reference);
+    }
+    // The registry keeps the channel's name under the objects' category, not the object's.
+    if (reference.kind != ExternalChannelKind::Other && !reference.objectName.empty())
+        QelHashClientUtil::AddString("drivenkeyobject", reference.channelName.c_str());
+    SetIndex(reference, object, skeleton, procedural, isInput);
+    return reference;
+}
+
+void DrivenKeys::SetIndex(ChannelReference& reference, const VokObj* object,
+                          const SkeletonIndex& skeleton, ProceduralJoints& procedural,
+                          bool isInput) {
+    if (reference.type == DrivenChannelType::Rotation) {
+        reference.index = FindOrAddObject(object);
+        return;
+    }
+    if (reference.type != DrivenChannelType::External) {
+        reference.index = skeleton.Find(object);
+        if (reference.index == -1)
+            ThrowVokException("Unable to locate driven key joint ('" + reference.channelName +
+                              "') in skeleton");
+        return;
+    }
+    reference.index = static_cast<std::int32_t>(reference.channelHash);
+    // Only the outputs are asked, for an input too: one that is used twice is added twice and
+    // refused there, and one that is an output already does not become an input.
+    if (procedural.externalOutputs.Contains(reference.channelHash)) return;
+    ExternalChannels& channels = isInput ? procedural.externalInputs : procedural.externalOutputs;
+    channels.Add({reference.channelHash, reference.kind,
+                  ~QelTools::Common::Crc32(reference.objectName), reference.component});
+}
+
+std::int32_t DrivenKeys::FindOrAddObject(const VokObj* object) {
+    const auto [place, isNew] =
+        objectPlaces.try_emplace(object, static_cast<std::int32_t>(objects.size()));
+    if (isNew) objects.push_back(object);
+    return place->second;
+}

@@ -1,0 +1,187 @@
+#include "AnimUtil/ChannelTestTools.h"
+
+#include <AnimUtil/Animation/VokAnimUtil.h>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <limits>
+
+namespace VokAnimUtil {
+namespace {
+
+float Value(const VokAnimChannel& channel, float time, unsigned* hint = nullptr) {
+    std::array<float, 8> result{};
+    Evaluate(result.data(), channel, time, hint);
+    return result[0];
+}
+
+TEST(FindKeyIndex, TheLastKeysTimeFallsInTheLastSegment) {
+    const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {0, 1, 3}, {0, 1, 2}, {0, 0, 0});
+    EXPECT_EQ(FindKeyIndex(*channel, 3, nullptr), 1);
+    EXPECT_EQ(FindKeyIndex(*channel, 0, nullptr), 0);
+    EXPECT_EQ(FindKeyIndex(*channel, 1, nullptr), 1);
+    EXPECT_EQ(FindKeyIndex(*channel, 2.9f, nullptr), 1);
+    EXPECT_EQ(FindKeyIndex(*channel, -0.1f, nullptr), -1);
+    EXPECT_EQ(FindKeyIndex(*channel, 3.1f, nullptr), -1);
+}
+
+TEST(FindKeyIndex, OfTwoKeysAtOneTimeTheSecondHoldsIt) {
+    const auto channel =
+        MakeChannel(AnimInterp::QELHermite, 1, {0, 1, 1, 2}, {0, 5, 7, 9}, {0, 0, 0, 0});
+    EXPECT_EQ(FindKeyIndex(*channel, 1, nullptr), 2);
+    EXPECT_EQ(Value(*channel, 1), 7);
+}
+
+TEST(FindKeyIndex, NoKeysHaveNoIndex) {
+    const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {}, {});
+    EXPECT_EQ(FindKeyIndex(*channel, 0, nullptr), -1);
+}
+
+TEST(FindKeyIndex, TheHintMovesAsTheRuleSays) {
+    const auto channel =
+        MakeChannel(AnimInterp::QELHermite, 1, {0, 1, 2, 3, 4, 5}, {0, 0, 0, 0, 0, 0});
+    unsigned hint = 1;
+    EXPECT_EQ(FindKeyIndex(*channel, 1.5f, &hint), 1);
+    EXPECT_EQ(hint, 1u);
+    EXPECT_EQ(FindKeyIndex(*channel, 2.5f, &hint), 2);
+    EXPECT_EQ(hint, 2u);
+    EXPECT_EQ(FindKeyIndex(*channel, 4.5f, &hint), 4);
+    EXPECT_EQ(hint, 4u);
+    EXPECT_EQ(FindKeyIndex(*channel, 0.5f, &hint), 0);
+    EXPECT_EQ(hint, 0u);
+    hint = 99;
+    EXPECT_EQ(FindKeyIndex(*channel, 9, &hint), -1);
+    EXPECT_EQ(hint, 0u);
+    hint = 5;
+    EXPECT_EQ(FindKeyIndex(*channel, 5, &hint), 5);
+    hint = 3;
+    EXPECT_EQ(FindKeyIndex(*channel, 2, &hint), 2);
+}
+
+TEST(Evaluate, TimestepIsLinearBetweenSamples) {
+    const auto channel = MakeTimestep(1, 1, {2, 6});
+    EXPECT_EQ(Value(*channel, 0.5f), 4);
+    EXPECT_EQ(Value(*channel, 0), 2);
+    EXPECT_EQ(Value(*channel, 1), 6);
+    EXPECT_EQ(Value(*channel, 7), 6);
+    EXPECT_EQ(Value(*channel, -3), 2);
+}
+
+TEST(Evaluate, TimestepRunsOnForOneStepBeforeItsStart) {
+    const auto channel = MakeTimestep(1, 2, {2, 6, 7});
+    EXPECT_EQ(Value(*channel, -0.5f), 0);
+}
+
+TEST(Evaluate, TimestepWithTimesPastAnIntegerTakesTheFirstSample) {
+    const auto channel = MakeTimestep(1, 1, {2, 6});
+    EXPECT_EQ(Value(*channel, 1e20f), 2);
+    EXPECT_EQ(Value(*channel, std::numeric_limits<float>::quiet_NaN()), 2);
+}
+
+TEST(Evaluate, TimestepTakesEveryComponent) {
+    const auto channel = MakeTimestep(3, 1, {0, 10, 20, 2, 14, 26});
+    std::array<float, 3> result{};
+    Evaluate(result.data(), *channel, 0.5f, nullptr);
+    EXPECT_EQ(result, (std::array<float, 3>{1, 12, 23}));
+}
+
+TEST(Evaluate, QelCurveIsACubicInTheDistanceFromItsKey) {
+    const auto channel = MakeChannel(AnimInterp::QELCurve, 8, {1, 3},
+                                     {1, 10, 2, 20, 3, 30, 4, 40, 9, 9, 0, 0, 0, 0, 0, 0});
+    std::array<float, 2> result{};
+    Evaluate(result.data(), *channel, 3, nullptr);
+    EXPECT_EQ(result,
+              (std::array<float, 2>{1 + 2 * 2 + 3 * 4 + 4 * 8, 10 + 20 * 2 + 30 * 4 + 40 * 8}));
+    EXPECT_EQ(GetComponentCount(*channel), 2u);
+}
+
+TEST(Evaluate, QelHermiteIsTheHermiteBasis) {
+    const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {1, 3}, {2, 6}, {1, -2});
+    EXPECT_EQ(Value(*channel, 1), 2);
+    EXPECT_EQ(Value(*channel, 3), 6);
+    EXPECT_EQ(Value(*channel, 2), 4.75f);
+}
+
+TEST(Evaluate, OneHermiteKeyGivesItsValueAtItsTimeAlone) {
+    const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {1}, {2}, {5});
+    EXPECT_EQ(Value(*channel, 1), 2);
+    EXPECT_EQ(TextThrownBy([&] { Value(*channel, 1.5f); }),
+              "Failed to find key index when evaluating animation value.");
+}
+
+TEST(Evaluate, AHintOnTheLastKeyGivesItsValue) {
+    unsigned hint = 1;
+    EXPECT_EQ(Value(*MakeChannel(AnimInterp::QELHermite, 1, {1, 3}, {2, 6}, {1, -2}), 3, &hint), 6);
+}
+
+TEST(Evaluate, ATimeOutsideTheKeysFails) {
+    const auto curve = MakeChannel(AnimInterp::QELCurve, 4, {1, 2}, {1, 0, 0, 0, 1, 0, 0, 0});
+    EXPECT_EQ(TextThrownBy([&] { Value(*curve, 0.5f); }),
+              "Failed to find key index when evaluating animation value.");
+}
+
+TEST(Evaluate, OtherKindsAreRefusedByName) {
+    for (const char* kind :
+         {"Linear", "Flat", "Smooth", "Tangent", "WTangent", "SplitTangent", "WSplitTangent"}) {
+        const auto channel = MakeChannel(*FindAnimInterp(kind), 1, {0, 1}, {0, 1}, {0, 0});
+        EXPECT_EQ(
+            TextThrownBy([&] { Value(*channel, 0); }),
+            "Evaluate not yet implemented for animations of type \"" + std::string(kind) + "\".");
+    }
+}
+
+TEST(Evaluate, ArraysShorterThanTheKeysAreRefused) {
+    auto channel = MakeChannel(AnimInterp::QELHermite, 1, {0, 1}, {0, 1}, {0});
+    EXPECT_EQ(TextThrownBy([&] { Value(*channel, 0); }),
+              "Anim channel has fewer tangents than its number of keys and its stride ask for.");
+    channel->numKeys = 4000000000u;
+    EXPECT_EQ(TextThrownBy([&] { Value(*channel, 0); }),
+              "Anim channel has fewer key values than its number of keys and its stride ask for.");
+    channel->numKeys = 2;
+    channel->tangents[0] = {0, 0};
+    channel->keyTimes = {0};
+    EXPECT_EQ(TextThrownBy([&] { Value(*channel, 0); }),
+              "Anim channel has fewer key times than its number of keys asks for.");
+    EXPECT_EQ(TextThrownBy([&] { Value(*MakeTimestep(1, 1, {}), 0); }),
+              "Anim channel has no keys.");
+}
+
+TEST(Resample, TakesSamplesFromZeroToTheLastKey) {
+    const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {0, 1}, {0, 4}, {4, 4});
+    channel->hasTimeOffset = true;
+    channel->timeOffset = 3;
+    ResampleToTimestep(*channel, *channel, 4);
+    EXPECT_EQ(channel->interp, AnimInterp::Timestep);
+    EXPECT_EQ(channel->keyValues, (std::vector<float>{0, 1, 2, 3, 4}));
+    EXPECT_EQ(channel->numKeys, 5u);
+    EXPECT_EQ(channel->GetDuration(), 1);
+    EXPECT_EQ(channel->timeOffset, 0);
+    EXPECT_TRUE(channel->hasTimeOffset);
+    EXPECT_TRUE(channel->keyTimes.empty());
+    EXPECT_TRUE(channel->tangents[0].empty());
+}
+
+TEST(Resample, TakesAtLeastTwoSamples) {
+    const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {0, 1}, {0, 4}, {4, 4});
+    ResampleToTimestep(*channel, *channel, 0.5f);
+    EXPECT_EQ(channel->keyValues, (std::vector<float>{0, 4}));
+}
+
+TEST(Resample, AFirstKeyBehindZeroFails) {
+    const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {0.5f, 1}, {0, 4}, {4, 4});
+    EXPECT_EQ(TextThrownBy([&] { ResampleToTimestep(*channel, *channel, 4); }),
+              "Failed to find key index when evaluating animation value.");
+}
+
+TEST(Resample, AnEndlessChannelIsRefused) {
+    const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {0, 3e7f}, {0, 4}, {4, 4});
+    EXPECT_EQ(TextThrownBy([&] { ResampleToTimestep(*channel, *channel, 60); }),
+              "Anim channel is too long to be resampled: 1800000001 samples of 1 values; at most "
+              "67108864 values can "
+              "be held.");
+}
+
+}  // namespace
+}  // namespace VokAnimUtil

@@ -1,0 +1,71 @@
+#include "VokLib/Document/ParseTools.h"
+
+#include <VokLib/Document/VokParseFailure.h>
+#include <VokLib/Tree/VokFactory.h>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using Links = std::vector<std::string>;
+
+class ParseFailure : public testing::Test {
+  protected:
+    VokParseFailure FailureIn(std::string_view contents) {
+        VokWorld world;
+        EXPECT_ANY_THROW(ParseTools::Parse(reader, world, ParseTools::Document(contents)));
+        return GetParseFailure(reader);
+    }
+
+    VokLib library{true, true, true, true, true};
+    VokParse reader;
+};
+
+TEST_F(ParseFailure, TellsThePlaceAndTheObjectInHand) {
+    const VokParseFailure failure =
+        FailureIn("<scene><joint name=\"a\">\n <jiont name=\"b\"/></joint></scene>");
+    EXPECT_EQ(failure.line, 4);
+    EXPECT_EQ(failure.column, 17);
+    EXPECT_EQ(failure.object, "||a");
+    EXPECT_EQ(failure.unresolvedLinks, Links{});
+}
+
+TEST_F(ParseFailure, TellsThePlaceOfBrokenMarkup) {
+    const VokParseFailure failure = FailureIn("<scene><joint name=\"a\">\n</scene>");
+    EXPECT_EQ(failure.line, 4);
+    EXPECT_EQ(failure.column, 9);
+    EXPECT_EQ(failure.object, "||a");
+}
+
+TEST_F(ParseFailure, ListsTheLinksWithoutATargetAndBlamesNoPlace) {
+    const VokParseFailure failure = FailureIn(
+        "<scene><node name=\"n\"/></scene><objset name=\"s\"><member path=\"||y\"/>"
+        "<member path=\"||n\"/><member path=\"||x\"/></objset>");
+    EXPECT_EQ(failure.unresolvedLinks, (Links{"|s->||x", "|s->||y"}));
+    EXPECT_EQ(failure.line, 0);
+    EXPECT_EQ(failure.column, 0);
+    EXPECT_EQ(failure.object, "");
+}
+
+TEST_F(ParseFailure, IsGoneWithTheNextLoad) {
+    FailureIn("<jiont/>");
+    EXPECT_NE(GetParseFailure(reader).line, 0);
+    VokWorld world;
+    ParseTools::Parse(reader, world, ParseTools::Document("<scene/>"));
+    EXPECT_EQ(GetParseFailure(reader).line, 0);
+    FailureIn("<jiont/>");
+    EXPECT_ANY_THROW(reader.ParseFile(world, "no such folder/none.qeli"));
+    EXPECT_EQ(GetParseFailure(reader).line, 0);
+}
+
+TEST_F(ParseFailure, TheNamesOfTheElementsAreSorted) {
+    const std::vector<std::string_view> names = VokFactory::GetNames();
+    EXPECT_EQ(names.size(), VokFactory::FactoryCount());
+    EXPECT_TRUE(std::is_sorted(names.begin(), names.end()));
+    EXPECT_TRUE(std::binary_search(names.begin(), names.end(), "joint"));
+}
+
+}  // namespace

@@ -1,0 +1,205 @@
+#include "VokLib/CoreScene.h"
+
+#include <VokLib/Links/VokObjLinkStore.h>
+#include <VokLib/Objects/Animation/VokAnim.h>
+#include <VokLib/Tree/VokInstance.h>
+#include <VokLib/Tree/VokNode.h>
+#include <VokLib/Tree/VokReference.h>
+
+#include <set>
+#include <vector>
+
+using namespace CoreScene;
+
+class LinkStore : public CoreScene::Test {
+  protected:
+    std::size_t Resolve(bool retryDeferred = false) {
+        unresolved.clear();
+        return store.ResolveLinks(&world, &unresolved, retryDeferred);
+    }
+
+    VokObjLinkStore& store = VokObjLinkStore::Get();
+    VokWorld world;
+    VokNode* a = Add<VokNode>(world.GetHierarchy(), "a");
+    std::set<std::string> unresolved;
+};
+
+TEST_F(LinkStore, LinkToALaterObjectResolves) {
+    VokWorld read;
+    Read(read, Document("<anim name='m' target='||late'/><scene><node name='late'/></scene>"));
+    const auto* anim = static_cast<const VokAnim*>(read.FindChild("m"));
+    EXPECT_EQ(anim->target.GetTarget(), read.GetHierarchy()->FindChild("late"));
+}
+
+TEST_F(LinkStore, FailuresAreCountedAndListedWithTheirOwners) {
+    const VokObjLinkHandle good(a, "||a");
+    const VokObjLinkHandle bad(a, "||missing");
+    const VokObjLinkHandle again(a, "||missing");
+    const VokObjLinkHandle ownerless(nullptr, "|x|y");
+    const VokObjLinkHandle empty(a, "");
+    EXPECT_EQ(Resolve(), 3u);
+    EXPECT_EQ(unresolved, (std::set<std::string>{"?->|x|y", "||a->||missing"}));
+    EXPECT_EQ(good.GetTarget(), a);
+    EXPECT_FALSE(bad.HasTarget());
+    EXPECT_EQ(bad.GetPath().GetText(), "||missing");
+    EXPECT_FALSE(empty.HasTarget());
+}
+
+TEST_F(LinkStore, FailedLinksAreNotTriedAgain) {
+    const VokObjLinkHandle bad(a, "||b");
+    EXPECT_EQ(Resolve(), 1u);
+    Add<VokNode>(world.GetHierarchy(), "b");
+    EXPECT_EQ(Resolve(true), 0u);
+    EXPECT_FALSE(bad.HasTarget());
+}
+
+TEST_F(LinkStore, RecordsTellWhatBecameOfThem) {
+    Add<VokReference>(&world, "r")->referenceNamespace = "ns";
+    VokObjLink& found = store.AddUnresolved(nullptr, "||a", nullptr, nullptr);
+    VokObjLink& failed = store.AddUnresolved(nullptr, "||b", nullptr, nullptr);
+    VokObjLink& deferred = store.AddUnresolved(nullptr, "|ns:b", nullptr, nullptr);
+    EXPECT_EQ(Resolve(), 1u);
+    EXPECT_EQ(found.state, VokLinkState::Resolved);
+    EXPECT_EQ(found.path, "");
+    EXPECT_EQ(failed.state, VokLinkState::Failed);
+    EXPECT_EQ(failed.path, "||b");
+    EXPECT_EQ(deferred.state, VokLinkState::Deferred);
+    EXPECT_EQ(deferred.path, "|ns:b");
+    for (VokObjLink* link : {&found, &failed, &deferred}) store.Remove(link);
+}
+
+TEST_F(LinkStore, ListOfFailuresIsOptional) {
+    const VokObjLinkHandle bad(a, "||b");
+    EXPECT_EQ(store.ResolveLinks(&world, nullptr, false), 1u);
+}
+
+TEST_F(LinkStore, DeferredLinksAreTriedAgainWhereAsked) {
+    VokReference* reference = Add<VokReference>(&world, "r");
+    reference->referenceNamespace = "ns";
+    const VokObjLinkHandle handle(a, "|ns:b");
+    EXPECT_EQ(Resolve(), 0u);
+    EXPECT_FALSE(handle.HasTarget());
+    VokNode* target = Add<VokNode>(&world, "ns:b");
+    EXPECT_EQ(Resolve(), 0u);
+    EXPECT_FALSE(handle.HasTarget());
+    EXPECT_EQ(Resolve(true), 0u);
+    EXPECT_EQ(handle.GetTarget(), target);
+}
+
+TEST_F(LinkStore, WaitingRecordWithATargetIsAnError) {
+    VokObjLink& link = store.AddUnresolved(nullptr, "||a", nullptr, nullptr);
+    link.target = a;
+    EXPECT_EQ(ThrownBy([&] { Resolve(); }), Plain("Unresolved objlink already has target"));
+    store.Remove(&link);
+}
+
+TEST_F(LinkStore, FailuresOfResolutionReachTheCaller) {
+    const VokObjLinkHandle handle(a, "nobar");
+    EXPECT_EQ(ThrownBy([&] { Resolve(); }), Plain("Unrecognised path format: nobar"));
+}
+
+TEST_F(LinkStore, RemovedLinksLeaveTheirHandlesInvalid) {
+    VokObjLinkHandle good(a, "||a");
+    VokObjLinkHandle bad(a, "||x");
+    VokObjLinkHandle worse(a, "||y");
+    Resolve();
+    store.RemoveUnresolved();
+    EXPECT_TRUE(good.IsValid());
+    EXPECT_FALSE(bad.IsValid());
+    EXPECT_FALSE(worse.IsValid());
+    EXPECT_EQ(store.GetCount(), 1u);
+}
+
+TEST_F(LinkStore, CallbackMayEndTheRecordsBehindItsOwn) {
+    std::vector<VokObjLinkHandle> handles;
+    VokObjLink* links[3];
+    for (VokObjLink*& link : links)
+        link = &store.AddUnresolved(
+            nullptr, "||x",
+            [](VokObjLinkStore& from, VokObjLink&, void* user) {
+                for (int i = 0; i < 3; ++i) from.Remove(static_cast<VokObjLink**>(user)[i]);
+            },
+            links);
+    const VokObjLinkHandle last(a, "||y");
+    Resolve();
+    store.RemoveUnresolved();
+    EXPECT_EQ(store.GetCount(), 0u);
+    EXPECT_FALSE(last.IsValid());
+}
+
+TEST_F(LinkStore, SwappedLinksPointAtTheNewTarget) {
+    VokNode* b = Add<VokNode>(world.GetHierarchy(), "b");
+    VokObjLinkHandle one(a), two(a), other(a);
+    one.SetTarget(a);
+    other.SetTarget(b);
+    two.SetTarget(a);
+    VokObjLinkHandle waiting(a, "||a");
+    store.SwapLinkTargets(a, b);
+    EXPECT_EQ(one.GetTarget(), b);
+    EXPECT_EQ(two.GetTarget(), b);
+    EXPECT_FALSE(waiting.HasTarget());
+    world.GetHierarchy()->DeleteChild(b);
+    EXPECT_FALSE(one.IsValid());
+    EXPECT_FALSE(two.IsValid());
+    EXPECT_FALSE(other.IsValid());
+    EXPECT_TRUE(waiting.IsValid());
+}
+
+TEST_F(LinkStore, SwapRefusesATargetThatStillHasItsPath) {
+    VokNode* b = Add<VokNode>(world.GetHierarchy(), "b");
+    VokObjLink& link = store.AddResolved(nullptr, a, nullptr, nullptr);
+    link.path = "||a";
+    EXPECT_EQ(ThrownBy([&] { store.SwapLinkTargets(a, b); }),
+              Plain("Unexpected state in SwapLinkTargets()"));
+    store.Remove(&link);
+}
+
+TEST_F(LinkStore, RemovingNothingIsIgnored) {
+    store.Remove(nullptr);
+    EXPECT_EQ(store.GetCount(), 0u);
+}
+
+TEST_F(LinkStore, ManyLinksIntoManySiblingsResolve) {
+    constexpr int kCount = 100000;
+    std::vector<VokNode*> targets;
+    std::vector<VokObjLinkHandle> handles;
+    handles.reserve(kCount);
+    for (int i = 0; i < kCount; ++i) {
+        targets.push_back(Add<VokNode>(world.GetHierarchy(), "n" + std::to_string(i)));
+        handles.emplace_back(a, "||n" + std::to_string(kCount - 1 - i));
+    }
+    EXPECT_EQ(Resolve(), 0u);
+    for (int i = 0; i < kCount; ++i)
+        ASSERT_EQ(handles[static_cast<std::size_t>(i)].GetTarget(),
+                  targets[static_cast<std::size_t>(kCount - 1 - i)]);
+}
+
+TEST_F(LinkStore, OfManyChildrenOfOneNameTheFirstIsMeant) {
+    VokNode* first = Add<VokNode>(world.GetHierarchy(), "same");
+    for (int i = 0; i < 100; ++i) Add<VokNode>(world.GetHierarchy(), "same");
+    std::vector<VokObjLinkHandle> handles;
+    for (int i = 0; i < 20; ++i) handles.emplace_back(a, "||same");
+    EXPECT_EQ(Resolve(), 0u);
+    for (const VokObjLinkHandle& handle : handles) EXPECT_EQ(handle.GetTarget(), first);
+}
+
+TEST_F(LinkStore, ManyLinksThroughManyInstancesResolve) {
+    constexpr int kCount = 20000;
+    std::vector<VokNode*> targets;
+    std::vector<VokObjLinkHandle> handles;
+    handles.reserve(kCount + 1);
+    for (int i = 0; i < kCount; ++i) {
+        const std::string number = std::to_string(i);
+        VokScene* scene = Add<VokScene>(&world, "s" + number);
+        targets.push_back(Add<VokNode>(scene, "n" + number));
+        Add<VokNode>(scene, "same");
+        Add<VokInstance>(a, "i" + number)->target.SetTargetPath("|s" + number);
+        handles.emplace_back(a, "||a|n" + std::to_string(kCount - 1 - i));
+    }
+    handles.emplace_back(a, "||a|same");
+    EXPECT_EQ(Resolve(), 0u);
+    for (int i = 0; i < kCount; ++i)
+        ASSERT_EQ(handles[static_cast<std::size_t>(i)].GetTarget(),
+                  targets[static_cast<std::size_t>(kCount - 1 - i)]);
+    EXPECT_EQ(handles.back().GetTarget(), world.FindChild("s0")->FindChild("same"));
+}

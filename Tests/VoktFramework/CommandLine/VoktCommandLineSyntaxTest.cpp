@@ -1,0 +1,505 @@
+#include <VoktFramework/CommandLine/VoktCommandLineSyntax.h>
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <string>
+#include <vector>
+
+#include "Platform/OrdinaryUser.h"
+#include "VoktFramework/FreshFolder.h"
+#include "VoktFramework/ThrownText.h"
+
+namespace {
+
+using Kind = VoktArgumentType;
+using Words = std::vector<std::string>;
+
+void Parse(VoktCommandLineSyntax& syntax, const Words& words) {
+    std::vector<const char*> argv{"program"};
+    for (const std::string& word : words) argv.push_back(word.c_str());
+    syntax.Parse(static_cast<int>(argv.size()), argv.data(), 1);
+}
+
+template <class Work>
+std::string Failure(Work work) {
+    return ThrownText<VoktCommandLineSyntax::Exception>(work);
+}
+
+std::string ParseFailure(VoktCommandLineSyntax& syntax, const Words& words) {
+    return Failure([&] { Parse(syntax, words); });
+}
+
+std::string ValueOf(const VoktCommandLineSyntax& syntax, const std::string& flag, int argument = 0,
+                    int usage = 0) {
+    std::string value;
+    syntax.GetString(flag, argument, value, usage);
+    return value;
+}
+
+// One flag "-flag", "-f" with a mandatory value.
+VoktCommandLineSyntax OneFlag(Kind kind, const std::string& defaultValue = {},
+                              std::uint32_t options = 0) {
+    VoktCommandLineSyntax syntax;
+    syntax.AddFlag("-flag", "-f", "help", options);
+    syntax.AddFlagArgument(kind, "", "", true, defaultValue);
+    return syntax;
+}
+
+bool Accepts(Kind kind, const std::string& value) {
+    VoktCommandLineSyntax syntax = OneFlag(kind);
+    try {
+        Parse(syntax, {"-flag", value});
+    } catch (const VoktCommandLineSyntax::Exception&) {
+        return false;
+    }
+    return true;
+}
+
+// The flags over which a user of the tool stumbles.
+VoktCommandLineSyntax ToolSyntax() {
+    VoktCommandLineSyntax syntax;
+    syntax.AddFlag("-timetool", "-tt", "");
+    syntax.AddFlagArgument(Kind::Boolean, "Whether to print timing info", "", true, "0");
+    syntax.AddFlag("-in", "-i", "", VoktCommandLineSyntax::kRequired);
+    syntax.AddFlagArgument(Kind::InputFilename);
+    syntax.AddFlag("-out", "-o", "", VoktCommandLineSyntax::kRequired);
+    syntax.AddFlagArgument(Kind::OutputFilename);
+    syntax.AddFlag("-littlesuffix", "-ls", "");
+    syntax.AddFlagArgument(Kind::String);
+    return syntax;
+}
+
+}  // namespace
+
+TEST(CommandLineDeclarations, AFlagNeedsAVerboseName) {
+    VoktCommandLineSyntax syntax;
+    EXPECT_EQ(Failure([&] { syntax.AddFlag("", "-f", ""); }), "No verbose flag name specified.");
+}
+
+TEST(CommandLineDeclarations, AHiddenFlagMustBeOptional) {
+    VoktCommandLineSyntax syntax;
+    EXPECT_EQ(Failure([&] { syntax.AddFlag("-flag", "", "", 1 | 8); }),
+              "Hidden flags must be optional.");
+}
+
+TEST(CommandLineDeclarations, AValueNeedsAFlag) {
+    VoktCommandLineSyntax syntax;
+    EXPECT_EQ(Failure([&] { syntax.AddFlagArgument(Kind::String); }),
+              "No flags to add argument to. Must call AddFlag before calling AddFlagArgument.");
+}
+
+TEST(CommandLineDeclarations, ASharedFlagMayBeDeclaredTwice) {
+    for (const bool sharedFirst : {true, false}) {
+        VoktCommandLineSyntax syntax;
+        syntax.AddFlag("-flag", "-f", "first", sharedFirst ? 4u : 0u);
+        syntax.AddFlagArgument(Kind::Boolean, "first", "", true, "0");
+        syntax.AddFlag("-other", "", "");
+        syntax.AddFlag("-flag", "-f", "second", sharedFirst ? 0u : 4u);
+        syntax.AddFlagArgument(Kind::Boolean, "second", "name", true, "0");
+        EXPECT_FALSE(syntax.CheckFlagDefinitions());
+        // A third declaration needs no word of its own: the flag is shared by now.
+        syntax.AddFlag("-flag", "-f", "third");
+        syntax.AddFlagArgument(Kind::Boolean, "", "", true, "0");
+        Parse(syntax, {"-flag", "1", "-other"});
+        EXPECT_EQ(ValueOf(syntax, "-f"), "1");
+        EXPECT_TRUE(syntax.IsSet("-other"));
+    }
+}
+
+TEST(CommandLineDeclarations, AnUnsharedFlagIsDeclaredOnce) {
+    VoktCommandLineSyntax syntax;
+    syntax.AddFlag("-flag", "-f", "");
+    EXPECT_EQ(Failure([&] { syntax.AddFlag("-flag", "-f", ""); }),
+              "Flag name \"-flag\" or short name \"-f\" used twice with conflicting arguments.");
+}
+
+TEST(CommandLineDeclarations, SharedFlagsMustAgreeInNamesAndOptions) {
+    const auto conflict = [](const char* name, const char* shortName, std::uint32_t options) {
+        VoktCommandLineSyntax syntax;
+        syntax.AddFlag("-flag", "-f", "", 4);
+        return Failure([&] { syntax.AddFlag(name, shortName, "", options); });
+    };
+    EXPECT_EQ(conflict("-flag", "-g", 4),
+              "Flag name \"-flag\" or short name \"-g\" used twice with conflicting arguments.");
+    EXPECT_EQ(conflict("-other", "-f", 4),
+              "Flag name \"-other\" or short name \"-f\" used twice with conflicting arguments.");
+    EXPECT_EQ(conflict("-f", "", 4),
+              "Flag name \"-f\" or short name \"\" used twice with conflicting arguments.");
+    const std::string same =
+        "Flag name \"-flag\" or short name \"-f\" used twice with conflicting arguments.";
+    EXPECT_EQ(conflict("-flag", "-f", 4 | 1), same);
+    EXPECT_EQ(conflict("-flag", "-f", 4 | 2), same);
+    EXPECT_EQ(conflict("-flag", "-f", 4 | 8), same);
+}
+
+TEST(CommandLineDeclarations, SharedFlagsMustAgreeInTheirValues) {
+    const auto conflict = [](Kind kind, bool required, const char* defaultValue) {
+        VoktCommandLineSyntax syntax;
+        syntax.AddFlag("-flag", "-f", "", 4);
+        syntax.AddFlagArgument(Kind::String, "", "", true, "x");
+        syntax.AddFlag("-flag", "-f", "", 4);
+        return Failure([&] { syntax.AddFlagArgument(kind, "", "", required, defaultValue); });
+    };
+    const std::string text = "Two definitions of flag \"-flag\" supply conflicting arguments.";
+    EXPECT_EQ(conflict(Kind::Boolean, true, "x"), text);
+    EXPECT_EQ(conflict(Kind::String, false, "x"), text);
+    EXPECT_EQ(conflict(Kind::String, true, "y"), text);
+}
+
+TEST(CommandLineDeclarations, SharedFlagsMustAgreeInTheNumberOfValues) {
+    VoktCommandLineSyntax more;
+    more.AddFlag("-flag", "", "", 4);
+    more.AddFlag("-flag", "", "", 4);
+    EXPECT_EQ(Failure([&] { more.AddFlagArgument(Kind::String); }),
+              "Two definitions of flag \"-flag\" supply conflicting arguments.");
+
+    VoktCommandLineSyntax fewer;
+    fewer.AddFlag("-flag", "", "", 4);
+    fewer.AddFlagArgument(Kind::String);
+    fewer.AddFlag("-flag", "", "", 4);
+    const std::string text =
+        "Two definitions of flag \"-flag\" supplied different numbers of arguments.";
+    EXPECT_EQ(Failure([&] { fewer.CheckFlagDefinitions(); }), text);
+    EXPECT_EQ(ParseFailure(fewer, {}), text);
+}
+
+TEST(CommandLineParse, AnUnknownFlagIsNamed) {
+    VoktCommandLineSyntax syntax = ToolSyntax();
+    EXPECT_EQ(ParseFailure(syntax, {"-unknown"}), "Unknown flag \"-unknown\".");
+    EXPECT_EQ(ParseFailure(syntax, {"-IN", "x"}), "Unknown flag \"-IN\".");
+}
+
+TEST(CommandLineParse, AnEmptyWordIsNoFlag) {
+    VoktCommandLineSyntax syntax = ToolSyntax();
+    EXPECT_EQ(ParseFailure(syntax, {""}), "Attempt to get flag with empty name.");
+}
+
+TEST(CommandLineParse, AMissingValueNamesTheFlagAsTyped) {
+    VoktCommandLineSyntax syntax = ToolSyntax();
+    EXPECT_EQ(ParseFailure(syntax, {"-tt"}), "Missing argument on flag \"-tt\".");
+    EXPECT_EQ(ParseFailure(syntax, {"-timetool"}), "Missing argument on flag \"-timetool\".");
+}
+
+TEST(CommandLineParse, ARepeatedFlagIsNamedInFull) {
+    VoktCommandLineSyntax syntax = ToolSyntax();
+    EXPECT_EQ(ParseFailure(syntax, {"-tt", "1", "-tt", "1"}),
+              "Single use flag \"-timetool\" given multiple times.");
+    EXPECT_EQ(ParseFailure(syntax, {"-out", "a.bin", "-out", "b.bin"}),
+              "Single use flag \"-out\" given multiple times.");
+}
+
+TEST(CommandLineParse, AFlagIsNeverAValue) {
+    VoktCommandLineSyntax syntax = ToolSyntax();
+    EXPECT_EQ(ParseFailure(syntax, {"-in", "-out", "x"}),
+              "Missing argument on flag \"-in\". (Or argument has same name as a flag).");
+    EXPECT_EQ(ParseFailure(syntax, {"-i", "-ls"}),
+              "Missing argument on flag \"-i\". (Or argument has same name as a flag).");
+}
+
+TEST(CommandLineParse, AFlagIsAValueWhenNamesAreNotReserved) {
+    VoktCommandLineSyntax syntax = OneFlag(Kind::String);
+    syntax.SetReservedFlagNames(false);
+    Parse(syntax, {"-flag", "-f"});
+    EXPECT_EQ(ValueOf(syntax, "-flag"), "-f");
+}
+
+TEST(CommandLineParse, TheEmptyWordIsAValue) {
+    VoktCommandLineSyntax syntax = OneFlag(Kind::String, "default");
+    Parse(syntax, {"-flag", ""});
+    EXPECT_TRUE(syntax.IsSet("-flag"));
+    EXPECT_EQ(ValueOf(syntax, "-flag"), "");
+}
+
+TEST(CommandLineParse, ARequiredFlagMustBeGiven) {
+    VoktCommandLineSyntax syntax = ToolSyntax();
+    EXPECT_EQ(ParseFailure(syntax, {"-timetool", "1"}), "A required flag \"-in\" was not set.");
+    // The whole line is read first.
+    EXPECT_EQ(ParseFailure(syntax, {"-bad"}), "Unknown flag \"-bad\".");
+}
+
+TEST(CommandLineParse, AnotherLineForgetsTheOneBefore) {
+    VoktCommandLineSyntax syntax = OneFlag(Kind::String, "default");
+    syntax.AddArgument(Kind::String, "", "", false, "none");
+    Parse(syntax, {"-flag", "x", "y"});
+    Parse(syntax, {});
+    std::string positional;
+    syntax.GetArgumentString(0, positional);
+    EXPECT_EQ(positional, "none");
+    EXPECT_FALSE(syntax.IsSet("-flag"));
+    EXPECT_EQ(ValueOf(syntax, "-flag"), "default");
+}
+
+TEST(CommandLineParse, WordsAheadOfTheFirstIndexAreNotRead) {
+    VoktCommandLineSyntax syntax = OneFlag(Kind::String);
+    const char* argv[] = {"program", "ignored", "-flag", "x"};
+    syntax.Parse(4, argv, 2);
+    EXPECT_EQ(ValueOf(syntax, "-flag"), "x");
+}
+
+TEST(CommandLineParse, AMultiUseFlagKeepsEveryUsage) {
+    VoktCommandLineSyntax syntax = OneFlag(Kind::String, "default", 2);
+    Parse(syntax, {"-flag", "a", "-f", "b", "-flag", "c"});
+    EXPECT_EQ(syntax.UsageCount("-f"), 3);
+    EXPECT_EQ(ValueOf(syntax, "-flag", 0, 0), "a");
+    EXPECT_EQ(ValueOf(syntax, "-flag", 0, 1), "b");
+    EXPECT_EQ(ValueOf(syntax, "-flag", 0, 2), "c");
+    EXPECT_EQ(ValueOf(syntax, "-flag", 0, 3), "default");
+}
+
+TEST(CommandLineParse, AnOptionalValueEndsAtAFlagOrAtTheEnd) {
+    VoktCommandLineSyntax syntax;
+    syntax.AddFlag("-flag", "-f", "");
+    syntax.AddFlagArgument(Kind::String, "", "", true, "d0");
+    syntax.AddFlagArgument(Kind::String, "", "", false, "d1");
+    syntax.AddFlag("-other", "", "");
+    Parse(syntax, {"-flag", "a", "-other"});
+    EXPECT_EQ(ValueOf(syntax, "-flag", 0), "a");
+    EXPECT_EQ(ValueOf(syntax, "-flag", 1), "d1");
+    EXPECT_TRUE(syntax.IsSet("-other"));
+    Parse(syntax, {"-other", "-flag", "a"});
+    EXPECT_EQ(ValueOf(syntax, "-flag", 1), "d1");
+    Parse(syntax, {"-flag", "a", "b", "-other"});
+    EXPECT_EQ(ValueOf(syntax, "-flag", 1), "b");
+}
+
+TEST(CommandLineParse, OptionalValuesNeedReservedNames) {
+    VoktCommandLineSyntax syntax;
+    syntax.SetReservedFlagNames(false);
+    syntax.AddFlag("-flag", "-f", "");
+    syntax.AddFlagArgument(Kind::String, "", "", false);
+    EXPECT_EQ(ParseFailure(syntax, {"-f", "x"}),
+              "An argument of \"-f\" is optional but flag names are not reserved. This makes it "
+              "impossible to tell if an optional flag argument has been specified.");
+}
+
+TEST(CommandLineParse, AValueBehindOneThatAnEarlierUsageLeftOutHasNoSlot) {
+    VoktCommandLineSyntax syntax;
+    syntax.AddFlag("-flag", "", "", 2);
+    syntax.AddFlagArgument(Kind::String, "", "", false);
+    syntax.AddFlagArgument(Kind::String, "", "", false);
+    EXPECT_EQ(ParseFailure(syntax, {"-flag", "-flag", "a", "b"}),
+              "Flag usage index 1 is out of range. Please submit a bug report.");
+}
+
+TEST(CommandLineParse, AnAttachedValueIsTheRestOfTheWord) {
+    VoktCommandLineSyntax syntax;
+    syntax.AddFlag("-include", "-I", "", 2);
+    syntax.AddFlagArgument(Kind::String);
+    syntax.SetAttachedValue(true);
+    Parse(syntax, {"-Ione", "-includetwo", "-I", "three"});
+    EXPECT_EQ(ValueOf(syntax, "-I", 0, 0), "one");
+    EXPECT_EQ(ValueOf(syntax, "-I", 0, 1), "two");
+    EXPECT_EQ(ValueOf(syntax, "-I", 0, 2), "three");
+    // Reading knows whole names only.
+    EXPECT_EQ(syntax.UsageCount("-Ione"), 0);
+    // A value that begins like the flag is taken for the flag.
+    EXPECT_EQ(ParseFailure(syntax, {"-I", "-Ix"}),
+              "Missing argument on flag \"-I\". (Or argument has same name as a flag).");
+    // So does a declaration.
+    EXPECT_EQ(Failure([&] { syntax.AddFlag("-Iother", "", ""); }),
+              "Flag name \"-Iother\" or short name \"\" used twice with conflicting arguments.");
+}
+
+TEST(CommandLineParse, PositionalArgumentsAreTakenInOrder) {
+    VoktCommandLineSyntax syntax = OneFlag(Kind::String);
+    syntax.AddArgument(Kind::String, "", "source");
+    syntax.AddArgument(Kind::Integer, "", "", false, "5");
+    Parse(syntax, {"a", "-flag", "x", "7"});
+    std::string value;
+    syntax.GetArgumentString(0, value);
+    EXPECT_EQ(value, "a");
+    syntax.GetArgumentString(1, value);
+    EXPECT_EQ(value, "7");
+
+    Parse(syntax, {"a"});
+    syntax.GetArgumentString(1, value);
+    EXPECT_EQ(value, "5");
+    EXPECT_EQ(ParseFailure(syntax, {"a", "7", "b"}), "Unexpected command line argument \"b\".");
+    EXPECT_EQ(ParseFailure(syntax, {"a", "b"}), "\"b\" is not an integer.");
+    EXPECT_EQ(ParseFailure(syntax, {}),
+              "A required command line argument <source> was not provided.");
+}
+
+TEST(CommandLineParse, APositionalArgumentWithoutANameIsShownByItsKind) {
+    VoktCommandLineSyntax syntax;
+    syntax.AddArgument(Kind::UnsignedInt);
+    EXPECT_EQ(ParseFailure(syntax, {}),
+              "A required command line argument <unsigned int> was not provided.");
+}
+
+TEST(CommandLineValues, Booleans) {
+    for (const char* value : {"true", "TRUE", "False", "0", "1", "7", "12abc", " 3", "-1", "0x1F"})
+        EXPECT_TRUE(Accepts(Kind::Boolean, value)) << value;
+    VoktCommandLineSyntax syntax = ToolSyntax();
+    EXPECT_EQ(ParseFailure(syntax, {"-tt", "maybe"}),
+              "\"maybe\" is not a boolean, i.e. \"true\", \"false\", \"0\" or \"1\".");
+    for (const char* value : {"", "yes", "truee", " true", "-", "+", "x1"})
+        EXPECT_FALSE(Accepts(Kind::Boolean, value)) << value;
+}
+
+TEST(CommandLineValues, Integers) {
+    for (const char* value :
+         {"0", "-5", "+5", "12abc", "\t\n\v\f\r 9", "0x", "0X1F", "0xFF", "99999999999999999999"})
+        EXPECT_TRUE(Accepts(Kind::Integer, value)) << value;
+    for (const char* value : {"", " ", "abc", "- 5", "--5", "x1F", ".5"})
+        EXPECT_FALSE(Accepts(Kind::Integer, value)) << value;
+    VoktCommandLineSyntax syntax = OneFlag(Kind::Integer);
+    EXPECT_EQ(ParseFailure(syntax, {"-f", "abc"}), "\"abc\" is not an integer.");
+}
+
+TEST(CommandLineValues, UnsignedIntegers) {
+    VoktCommandLineSyntax syntax = OneFlag(Kind::UnsignedInt);
+    EXPECT_TRUE(Accepts(Kind::UnsignedInt, "12abc"));
+    EXPECT_TRUE(Accepts(Kind::UnsignedInt, "0xFF"));
+    EXPECT_EQ(ParseFailure(syntax, {"-f", "abc"}), "\"abc\" is not a non-negative integer.");
+    EXPECT_EQ(ParseFailure(syntax, {"-f", ""}), "\"\" is not a non-negative integer.");
+    EXPECT_EQ(ParseFailure(syntax, {"-f", "-5"}),
+              "\"-5\" is negative, expected a non-negative value.");
+}
+
+TEST(CommandLineValues, Floats) {
+    for (const char* value : {"1", "-1.5e3x", ".5", "5.", " 2", "inf", "nan", "0x1p3"})
+        EXPECT_TRUE(Accepts(Kind::Float, value)) << value;
+    for (const char* value : {"", ".", "e5", "x", "-"})
+        EXPECT_FALSE(Accepts(Kind::Float, value)) << value;
+    VoktCommandLineSyntax syntax = OneFlag(Kind::Float);
+    EXPECT_EQ(ParseFailure(syntax, {"-f", "x"}), "\"x\" is not a floating point value.");
+}
+
+TEST(CommandLineValues, TextsAreTakenAsTheyStand) {
+    VoktCommandLineSyntax syntax = OneFlag(Kind::String);
+    Parse(syntax, {"-f", " \xE4\xFF\t\"x\" "});
+    EXPECT_EQ(ValueOf(syntax, "-f"), " \xE4\xFF\t\"x\" ");
+}
+
+TEST(CommandLineReading, UnknownNamesAndIndicesAreTheCallersFault) {
+    VoktCommandLineSyntax syntax = OneFlag(Kind::String);
+    EXPECT_EQ(Failure([&] { ValueOf(syntax, ""); }), "Attempt to get flag with empty name.");
+    EXPECT_EQ(Failure([&] { ValueOf(syntax, "-g"); }),
+              "Failed to find flag \"-g\" in syntax. Please submit a bug report.");
+    EXPECT_EQ(Failure([&] { ValueOf(syntax, "-f", 1); }),
+              "Flag \"-f\" doesn't have an argument of index 1. Please submit a bug report.");
+    EXPECT_EQ(Failure([&] { ValueOf(syntax, "-flag", -1); }),
+              "Flag \"-flag\" doesn't have an argument of index -1. Please submit a bug report.");
+    EXPECT_EQ(Failure([&] { ValueOf(syntax, "-f", 0, -2); }),
+              "Flag usage index -2 is out of range. Please submit a bug report.");
+    EXPECT_EQ(ValueOf(syntax, "-f", 0, INT_MAX), "");
+    std::string out;
+    EXPECT_EQ(Failure([&] { syntax.GetArgumentString(0, out); }),
+              "Argument index 0 is out of range. Please submit a bug report.");
+    EXPECT_EQ(Failure([&] { syntax.GetArgumentString(-1, out); }),
+              "Argument index -1 is out of range. Please submit a bug report.");
+}
+
+TEST(CommandLineReading, UsageOfAnUnknownFlagIsNone) {
+    const VoktCommandLineSyntax syntax = OneFlag(Kind::String);
+    EXPECT_EQ(syntax.UsageCount("-g"), 0);
+    EXPECT_FALSE(syntax.IsSet("-flag"));
+    EXPECT_EQ(Failure([&] { syntax.UsageCount(""); }), "Check for empty flag name.");
+}
+
+TEST(CommandLineReading, OnlyFalseAndZeroAreFalse) {
+    const auto reads = [](const std::string& value, bool expected) {
+        const VoktCommandLineSyntax syntax = OneFlag(Kind::String, value);
+        bool truth = !expected;
+        syntax.GetBoolean("-f", 0, truth);
+        EXPECT_EQ(truth, expected) << value;
+    };
+    for (const char* value : {"false", "FALSE", "False", "0"}) reads(value, false);
+    for (const char* value : {"true", "tRuE", "1", "00", "-0", "7", "", " 0", "no"})
+        reads(value, true);
+}
+
+class CommandLineFiles : public testing::Test {
+  protected:
+    FreshFolder folder;
+    std::string input = folder.WriteFile("a", "text");
+};
+
+TEST_F(CommandLineFiles, AnInputMustBeReadable) {
+    VoktCommandLineSyntax syntax = ToolSyntax();
+    const std::string missing = folder / "missing";
+    EXPECT_EQ(ParseFailure(syntax, {"-in", missing, "-out", folder / "o"}),
+              "Input file \"" + missing + "\" is not readable.");
+    EXPECT_EQ(ParseFailure(syntax, {"-in", folder.GetPath(), "-out", folder / "o"}),
+              "Input file \"" + folder.GetPath() + "\" is not readable.");
+    EXPECT_EQ(ParseFailure(syntax, {"-in", "", "-out", folder / "o"}),
+              "Input file \"\" is not readable.");
+}
+
+TEST_F(CommandLineFiles, AnOutputMustNotBeAnInput) {
+    VoktCommandLineSyntax syntax = ToolSyntax();
+    EXPECT_EQ(ParseFailure(syntax, {"-out", input, "-in", input}),
+              "Output file \"" + input + "\" matches an input file.");
+    // Names compare as they were typed.
+    Parse(syntax, {"-in", input, "-out", folder / "A"});
+    Parse(syntax, {"-in", input, "-out", folder / "./a"});
+    syntax.SetAllowOutputMatchingInput(true);
+    Parse(syntax, {"-in", input, "-out", input});
+}
+
+TEST_F(CommandLineFiles, AnOutputThatCanOnlyBeReadIsRefused) {
+    const std::string locked = folder.WriteFile("locked", "");
+    using std::filesystem::perms;
+    std::filesystem::permissions(locked,
+                                 perms::owner_read | perms::group_read | perms::others_read);
+    const OrdinaryUser user;
+    VoktCommandLineSyntax syntax = ToolSyntax();
+    EXPECT_EQ(ParseFailure(syntax, {"-in", input, "-out", locked}),
+              "Output file \"" + locked + "\" is not writable.");
+    syntax.SetSkipFlagOutputChecks(true);
+    Parse(syntax, {"-in", input, "-out", locked});
+    // The switch is for flags alone.
+    VoktCommandLineSyntax positional;
+    positional.SetSkipFlagOutputChecks(true);
+    positional.AddArgument(Kind::OutputFilename);
+    EXPECT_EQ(ParseFailure(positional, {locked}),
+              "Output file \"" + locked + "\" is not writable.");
+}
+
+TEST_F(CommandLineFiles, TheSwitchOverOutputsLeavesTheComparisonWithInputs) {
+    VoktCommandLineSyntax syntax = ToolSyntax();
+    syntax.SetSkipFlagOutputChecks(true);
+    EXPECT_EQ(ParseFailure(syntax, {"-in", input, "-out", input}),
+              "Output file \"" + input + "\" matches an input file.");
+}
+
+TEST_F(CommandLineFiles, LookingAtAnOutputLeavesNoFile) {
+    VoktCommandLineSyntax syntax = ToolSyntax();
+    Parse(syntax, {"-in", input, "-out", folder / "o"});
+    EXPECT_FALSE(folder.Has("o"));
+    folder.WriteFile("o", "kept");
+    Parse(syntax, {"-in", input, "-out", folder / "o"});
+    EXPECT_EQ(folder.ReadFile("o"), "kept");
+}
+
+TEST_F(CommandLineFiles, PositionalFilesAreCheckedTheSameWay) {
+    VoktCommandLineSyntax syntax;
+    syntax.AddArgument(Kind::InputFilename);
+    syntax.AddArgument(Kind::OutputFilename);
+    Parse(syntax, {input, folder / "o"});
+    EXPECT_EQ(ParseFailure(syntax, {input, input}),
+              "Output file \"" + input + "\" matches an input file.");
+    const std::string missing = folder / "missing";
+    EXPECT_EQ(ParseFailure(syntax, {missing, "o"}),
+              "Input file \"" + missing + "\" is not readable.");
+}
+
+TEST_F(CommandLineFiles, EveryUsageOfAFlagIsChecked) {
+    VoktCommandLineSyntax syntax = OneFlag(Kind::InputFilename, "", 2);
+    const std::string missing = folder / "missing";
+    EXPECT_EQ(ParseFailure(syntax, {"-f", input, "-f", missing}),
+              "Input file \"" + missing + "\" is not readable.");
+}
+
+TEST_F(CommandLineFiles, AFileThatWasLeftOutIsJudgedByItsDefault) {
+    VoktCommandLineSyntax syntax;
+    const std::string missing = folder / "missing";
+    syntax.AddFlag("-flag", "-f", "");
+    syntax.AddFlagArgument(Kind::InputFilename, "", "", false, missing);
+    Parse(syntax, {});
+    EXPECT_EQ(ParseFailure(syntax, {"-f"}), "Input file \"" + missing + "\" is not readable.");
+    VoktCommandLineSyntax positional;
+    positional.AddArgument(Kind::InputFilename, "", "", false, missing);
+    EXPECT_EQ(ParseFailure(positional, {}), "Input file \"" + missing + "\" is not readable.");
+}

@@ -1,0 +1,135 @@
+#include "Platform/StandardOutput.h"
+#include "Platform/TestFolder.h"
+#include "Platform/UnreadPipe.h"
+#include "VoktFramework/RecordingTool.h"
+
+#include <VoktFramework/Errors/VoktError.h>
+#include <VoktFramework/Saving/VoktBinaryFilename.h>
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <iostream>
+#include <stdexcept>
+
+namespace {
+
+using Step = Script::Step;
+
+const std::vector<std::string> kAnyRun = {"-tt", "0"};
+
+Script::Action Throw(const std::string& text) {
+    return [text](const Step&) { throw std::runtime_error(text); };
+}
+
+std::size_t CountDestructors(const Script& script) {
+    std::size_t count = 0;
+    for (const std::string& step : script.journal)
+        if (step.find(".destructor") != std::string::npos) ++count;
+    return count;
+}
+
+TEST(ToolEnd, AFailingDestructorFailsAGoodRun) {
+    Script script;
+    script.actions["a.destructor"] = Throw("Error while shutting down");
+    const ProgramEnd end = Play(script, kAnyRun);
+    EXPECT_EQ(end.status, 1);
+    EXPECT_EQ(end.output, kBanner + "Error: Error while shutting down\n");
+}
+
+TEST(ToolEnd, AFailingDestructorFailsARequestForHelp) {
+    Script script;
+    script.actions["a.destructor"] = Throw("text");
+    EXPECT_EQ(Play(script, {}).status, 1);
+}
+
+TEST(ToolEnd, TheOtherComponentsStillEndAndTheFirstFailureIsReported) {
+    Script script;
+    script.components = {"a", "b", "c"};
+    script.actions["a.destructor"] = Throw("first");
+    script.actions["b.destructor"] = Throw("second");
+    const ProgramEnd end = Play(script, kAnyRun);
+    EXPECT_EQ(end.status, 1);
+    EXPECT_EQ(end.output, kBanner + "Error: first\n");
+    EXPECT_EQ(CountDestructors(script), 3u);
+    EXPECT_FALSE(VoktBinaryFilename::Exists());
+}
+
+TEST(ToolEnd, AFailedRunIsReportedBeforeAFailingDestructor) {
+    Script script;
+    script.components = {"a", "b"};
+    script.actions["a.Process"] = Throw("stage");
+    script.actions["a.destructor"] = Throw("destructor");
+    const ProgramEnd end = Play(script, kAnyRun);
+    EXPECT_EQ(end.status, 1);
+    EXPECT_EQ(end.output, kBanner + "Error: 103 An error occurred during tool processing; stage\n" +
+                              kFailedEnd);
+    EXPECT_EQ(CountDestructors(script), 2u);
+}
+
+TEST(ToolEnd, AComponentThatFailsWhileItIsAddedLeavesTheOthersToEnd) {
+    Script script;
+    script.components = {"a", "b"};
+    script.actions["b.constructor"] = Throw("text");
+    EXPECT_EQ(Play(script, kAnyRun).status, 1);
+    EXPECT_EQ(script.journal.back(), "a.destructor");
+    EXPECT_EQ(CountDestructors(script), 1u);
+}
+
+TEST(ToolEnd, TheLogIsWholeWhenADestructorFails) {
+    const TestFolder folder;
+    Script script;
+    script.actions["a.Process"] = [](const Step&) { std::cout << "a line" << std::endl; };
+    script.actions["a.destructor"] = Throw("text");
+    const ProgramEnd end = Play(script, {"-log", folder.Path("log")});
+    EXPECT_EQ(end.status, 1);
+    EXPECT_EQ(end.output, kBanner + "a line\nError: text\n");
+    EXPECT_EQ(folder.Read("log"), "a line\n");
+}
+
+TEST(ToolEnd, AReaderThatNeverReadsIsWaitedForAndThenGivenUp) {
+    const TestFolder folder;
+    const UnreadPipe pipe;
+    Script script;
+    script.actions["a.Process"] = [](const Step&) {
+        std::cout << std::string(70000, 'x') << std::endl;
+    };
+    testing::internal::CaptureStderr();
+    int status = -1;
+    {
+        const StandardOutput output(pipe.WriteEnd());
+        status = PlayForStatus(script, {"-log", folder.Path("log")});
+    }
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "\nWARNING: timeout waiting for log file thread to exit\n");
+}
+
+TEST(ToolEnd, AFullStandardOutputChangesNeitherStagesNorStatus) {
+    const TestFolder folder;
+    std::FILE* const full = std::fopen("/dev/full", "w");
+    ASSERT_NE(full, nullptr);
+    Script script;
+    script.components = {"a", "b"};
+    script.actions["a.Process"] = [](const Step&) { std::cout << "a line" << std::endl; };
+    Script logged = script;
+    Script failing = script;
+    failing.actions["b.Process"] = Throw("text");
+    int status = -1;
+    int loggedStatus = -1;
+    int failingStatus = -1;
+    {
+        const StandardOutput output(fileno(full));
+        status = PlayForStatus(script, {"-tt", "1"});
+        failingStatus = PlayForStatus(failing, kAnyRun);
+        loggedStatus = PlayForStatus(logged, {"-log", folder.Path("log")});
+    }
+    std::fclose(full);
+    EXPECT_EQ(status, 0);
+    EXPECT_EQ(loggedStatus, 0);
+    EXPECT_EQ(failingStatus, 1);
+    EXPECT_EQ(script.journal, logged.journal);
+    EXPECT_EQ(CountDestructors(script), 2u);
+    EXPECT_EQ(folder.Read("log"), "a line\n");
+}
+
+}  // namespace
