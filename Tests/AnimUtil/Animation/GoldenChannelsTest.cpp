@@ -1,6 +1,6 @@
-#include <AnimUtil/VokAnimUtil.h>
-#include <VokLib/VokAnim.h>
-#include <VokLib/VokAnimDiscontinuities.h>
+#include <AnimUtil/Animation/VokAnimUtil.h>
+#include <VokLib/Objects/Animation/VokAnim.h>
+#include <VokLib/Objects/Animation/VokAnimDiscontinuities.h>
 
 #include <gtest/gtest.h>
 

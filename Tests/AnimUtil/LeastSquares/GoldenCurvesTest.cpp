@@ -1,4 +1,4 @@
-#include <AnimUtil/CurveFitter.h>
+#include <AnimUtil/LeastSquares/CurveFitter.h>
 
 #include <gtest/gtest.h>
 
