@@ -1,4 +1,4 @@
-#include "ProxyMessage.h"
+#include <HashClient/ProxyMessage.h>
 
 #include <algorithm>
 #include <cstddef>

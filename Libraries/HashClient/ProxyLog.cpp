@@ -1,8 +1,9 @@
-#include "ProxyLog.h"
+#include <HashClient/ProxyLog.h>
 
 #include <Platform/Clock.h>
 #include <Platform/Environment.h>
 #include <Platform/OwnProgram.h>
+#include <Platform/SharedLogFile.h>
 
 #include <array>
 #include <cstdarg>
@@ -16,41 +17,34 @@ namespace {
 
 constexpr char kVariable[] = "QEL_HASH_PROXY_DEBUG_MODE";
 constexpr std::string_view kFilePrefix = "file:";
+constexpr char kMutex[] = "QelHashProxy_LoggingMutex";
 constexpr std::size_t kLineSize = 512;
 
 struct Settings {
+    Settings();
+
     bool on = false;
     std::string program;
     std::uint32_t process = 0;
-    std::string file;
+    std::optional<Platform::SharedLogFile> file;
 };
 
-Settings ReadSettings() {
-    Settings settings;
+Settings::Settings() {
     const std::optional<std::string> mode = Platform::Environment(kVariable);
-    if (!mode.has_value()) return settings;
-    settings.on = true;
+    if (!mode.has_value()) return;
+    on = true;
     const std::string path = Platform::OwnProgramFile();
-    settings.program = path.substr(path.find_last_of("/\\") + 1);
-    settings.process = Platform::OwnProcessId();
-    if (mode->starts_with(kFilePrefix)) settings.file = mode->substr(kFilePrefix.size());
-    return settings;
-}
-
-// One append of less than a block: lines of several processes do not mix.
-void AppendToFile(const std::string& path, std::string_view line) {
-    std::FILE* file = std::fopen(path.c_str(), "a+");
-    if (file == nullptr) return;
-    std::fwrite(line.data(), 1, line.size(), file);
-    std::fclose(file);
+    program = path.substr(path.find_last_of("/\\") + 1);
+    process = Platform::OwnProcessId();
+    if (mode->starts_with(kFilePrefix)) file.emplace(mode->substr(kFilePrefix.size()), kMutex);
 }
 
 }  // namespace
 
 void ProxyLog(const char* format, ...) {
     // Never destroyed: a connection that lives to the end of the process still logs its end.
-    static const Settings& settings = *new Settings(ReadSettings());
-    if (!settings.on || settings.file.empty()) return;
+    static const Settings& settings = *new Settings;
+    if (!settings.on) return;
 
     std::array<char, kLineSize> text;
     std::va_list arguments;
@@ -62,5 +56,6 @@ void ProxyLog(const char* format, ...) {
     std::string line = settings.program + "(" + std::to_string(settings.process) + "," +
                        Platform::LocalTimeText() + "): " + text.data();
     if (line.size() >= kLineSize) line.resize(kLineSize - 1);
-    AppendToFile(settings.file, line);
+    Platform::SendToDebugger(line);
+    if (settings.file.has_value()) settings.file->Append(line);
 }

@@ -1,47 +1,43 @@
 #pragma once
 
+#include <Platform/MessagePipe.h>
+
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
 
-/// Where a connection or an exchange failed, and the system's error number there; a location of 0
-/// is no failure.
-struct ProxyFailure {
-    std::int32_t location = 0;
-    std::uint32_t error = 0;
-};
-
-/// What became of one exchange with the proxy. A broken pipe may be opened again.
-enum class ProxyExchange { Done, BrokenPipe, Failed };
-
-/// A system's way to the proxy process: starts the program, opens a pipe that keeps messages whole,
-/// and exchanges one request for one reply.
+/// The system's calls between the client and its proxy process: the start of the program, the pipe,
+/// and the timer that bounds the wait for it. Errors are the system's own numbers, 0 for none.
 class ProxyTransport {
   public:
     virtual ~ProxyTransport() = default;
 
-    /// Starts the program without waiting for it; 0 or the system's error number.
-    virtual std::uint32_t Spawn(const char* commandLine) = 0;
+    /// Starts the program without waiting for it.
+    virtual std::uint32_t Spawn(const char* program) = 0;
 
-    /// Opens the closed pipe within a bounded wait. True when it is open; `failure` tells the last
-    /// thing that went wrong on the way.
-    virtual bool Open(ProxyFailure& failure) = 0;
-    virtual void Close() = 0;
-    virtual bool IsOpen() const = 0;
+    virtual std::uint32_t CreateTimer() = 0;
+    virtual std::uint32_t SetTimer(std::uint32_t milliseconds) = 0;
+    virtual bool TimerHasFired() = 0;
+    virtual void CloseTimer() = 0;
+
+    virtual std::uint32_t OpenPipe() = 0;
+    virtual std::uint32_t SetMessageMode() = 0;
+    virtual std::uint32_t WaitForPipe(int milliseconds) = 0;
+    virtual void ClosePipe() = 0;
 
     /// A number for the open pipe, for the log alone.
-    virtual std::uint32_t Handle() const = 0;
+    virtual std::uint32_t PipeNumber() = 0;
 
-    /// Sends `request` as one message and receives one into `reply`, of which `bytesRead` bytes are
-    /// then filled. `error` is the system's number unless the exchange is Done.
-    virtual ProxyExchange Exchange(std::span<const char> request, std::span<char> reply,
-                                   std::uint32_t& bytesRead, std::uint32_t& error) = 0;
+    /// Sends `request` as one message and receives one into `reply`, of which `received` bytes are
+    /// then filled.
+    virtual Platform::PipeExchange Transact(std::span<const char> request, std::span<char> reply,
+                                            std::size_t& received, std::uint32_t& error) = 0;
 };
 
-/// The transport of this build, or null when it has none: the proxy then counts as a missing
-/// program.
+/// The system's own calls, unless SetProxyTransportMaker says otherwise.
 std::unique_ptr<ProxyTransport> MakeProxyTransport();
 
-/// Replaces what MakeProxyTransport gives; null brings the build's own back.
+/// Replaces what MakeProxyTransport gives; null brings the system's calls back.
 using ProxyTransportMaker = std::unique_ptr<ProxyTransport> (*)();
 void SetProxyTransportMaker(ProxyTransportMaker maker);

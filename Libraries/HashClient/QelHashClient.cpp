@@ -1,7 +1,9 @@
+#include <HashClient/LocalHash.h>
+#include <HashClient/ProxyLog.h>
+#include <HashClient/ProxyMessage.h>
 #include <HashClient/QelHashClient.h>
 
 #include <Platform/Environment.h>
-#include <QelTools/Crc32.h>
 
 #include <algorithm>
 #include <array>
@@ -12,8 +14,6 @@
 #include <string_view>
 
 #include "ProxyHelper.h"
-#include "ProxyLog.h"
-#include "ProxyMessage.h"
 
 namespace QelHashClient {
 
@@ -41,11 +41,6 @@ void Store(std::string_view text, Name& name) {
     std::copy_n(text.data(), std::min(text.size(), kNameSize - 1), name.data());
 }
 
-// The register of the CRC as it stands, without the final complement: files depend on it.
-std::uint32_t LocalHash(const char* string) {
-    return ~QelTools::Common::Crc32(string);
-}
-
 QelHashResult AddThroughProxy(ProxyHelper& helper, const char* category, const char* string,
                               std::uint32_t& hash, std::span<char> otherBuffer) {
     const std::size_t size =
@@ -58,7 +53,7 @@ QelHashResult AddThroughProxy(ProxyHelper& helper, const char* category, const c
     if (!helper.Transact({helper.sendBuffer.data(), size}, helper.receiveBuffer, &received))
         return QelHashResult::ProxyError;
     const std::span<const char> reply(helper.receiveBuffer.data(),
-                                      std::min<std::size_t>(received, ProxyHelper::kBufferSize));
+                                      std::min<std::size_t>(received, ProxyMessage::kBufferSize));
     std::span<const char> other;
     if (!ProxyMessage::ReadAddStringReply(reply, hash, other)) {
         ProxyLog("Malformed Transact() result in AddString(). (Id:%d)\n\n",
@@ -77,7 +72,7 @@ QelHashResult ShutDownProxy(ProxyHelper& helper) {
     if (!helper.Transact({helper.sendBuffer.data(), size}, helper.receiveBuffer, &received))
         return QelHashResult::ProxyError;
     const std::uint32_t id = ProxyMessage::ReplyId(
-        {helper.receiveBuffer.data(), std::min<std::size_t>(received, ProxyHelper::kBufferSize)});
+        {helper.receiveBuffer.data(), std::min<std::size_t>(received, ProxyMessage::kBufferSize)});
     if (id == ProxyMessage::kShutdownReply) return QelHashResult::Ok;
     ProxyLog("Malformed Transact() result in Shutdown(). (Id:%d)\n\n", static_cast<int>(id));
     return QelHashResult::ProxyError;
@@ -114,6 +109,7 @@ QelHashResult Shutdown() {
 
 QelHashResult SetApplicationName(const char* name) {
     if (!State().initialised) return QelHashResult::NotInitialised;
+    if (name == nullptr) return QelHashResult::IllegalArguments;
     Store(name, State().applicationName);
     return QelHashResult::Ok;
 }

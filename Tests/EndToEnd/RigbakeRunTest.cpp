@@ -316,8 +316,9 @@ TEST(RigbakeRun, AClosedOrFullStandardOutputDoesNotChangeTheRun) {
 TEST(RigbakeRun, AConfiguredHashServerWithoutAProxyFailsAtLocation58) {
     RunFolder folder;
     folder.WriteFile("scene.qeli", OneJointDocument());
-    const ProgramResult run = folder.Run("rigbake", {"-in", "scene.qeli", "-out", "rig.bin"},
-                                         {{"QEL_HASH_SERVER_NAME", "hashes"}});
+    const ProgramResult run =
+        folder.Run("rigbake", {"-in", "scene.qeli", "-out", "rig.bin"},
+                   {{"QEL_HASH_SERVER_NAME", "hashes"}, {"PATH", "/nowhere"}});
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(WithoutBanner(run.output),
               "Error: 2 An internal error occurred; QelHashClientUtil::Initialise : Unable to "

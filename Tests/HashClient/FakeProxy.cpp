@@ -1,8 +1,11 @@
 #include "HashClient/FakeProxy.h"
 
+#include "ProxyTransport.h"
+
 #include <HashClient/QelHashClient.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <memory>
 #include <utility>
 
@@ -23,35 +26,61 @@ FakeProxyScript& CurrentScript() {
 
 class FakeTransport : public ProxyTransport {
   public:
-    std::uint32_t Spawn(const char* commandLine) override {
-        CurrentScript().commandLines.emplace_back(commandLine);
+    std::uint32_t Spawn(const char* program) override {
+        CurrentScript().programs.emplace_back(program);
         return CurrentScript().spawnError;
     }
-    bool Open(ProxyFailure& failure) override {
-        ++CurrentScript().openCalls;
-        open = Next(CurrentScript().opens, true);
-        if (!open) failure = CurrentScript().openFailure;
-        return open;
+    std::uint32_t CreateTimer() override {
+        Note("CreateTimer");
+        return CurrentScript().createTimerError;
     }
-    void Close() override {
-        ++CurrentScript().closeCalls;
-        open = false;
+    std::uint32_t SetTimer(std::uint32_t milliseconds) override {
+        Note("SetTimer " + std::to_string(milliseconds));
+        return CurrentScript().setTimerError;
     }
-    bool IsOpen() const override { return open; }
-    std::uint32_t Handle() const override { return 0x2A; }
-    ProxyExchange Exchange(std::span<const char> request, std::span<char> reply,
-                           std::uint32_t& bytesRead, std::uint32_t& error) override {
+    bool TimerHasFired() override {
+        Note("TimerHasFired");
+        return Next(CurrentScript().timerFired, true);
+    }
+    void CloseTimer() override { Note("CloseTimer"); }
+    std::uint32_t OpenPipe() override {
+        Note("Open");
+        const std::uint32_t error = Next(CurrentScript().openErrors, 0u);
+        isOpen = error == 0;
+        return error;
+    }
+    std::uint32_t SetMessageMode() override {
+        Note("SetMessageMode");
+        return Next(CurrentScript().modeErrors, 0u);
+    }
+    std::uint32_t WaitForPipe(int milliseconds) override {
+        Note("Wait " + std::to_string(milliseconds));
+        return Next(CurrentScript().waitErrors, 0u);
+    }
+    void ClosePipe() override {
+        Note("Close");
+        isOpen = false;
+    }
+    std::uint32_t PipeNumber() override { return 0x2A; }
+    Platform::PipeExchange Transact(std::span<const char> request, std::span<char> reply,
+                                    std::size_t& received, std::uint32_t& error) override {
+        if (!isOpen) {
+            error = EBADF;
+            return Platform::PipeExchange::Failed;
+        }
         CurrentScript().requests.emplace_back(request.begin(), request.end());
         const FakeProxyScript::Turn turn =
-            Next(CurrentScript().turns, {ProxyExchange::BrokenPipe, {}, 32});
+            Next(CurrentScript().turns, {Platform::PipeExchange::NotConnected, {}, 32});
         std::copy(turn.reply.begin(), turn.reply.end(), reply.begin());
-        bytesRead = static_cast<std::uint32_t>(turn.reply.size());
+        received = turn.reply.size();
         error = turn.error;
         return turn.exchange;
     }
 
   private:
-    bool open = false;
+    static void Note(std::string call) { CurrentScript().calls.push_back(std::move(call)); }
+
+    bool isOpen = false;
 };
 
 }  // namespace

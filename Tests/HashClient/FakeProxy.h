@@ -2,32 +2,41 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <deque>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "ProxyTransport.h"
+#include <Platform/MessagePipe.h>
 
 /// What the proxy of a test does, and what it saw. Replies and failures are taken one for each
-/// exchange.
+/// call; when there is no further entry, calls work and exchanges meet a broken pipe with error 32.
 struct FakeProxyScript {
     struct Turn {
-        ProxyExchange exchange = ProxyExchange::Done;
+        Platform::PipeExchange exchange = Platform::PipeExchange::Done;
         std::string reply;
         std::uint32_t error = 0;
     };
 
     std::uint32_t spawnError = 0;
-    std::deque<bool> opens;  // true when there is no further entry
-    ProxyFailure openFailure{141, 121};
-    std::deque<Turn> turns;  // a broken pipe with error 32 when there is no further entry
+    std::uint32_t createTimerError = 0;
+    std::uint32_t setTimerError = 0;
+    std::deque<std::uint32_t> openErrors;
+    std::deque<std::uint32_t> modeErrors;
+    std::deque<std::uint32_t> waitErrors;
+    std::deque<bool> timerFired;  // true when there is no further entry
+    std::deque<Turn> turns;
 
-    std::vector<std::string> commandLines;
+    std::vector<std::string> programs;
     std::vector<std::string> requests;
-    int openCalls = 0;
-    int closeCalls = 0;
+    std::vector<std::string> calls;  // of the timer and of the pipe, but for exchanges
+
+    int CountCalls(const std::string& name) const {
+        return static_cast<int>(std::count(calls.begin(), calls.end(), name));
+    }
 };
 
 /// A fixture with a proxy configured that follows `Script()`.
@@ -38,21 +47,30 @@ class FakeProxyTest : public testing::Test {
 
     static FakeProxyScript& Script();
     static void Reply(std::string bytes) {
-        Script().turns.push_back({ProxyExchange::Done, std::move(bytes), 0});
+        Script().turns.push_back({Platform::PipeExchange::Done, std::move(bytes), 0});
     }
     static void Break(std::uint32_t error) {
-        Script().turns.push_back({ProxyExchange::BrokenPipe, {}, error});
+        Script().turns.push_back({Platform::PipeExchange::NotConnected, {}, error});
     }
 };
 
-/// Sets an environment variable for as long as the object lives, and then unsets it.
+/// Sets an environment variable for as long as the object lives; what was there before comes back.
 class ScopedVariable {
   public:
-    ScopedVariable(const char* name, const char* value) : variable(name) { setenv(name, value, 1); }
-    ~ScopedVariable() { unsetenv(variable); }
+    ScopedVariable(const char* name, const char* value) : variable(name) {
+        if (const char* const old = std::getenv(name)) before = old;
+        setenv(name, value, 1);
+    }
+    ~ScopedVariable() {
+        if (before.has_value())
+            setenv(variable, before->c_str(), 1);
+        else
+            unsetenv(variable);
+    }
     ScopedVariable(const ScopedVariable&) = delete;
     ScopedVariable& operator=(const ScopedVariable&) = delete;
 
   private:
     const char* variable;
+    std::optional<std::string> before;
 };

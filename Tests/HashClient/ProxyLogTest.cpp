@@ -6,7 +6,7 @@
 #include <iterator>
 #include <string>
 
-#include "ProxyLog.h"
+#include <HashClient/ProxyLog.h>
 
 namespace {
 

@@ -58,7 +58,8 @@ TEST(QelHashClientUtil, AMissingProxyNamesThePlaceAndTheError) {
 }
 
 TEST_F(QelHashClientUtilProxy, APipeThatDoesNotOpenNamesThePlaceAndTheError) {
-    Script().opens = {false};
+    Script().openErrors = {2};
+    Script().waitErrors = {121};
     EXPECT_EQ(TextOf([] { QelHashClientUtil::Initialise(); }),
               "QelHashClientUtil::Initialise : Unable to connect to proxy process (141:121)");
 }
@@ -82,7 +83,7 @@ TEST_F(QelHashClientUtilProxy, ALongOtherStringIsCutAtItsBuffer) {
 
 TEST_F(QelHashClientUtilProxy, AFailureDuringTheRunNamesThePlaceAndTheError) {
     QelHashClientUtil::Initialise();
-    Script().turns.push_back({ProxyExchange::Failed, {}, 99});
+    Script().turns.push_back({Platform::PipeExchange::Failed, {}, 99});
     EXPECT_EQ(TextOf([] { QelHashClientUtil::AddString("joint", "a"); }),
               "QelHashClientUtil::AddString : General proxy communication error (254:99)");
 }

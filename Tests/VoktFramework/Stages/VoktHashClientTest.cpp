@@ -13,7 +13,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "../../../Libraries/HashClient/ProxyTransport.h"
+#include "HashClient/NotingProxy.h"
 #include "VoktFramework/ThrownText.h"
 
 namespace {
@@ -39,38 +39,14 @@ class HashServerName {
     std::optional<std::string> before;
 };
 
-// A proxy that starts, and hangs up at the first request.
-class RudeProxy : public ProxyTransport {
+// No program is found while it lives.
+class EmptyPath {
   public:
-    std::uint32_t Spawn(const char*) override { return 0; }
-    bool Open(ProxyFailure&) override { return open = true; }
-    void Close() override { open = false; }
-    bool IsOpen() const override { return open; }
-    std::uint32_t Handle() const override { return 0; }
-    ProxyExchange Exchange(std::span<const char> request, std::span<char>, std::uint32_t&,
-                           std::uint32_t& error) override {
-        LastRequest().assign(request.begin(), request.end());
-        error = 5;
-        return ProxyExchange::Failed;
-    }
-
-    static std::string& LastRequest() {
-        static std::string request;
-        return request;
-    }
+    EmptyPath() { setenv("PATH", "/nowhere", 1); }
+    ~EmptyPath() { setenv("PATH", before.c_str(), 1); }
 
   private:
-    bool open = false;
-};
-
-// While it lives, every configured proxy is a rude one.
-class RudeProxies {
-  public:
-    RudeProxies() {
-        SetProxyTransportMaker(
-            []() -> std::unique_ptr<ProxyTransport> { return std::make_unique<RudeProxy>(); });
-    }
-    ~RudeProxies() { SetProxyTransportMaker(nullptr); }
+    std::string before = std::getenv("PATH");
 };
 
 bool IsUp() {
@@ -132,6 +108,7 @@ TEST(HashClientComponent, ASecondComponentFindsTheLibraryTaken) {
 
 TEST(HashClientComponent, AProxyThatIsNotThereEndsTheStage) {
     const HashServerName server("nowhere");
+    const EmptyPath path;
     VoktUniverse universe;
     VoktHashClient component;
     const std::string text =
@@ -155,21 +132,21 @@ TEST(HashClientComponent, TheLibraryGoesDownBehindAFailedRunToo) {
 
 TEST(HashClientComponent, RequestsCarryTheProgramsNameWithoutItsFolder) {
     const HashServerName server("anything");
-    const RudeProxies proxies;
+    const NotingProxies proxies;
     VoktUniverse universe;
     auto component = std::make_unique<VoktHashClient>();
     component->Process(universe);
     EXPECT_THROW(QelHashClientUtil::AddString("joint", "a"), QelTools::Common::Exception);
     constexpr std::size_t kFirstString = 24;
     const std::string program = std::filesystem::read_symlink("/proc/self/exe").filename();
-    EXPECT_EQ(RudeProxy::LastRequest().substr(kFirstString, program.size() + 1),
+    EXPECT_EQ(NotingProxy::Requests().front().substr(kFirstString, program.size() + 1),
               program + std::string(1, '\0'));
     EXPECT_THROW(delete component.release(), QelTools::Common::Exception);
 }
 
 TEST(HashClientComponent, AGoodbyeThatFailsLeavesTheDestructor) {
     const HashServerName server("anything");
-    const RudeProxies proxies;
+    const NotingProxies proxies;
     VoktUniverse universe;
     auto component = std::make_unique<VoktHashClient>();
     component->Process(universe);
@@ -181,7 +158,7 @@ TEST(HashClientComponent, AGoodbyeThatFailsLeavesTheDestructor) {
 
 TEST(HashClientComponent, AGoodbyeThatFailsDoesNotHideAnEarlierFailure) {
     const HashServerName server("anything");
-    const RudeProxies proxies;
+    const NotingProxies proxies;
     EXPECT_EQ(ThrownText<std::runtime_error>([] {
                   VoktUniverse universe;
                   VoktHashClient component;

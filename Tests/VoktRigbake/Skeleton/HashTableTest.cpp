@@ -1,3 +1,4 @@
+#include "HashClient/NotingProxy.h"
 #include "VoktRigbake/RigbakeTestTools.h"
 
 #include <HashClient/QelHashClient.h>
@@ -5,60 +6,27 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
-#include <memory>
-#include <span>
 #include <string>
-#include <vector>
-
-#include "../../../Libraries/HashClient/ProxyTransport.h"
 
 namespace {
 
 using namespace std::string_literals;
 
-/// A proxy that starts, notes what it is asked, and fails.
-class NotingProxy : public ProxyTransport {
-  public:
-    std::uint32_t Spawn(const char*) override { return 0; }
-    bool Open(ProxyFailure&) override { return open = true; }
-    void Close() override { open = false; }
-    bool IsOpen() const override { return open; }
-    std::uint32_t Handle() const override { return 0; }
-    ProxyExchange Exchange(std::span<const char> request, std::span<char>, std::uint32_t&,
-                           std::uint32_t& error) override {
-        Requests().emplace_back(request.begin(), request.end());
-        error = 5;
-        return ProxyExchange::Failed;
-    }
-
-    static std::vector<std::string>& Requests() {
-        static std::vector<std::string> requests;
-        return requests;
-    }
-
-  private:
-    bool open = false;
-};
-
 /// Puts the registry behind a noting proxy for as long as it lives.
 class NotingRegistry {
   public:
-    NotingRegistry() {
-        NotingProxy::Requests().clear();
-        Restart([]() -> std::unique_ptr<ProxyTransport> { return std::make_unique<NotingProxy>(); },
-                "anything");
-    }
-    ~NotingRegistry() { Restart(nullptr, ""); }
+    NotingRegistry() { Restart("anything"); }
+    ~NotingRegistry() { Restart(""); }
 
   private:
-    template <class Maker>
-    static void Restart(Maker maker, const char* server) {
+    static void Restart(const char* server) {
         QelHashClient::Shutdown();
         setenv("QEL_HASH_SERVER_NAME", server, 1);
-        SetProxyTransportMaker(maker);
         QelHashClient::Initialise();
         QelHashClient::SetApplicationName("test");
     }
+
+    NotingProxies proxies;
 };
 
 TEST(JointHash, TheRegistryIsAskedForJointsByTheirLowerCaseNames) {

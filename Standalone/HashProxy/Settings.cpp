@@ -1,0 +1,56 @@
+#include "Settings.h"
+
+#include <Platform/Environment.h>
+#include <Platform/Folders.h>
+#include <Platform/Paths.h>
+#include <Platform/UserFolders.h>
+#include <QelTools/Exception.h>
+
+#include <charconv>
+#include <filesystem>
+
+using QelTools::Common::Exception;
+
+namespace {
+
+constexpr char kDatabaseVariable[] = "QEL_HASH_DATABASE";
+constexpr char kIdleVariable[] = "QEL_HASH_IDLE_SECONDS";
+constexpr char kDefaultFile[] = "/QelHashProxy/registry.sqlite";
+constexpr int kDefaultIdleSeconds = 60;
+constexpr int kMostIdleSeconds = 24 * 60 * 60;
+
+std::string DatabaseFile() {
+    std::string file = Platform::Environment(kDatabaseVariable).value_or("");
+    if (file.empty()) {
+        const auto folder = Platform::UserDataFolder();
+        if (!folder.has_value())
+            throw Exception(std::string("There is no folder for the user's data; set ") +
+                            kDatabaseVariable);
+        file = *folder + kDefaultFile;
+    }
+    const auto full = Platform::FullPath(file);
+    if (!full.has_value()) throw Exception("The database's name cannot be used: " + file);
+    const std::string folder = std::filesystem::path(*full).parent_path().string();
+    if (!Platform::CreateFolders(folder))
+        throw Exception("The database's folder cannot be made: " + folder);
+    return *full;
+}
+
+int IdleSeconds() {
+    const std::string text = Platform::Environment(kIdleVariable).value_or("");
+    if (text.empty()) return kDefaultIdleSeconds;
+    int seconds = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), seconds);
+    if (error != std::errc() || end != text.data() + text.size() || seconds < 1 ||
+        seconds > kMostIdleSeconds)
+        throw Exception(std::string(kIdleVariable) + " is not a number of seconds from 1 to " +
+                        std::to_string(kMostIdleSeconds) + ": " + text);
+    return seconds;
+}
+
+}  // namespace
+
+Settings ReadSettings() {
+    constexpr int kMillisecondsOfASecond = 1000;
+    return {DatabaseFile(), IdleSeconds() * kMillisecondsOfASecond};
+}

@@ -1,0 +1,38 @@
+#include "RunProxy.h"
+
+#include <Platform/StandardStreams.h>
+
+#include <CLI/CLI.hpp>
+
+namespace {
+
+constexpr int kWrongUsage = 2;
+constexpr char kVersion[] = "QelHashProxy " RIGBAKE_VERSION;
+
+constexpr char kAbout[] =
+    "Serves the hash registry: it remembers every string of a build with its hash, and refuses a "
+    "string whose hash another string of its category has already. The tools start it by itself "
+    "when QEL_HASH_SERVER_NAME is set; a second one steps aside.";
+constexpr char kVariables[] =
+    "Environment:\n"
+    "  QEL_HASH_DATABASE        the database file; by default\n"
+    "                           QelHashProxy/registry.sqlite in the user's data folder\n"
+    "  QEL_HASH_IDLE_SECONDS    ends after so long without a client; by default 60\n"
+    "\n"
+    "Exit status: 0 when it served or stepped aside, 1 when it could do neither, 2 for wrong "
+    "usage.";
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    Platform::PrepareStandardStreams();
+    CLI::App app(kAbout, "QelHashProxy.exe");
+    app.set_version_flag("--version", kVersion);
+    app.footer(kVariables);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : kWrongUsage;
+    }
+    return RunProxy();
+}

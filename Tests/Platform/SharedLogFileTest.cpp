@@ -1,0 +1,53 @@
+#include <Platform/SharedLogFile.h>
+
+#include "Platform/TestFolder.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+namespace {
+
+using Platform::SharedLogFile;
+
+TEST(SharedLogFile, TextIsAddedAtTheEnd) {
+    const TestFolder folder;
+    const SharedLogFile log(folder.Write("log", "before\n"), "RigbakeTestMutex");
+    EXPECT_EQ(folder.Read("log"), "before\n");
+    log.Append("one\n");
+    log.Append(std::string("t\0o\n", 4));
+    EXPECT_EQ(folder.Read("log"), std::string("before\none\nt\0o\n", 15));
+}
+
+TEST(SharedLogFile, AnAdditionWaitsForItsTurn) {
+    const TestFolder folder;
+    const SharedLogFile log(folder.Write("log", ""), "RigbakeTestMutex");
+    const int other = open(folder.Path("log").c_str(), O_RDWR);
+    ASSERT_EQ(flock(other, LOCK_EX), 0);
+    std::atomic<bool> done = false;
+    std::thread adder([&] {
+        log.Append("mine");
+        done = true;
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_FALSE(done);
+    EXPECT_EQ(folder.Read("log"), "");
+    close(other);
+    adder.join();
+    EXPECT_EQ(folder.Read("log"), "mine");
+}
+
+TEST(SharedLogFile, AFileThatCannotBeOpenedIsPassedOver) {
+    const TestFolder folder;
+    SharedLogFile(folder.Path(), "RigbakeTestMutex").Append("text");
+    SharedLogFile("", "RigbakeTestMutex").Append("text");
+    SharedLogFile(folder.Path("no/such/folder"), "RigbakeTestMutex").Append("text");
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+}  // namespace
