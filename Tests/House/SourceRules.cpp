@@ -187,7 +187,8 @@ std::string LineFault(const std::string& path, const std::string& line) {
 std::vector<SourceFile> ReadCheckout(const std::string& root) {
     namespace fs = std::filesystem;
     std::vector<SourceFile> files;
-    for (const char* top : {"Libraries", "Standalone", "Tests", "Fuzz", "Benchmarks", "Examples"}) {
+    for (const char* top :
+         {"Libraries", "Runtime", "Standalone", "Tests", "Fuzz", "Benchmarks", "Examples"}) {
         if (!fs::is_directory(fs::path(root) / top)) continue;
         for (const auto& entry : fs::recursive_directory_iterator(fs::path(root) / top)) {
             const std::string extension = entry.path().extension().string();

@@ -38,11 +38,11 @@ class RigScene {
         return BuildProceduralJoints(stage.GetProceduralOptions(), scene.World(), *skeleton);
     }
     /// The whole file.
-    std::string Bytes(bool bigEndian) {
+    std::string Bytes(bool bigEndian, const std::string& fault = "") {
         const std::unique_ptr<ProceduralJoints> procedural = Build();
         Biff::CBlock block;
         WriteSkeleton(*skeleton, block, procedural.get());
-        return WriteBytes(block, bigEndian ? Biff::kBigEndian : Biff::kLittleEndian);
+        return WriteBytes(block, bigEndian ? Biff::kBigEndian : Biff::kLittleEndian, fault);
     }
     std::string Failure() {
         return ThrownText([this] { Bytes(false); });

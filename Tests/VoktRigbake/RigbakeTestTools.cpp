@@ -8,6 +8,7 @@
 #include <VokLib/Tree/VokItHierarchy.h>
 #include <VoktRigbake/File/WriteSkeleton.h>
 #include <gtest/gtest.h>
+#include <skeleton/skeleton.h>
 
 #include <cctype>
 #include <iostream>
@@ -65,16 +66,23 @@ std::vector<std::string> NamesOf(const SkeletonData& skeleton) {
     return names;
 }
 
-std::string WriteBytes(Biff::CBlock& block, std::uint32_t endian) {
+std::string WriteBytes(Biff::CBlock& block, std::uint32_t endian, const std::string& fault) {
     std::ostringstream stream(std::ios::binary);
     block.Write(stream, endian);
-    return stream.str();
+    const std::string bytes = stream.str();
+    if (bytes.starts_with("SK08")) {
+        skeleton_fault found = {};
+        skeleton_find_faults(bytes.data(), bytes.size(), &found, 1);
+        EXPECT_EQ(found.text, fault);
+    }
+    return bytes;
 }
 
-std::string WriteBytes(const SkeletonData& skeleton, std::uint32_t endian) {
+std::string WriteBytes(const SkeletonData& skeleton, std::uint32_t endian,
+                       const std::string& fault) {
     Biff::CBlock block;
     EXPECT_TRUE(WriteSkeleton(skeleton, block, nullptr));
-    return WriteBytes(block, endian);
+    return WriteBytes(block, endian, fault);
 }
 
 std::string FromHex(std::string_view text) {

@@ -54,11 +54,13 @@ class TestScene {
 /// The names of the skeleton's joints in index order.
 std::vector<std::string> NamesOf(const SkeletonData& skeleton);
 
-/// The bytes of a block's file.
-std::string WriteBytes(Biff::CBlock& block, std::uint32_t endian);
+/// The bytes of a block's file. Whatever a test bakes must stand the checks of those who load it;
+/// `fault` is what they say of contents that no sound scene has.
+std::string WriteBytes(Biff::CBlock& block, std::uint32_t endian, const std::string& fault = "");
 
 /// The bytes of a skeleton's file.
-std::string WriteBytes(const SkeletonData& skeleton, std::uint32_t endian);
+std::string WriteBytes(const SkeletonData& skeleton, std::uint32_t endian,
+                       const std::string& fault = "");
 
 /// Bytes from text such as "53 4B 30 38"; anything but hexadecimal digits is passed over.
 std::string FromHex(std::string_view text);

@@ -228,7 +228,9 @@ TEST(DrivenKeysFile, EveryNotANumberIsTheSame) {
         auto& channel = rig.Get<VokAnimChannel>("rotateX");
         channel.keyValues[2] = -std::numeric_limits<float>::signaling_NaN();
         channel.keyTimes[1] = -std::numeric_limits<float>::quiet_NaN();
-        const ProceduralFileReader file(rig.Bytes(bigEndian), bigEndian);
+        const std::string bytes = rig.Bytes(
+            bigEndian, "items[0].outputs[0].curves[0].coefficients[0][2] is not a number");
+        const ProceduralFileReader file(bytes, bigEndian);
         const auto curve = file.ReadKeys(0).outputs[0].curves[0];
         EXPECT_EQ(std::bit_cast<std::uint32_t>(curve.coefficients[0][2]), 0x7FC00000u);
         EXPECT_EQ(std::bit_cast<std::uint32_t>(curve.times[1]), 0x7FC00000u);

@@ -57,12 +57,12 @@ struct HandMade {
     std::string Failure() {
         return ThrownText([this] { Bytes(false); });
     }
-    ProceduralFileReader::Constraints Read() {
+    ProceduralFileReader::Constraints Read(const std::string& fault = "") {
         ProceduralJoints procedural;
         procedural.items.emplace_back(constraints);
         Biff::CBlock block;
         WriteSkeleton(*rig.skeleton, block, &procedural);
-        return ProceduralFileReader(WriteBytes(block, 0), false).ReadConstraints(0);
+        return ProceduralFileReader(WriteBytes(block, 0, fault), false).ReadConstraints(0);
     }
 
     RigScene rig;
@@ -267,5 +267,5 @@ TEST(JointConstraintsFile, CountsKeepTheirLow16Bits) {
     HandMade made(kJoints + Constraint("scaleConstraint", "s", "||root|a", {"||root|b"}));
     made.Add<VokScaleConstraint>("s");
     made.constraints.scaleItems.resize(0x10001, made.constraints.scaleItems.front());
-    EXPECT_EQ(made.Read().scale.size(), 1u);
+    EXPECT_EQ(made.Read("items[0].aims leads to 0x200290, not to 0x0290").scale.size(), 1u);
 }

@@ -33,6 +33,7 @@ SkeletonData MakeHashed(const VokJoint& joint, const std::vector<std::uint32_t>&
         entry->index = static_cast<std::int32_t>(skeleton.joints.size());
         skeleton.joints.push_back(std::move(entry));
     }
+    skeleton.signature = ComputeSkeletonSignature(skeleton);
     return skeleton;
 }
 
@@ -138,7 +139,8 @@ TEST(SkeletonFile, NotANumberIsWrittenAsOneValue) {
     VokJoint& joint = *scene.Joint("hips");
     joint.translate.x = std::bit_cast<float>(0xFFC12345u);
     joint.scale.y = std::bit_cast<float>(0x7F812345u);
-    const std::string bytes = WriteBytes(*scene.Build({"hips"}), Biff::kLittleEndian);
+    const std::string bytes = WriteBytes(*scene.Build({"hips"}), Biff::kLittleEndian,
+                                         "transforms[0].translation[0] is not a number");
     EXPECT_EQ(ToHex(bytes.substr(80, 4)), ToHex(FromHex("00 00 C0 7F")));
     EXPECT_EQ(ToHex(bytes.substr(100, 4)), ToHex(FromHex("00 00 C0 7F")));
 }

@@ -1,9 +1,17 @@
-/* The skeleton file as C structures, for programs that load it in place. docs/skeleton-file.md explains them. */
-#ifndef SKELETON_FILE_H
-#define SKELETON_FILE_H
+/* The skeleton file as C structures, to be used in place; docs/skeleton-file.md explains them. */
+#ifndef SKELETON_FORMAT_H
+#define SKELETON_FORMAT_H
 
 #include <stddef.h>
 #include <stdint.h>
+
+#ifdef __cplusplus
+#define SKELETON_CAST(type, value) static_cast<type>(value)
+#define SKELETON_ASSERT(condition) static_assert(condition, #condition)
+#else
+#define SKELETON_CAST(type, value) ((type)(value))
+#define SKELETON_ASSERT(condition) _Static_assert(condition, #condition)
+#endif
 
 /* Bytes from this field's own first byte to its target; 0 when there is no target. */
 typedef int32_t skeleton_offset;
@@ -86,7 +94,7 @@ typedef struct skeleton_driven_keys {
 } skeleton_driven_keys;
 
 typedef struct skeleton_driven_object {
-    uint16_t rotation_order; /* 0x0 0 xyz, 1 yzx, 2 zxy, 3 xzy, 4 yxz, 5 zyx: the first letter acts first */
+    uint16_t rotation_order; /* 0x0 0 xyz, 1 yzx, 2 zxy, 3 xzy, 4 yxz, 5 zyx */
     uint16_t joint;          /* 0x2 */
 } skeleton_driven_object;
 
@@ -173,55 +181,96 @@ typedef struct skeleton_parent_constraint {
     float rotation[4];          /* 0x20 quaternion, the joint's rotation axis included */
 } skeleton_parent_constraint;
 
-/* The target of an offset, or a null pointer. */
-static inline const void* skeleton_follow(const skeleton_offset* offset) {
-    return *offset == 0 ? NULL : (const char*)offset + *offset;
-}
-
-/* The joint with this name hash, or -1. */
-static inline int32_t skeleton_find_joint(const skeleton_header* skeleton, uint32_t name_hash) {
-    const skeleton_hash* table = (const skeleton_hash*)skeleton_follow(&skeleton->hashes);
-    uint32_t low = 0;
-    uint32_t high = skeleton->joint_count;
-    while (low < high) {
-        const uint32_t middle = low + (high - low) / 2;
-        if (table[middle].name_hash < name_hash)
-            low = middle + 1;
-        else
-            high = middle;
-    }
-    return low < skeleton->joint_count && table[low].name_hash == name_hash ? table[low].joint : -1;
-}
-
-/* For each joint the one that stands in for it when the levels of detail from `row` on are dropped. */
-static inline const uint16_t* skeleton_lod_remap(const skeleton_header* skeleton, uint32_t row) {
-    const skeleton_lods* lods = (const skeleton_lods*)skeleton_follow(&skeleton->lods);
-    const uint16_t* counts = (const uint16_t*)(lods + 1);
-    return counts + lods->count + (size_t)row * skeleton->joint_count;
-}
-
-/* The item at this place of the list: skeleton_driven_keys or skeleton_joint_constraints, by its kind. */
-static inline const void* skeleton_item(const skeleton_procedural* procedural, uint32_t place) {
-    return skeleton_follow((const skeleton_offset*)skeleton_follow(&procedural->items) + place);
-}
-
-/* The value of a curve for an input between its first and its last time. */
-static inline float skeleton_driven_value(const skeleton_driven_curve* curve, float input) {
-    const float* times = (const float*)skeleton_follow(&curve->times);
-    const float* c = (const float*)skeleton_follow(&curve->coefficients);
-    uint32_t low = 0;
-    uint32_t high = curve->key_count - 1;
-    float d;
-    while (high - low > 1) {
-        const uint32_t middle = low + (high - low) / 2;
-        if (times[middle] <= input)
-            low = middle;
-        else
-            high = middle;
-    }
-    c += 4 * (size_t)low;
-    d = input - times[low];
-    return c[0] + c[1] * d + c[2] * d * d + c[3] * d * d * d;
-}
+/* A compiler that lays them out otherwise stops here. */
+SKELETON_ASSERT(offsetof(skeleton_header, signature) == 0x04);
+SKELETON_ASSERT(offsetof(skeleton_header, reserved0) == 0x08);
+SKELETON_ASSERT(offsetof(skeleton_header, joint_count) == 0x0A);
+SKELETON_ASSERT(offsetof(skeleton_header, joints) == 0x0C);
+SKELETON_ASSERT(offsetof(skeleton_header, transforms) == 0x10);
+SKELETON_ASSERT(offsetof(skeleton_header, hashes) == 0x14);
+SKELETON_ASSERT(offsetof(skeleton_header, lods) == 0x18);
+SKELETON_ASSERT(offsetof(skeleton_header, procedural) == 0x1C);
+SKELETON_ASSERT(offsetof(skeleton_header, procedural_end) == 0x20);
+SKELETON_ASSERT(offsetof(skeleton_header, reserved1) == 0x24);
+SKELETON_ASSERT(sizeof(skeleton_header) == 0x30);
+SKELETON_ASSERT(offsetof(skeleton_joint, parent) == 0x02);
+SKELETON_ASSERT(offsetof(skeleton_joint, next_sibling) == 0x04);
+SKELETON_ASSERT(offsetof(skeleton_joint, first_child) == 0x06);
+SKELETON_ASSERT(sizeof(skeleton_joint) == 0x08);
+SKELETON_ASSERT(offsetof(skeleton_transform, translation) == 0x10);
+SKELETON_ASSERT(offsetof(skeleton_transform, scale) == 0x20);
+SKELETON_ASSERT(sizeof(skeleton_transform) == 0x30);
+SKELETON_ASSERT(offsetof(skeleton_hash, joint) == 0x04);
+SKELETON_ASSERT(sizeof(skeleton_hash) == 0x08);
+SKELETON_ASSERT(sizeof(skeleton_lods) == 0x04);
+SKELETON_ASSERT(offsetof(skeleton_procedural, items_end) == 0x04);
+SKELETON_ASSERT(offsetof(skeleton_procedural, item_count) == 0x08);
+SKELETON_ASSERT(offsetof(skeleton_procedural, item_kinds) == 0x0C);
+SKELETON_ASSERT(offsetof(skeleton_procedural, items) == 0x10);
+SKELETON_ASSERT(offsetof(skeleton_procedural, external_input_count) == 0x14);
+SKELETON_ASSERT(offsetof(skeleton_procedural, external_inputs) == 0x18);
+SKELETON_ASSERT(offsetof(skeleton_procedural, external_output_count) == 0x1C);
+SKELETON_ASSERT(offsetof(skeleton_procedural, external_outputs) == 0x20);
+SKELETON_ASSERT(sizeof(skeleton_procedural) == 0x24);
+SKELETON_ASSERT(offsetof(skeleton_external_channel, kind) == 0x04);
+SKELETON_ASSERT(sizeof(skeleton_external_channel) == 0x08);
+SKELETON_ASSERT(offsetof(skeleton_driven_keys, end) == 0x04);
+SKELETON_ASSERT(offsetof(skeleton_driven_keys, object_count) == 0x08);
+SKELETON_ASSERT(offsetof(skeleton_driven_keys, driven_object_count) == 0x0C);
+SKELETON_ASSERT(offsetof(skeleton_driven_keys, objects) == 0x10);
+SKELETON_ASSERT(offsetof(skeleton_driven_keys, rotation_axes) == 0x14);
+SKELETON_ASSERT(offsetof(skeleton_driven_keys, joint_orients) == 0x18);
+SKELETON_ASSERT(offsetof(skeleton_driven_keys, output_count) == 0x1C);
+SKELETON_ASSERT(offsetof(skeleton_driven_keys, outputs) == 0x20);
+SKELETON_ASSERT(sizeof(skeleton_driven_keys) == 0x24);
+SKELETON_ASSERT(offsetof(skeleton_driven_object, joint) == 0x02);
+SKELETON_ASSERT(sizeof(skeleton_driven_object) == 0x04);
+SKELETON_ASSERT(offsetof(skeleton_driven_output, curves) == 0x04);
+SKELETON_ASSERT(offsetof(skeleton_driven_output, target_count) == 0x08);
+SKELETON_ASSERT(offsetof(skeleton_driven_output, targets) == 0x0C);
+SKELETON_ASSERT(sizeof(skeleton_driven_output) == 0x10);
+SKELETON_ASSERT(offsetof(skeleton_driven_target, type) == 0x04);
+SKELETON_ASSERT(offsetof(skeleton_driven_target, component) == 0x06);
+SKELETON_ASSERT(sizeof(skeleton_driven_target) == 0x08);
+SKELETON_ASSERT(offsetof(skeleton_driven_curve, input_type) == 0x04);
+SKELETON_ASSERT(offsetof(skeleton_driven_curve, input_component) == 0x06);
+SKELETON_ASSERT(offsetof(skeleton_driven_curve, first_time) == 0x08);
+SKELETON_ASSERT(offsetof(skeleton_driven_curve, last_time) == 0x0C);
+SKELETON_ASSERT(offsetof(skeleton_driven_curve, key_count) == 0x10);
+SKELETON_ASSERT(offsetof(skeleton_driven_curve, coefficients) == 0x14);
+SKELETON_ASSERT(offsetof(skeleton_driven_curve, times) == 0x18);
+SKELETON_ASSERT(sizeof(skeleton_driven_curve) == 0x1C);
+SKELETON_ASSERT(offsetof(skeleton_joint_constraints, end) == 0x04);
+SKELETON_ASSERT(offsetof(skeleton_joint_constraints, joints) == 0x08);
+SKELETON_ASSERT(offsetof(skeleton_joint_constraints, constrained_count) == 0x0C);
+SKELETON_ASSERT(offsetof(skeleton_joint_constraints, target_count) == 0x0E);
+SKELETON_ASSERT(offsetof(skeleton_joint_constraints, orientations) == 0x10);
+SKELETON_ASSERT(offsetof(skeleton_joint_constraints, translations) == 0x14);
+SKELETON_ASSERT(offsetof(skeleton_joint_constraints, scales) == 0x18);
+SKELETON_ASSERT(offsetof(skeleton_joint_constraints, aims) == 0x1C);
+SKELETON_ASSERT(offsetof(skeleton_joint_constraints, parents) == 0x20);
+SKELETON_ASSERT(offsetof(skeleton_joint_constraints, orientation_count) == 0x24);
+SKELETON_ASSERT(offsetof(skeleton_joint_constraints, translation_count) == 0x26);
+SKELETON_ASSERT(offsetof(skeleton_joint_constraints, scale_count) == 0x28);
+SKELETON_ASSERT(offsetof(skeleton_joint_constraints, aim_count) == 0x2A);
+SKELETON_ASSERT(offsetof(skeleton_joint_constraints, parent_count) == 0x2C);
+SKELETON_ASSERT(offsetof(skeleton_joint_constraints, reserved) == 0x2E);
+SKELETON_ASSERT(sizeof(skeleton_joint_constraints) == 0x30);
+SKELETON_ASSERT(offsetof(skeleton_constraint, constrained) == 0x04);
+SKELETON_ASSERT(offsetof(skeleton_constraint, target) == 0x08);
+SKELETON_ASSERT(offsetof(skeleton_constraint, weight) == 0x0C);
+SKELETON_ASSERT(sizeof(skeleton_constraint) == 0x10);
+SKELETON_ASSERT(offsetof(skeleton_offset_constraint, offset) == 0x10);
+SKELETON_ASSERT(sizeof(skeleton_offset_constraint) == 0x20);
+SKELETON_ASSERT(offsetof(skeleton_aim_constraint, aim) == 0x10);
+SKELETON_ASSERT(offsetof(skeleton_aim_constraint, up) == 0x20);
+SKELETON_ASSERT(offsetof(skeleton_aim_constraint, global_up) == 0x30);
+SKELETON_ASSERT(offsetof(skeleton_aim_constraint, world_up) == 0x40);
+SKELETON_ASSERT(offsetof(skeleton_aim_constraint, up_object) == 0x42);
+SKELETON_ASSERT(offsetof(skeleton_aim_constraint, reserved) == 0x44);
+SKELETON_ASSERT(sizeof(skeleton_aim_constraint) == 0x50);
+SKELETON_ASSERT(offsetof(skeleton_parent_constraint, translation) == 0x10);
+SKELETON_ASSERT(offsetof(skeleton_parent_constraint, rotation) == 0x20);
+SKELETON_ASSERT(sizeof(skeleton_parent_constraint) == 0x30);
 
 #endif
