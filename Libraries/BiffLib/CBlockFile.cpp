@@ -1,11 +1,11 @@
 #include <BiffLib/CBlock.h>
+#include <Platform/ErrorText.h>
+#include <Platform/WholeFile.h>
 #include <QelTools/Exception.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <ostream>
-#include <system_error>
-#include <utility>
 
 #include "ImageBuffer.h"
 
@@ -16,72 +16,56 @@ namespace {
 // Callers tell a file that cannot be opened from other failures by this very text.
 constexpr char kCannotOpen[] = "Failed to open file for Biff write.";
 
-std::string LastError() {
-    const int number = errno != 0 ? errno : EIO;
-    return std::generic_category().message(number);
-}
-
-// Gives the reason when the file did not take the whole image, and else an empty text.
-std::string Save(const ImageBuffer& buffer, std::FILE* file) {
+// 0 when the file took the whole image, else the system's error number.
+int SaveTo(std::FILE* file, const ImageBuffer& buffer) {
     const std::vector<char>& image = buffer.Image();
-    if (image.empty()) return {};
+    if (image.empty()) return 0;
     errno = 0;
     const bool whole = std::fwrite(image.data(), 1, image.size(), file) == image.size();
-    return whole && std::fflush(file) == 0 ? std::string() : LastError();
+    if (whole && std::fflush(file) == 0) return 0;
+    return errno != 0 ? errno : EIO;
 }
 
-std::string LayOutAndSave(CBlock& block, std::uint32_t expectedSize, std::FILE* file,
-                          std::uint32_t endian) {
-    const long start = std::max(std::ftell(file), 0L);
+// Hands the image to `save` and gives its error number.
+template <class Save>
+int LayOutAndSave(CBlock& block, std::uint32_t expectedSize, long start, std::uint32_t endian,
+                  Save save) {
     ImageBuffer buffer(start, expectedSize);
     std::ostream stream(&buffer);
+    // A lack of memory comes out as such.
+    stream.exceptions(std::ios_base::badbit);
     try {
         block.Write(stream, endian);
-    } catch (...) {
-        // What was laid out helps to see what went wrong; the failure itself is what counts.
-        Save(buffer, file);
+    } catch (const QelTools::Common::TextException&) {
+        // What was laid out helps to see what is wrong with the layout; that is what counts.
+        save(buffer);
         throw;
     }
-    return Save(buffer, file);
+    return save(buffer);
 }
 
-class OutputFile {
-  public:
-    explicit OutputFile(const std::string& path) : file(std::fopen(path.c_str(), "wb")) {
-        if (file == nullptr) throw QelTools::Common::TextException(kCannotOpen);
-    }
-    ~OutputFile() {
-        if (file != nullptr) std::fclose(file);
-    }
-    OutputFile(const OutputFile&) = delete;
-    OutputFile& operator=(const OutputFile&) = delete;
-
-    std::FILE* Get() const { return file; }
-
-    // Some systems tell only here that a file did not fit. Gives the reason, or an empty text.
-    std::string Close() {
-        errno = 0;
-        return std::fclose(std::exchange(file, nullptr)) == 0 ? std::string() : LastError();
-    }
-
-  private:
-    std::FILE* file;
-};
+[[noreturn]] void ThrowFailure(const std::string& what, int error) {
+    QelTools::Common::ThrowException("Failed to write " + what + ": " + Platform::ErrorText(error) +
+                                     ".");
+}
 
 }  // namespace
 
 void CBlock::WriteFile(std::FILE* stream, std::uint32_t endian) {
-    const std::string failure = LayOutAndSave(*this, SizeAt(0), stream, endian);
-    if (!failure.empty())
-        QelTools::Common::ThrowException("Failed to write the Biff file: " + failure + ".");
+    const int error =
+        LayOutAndSave(*this, SizeAt(0), std::max(std::ftell(stream), 0L), endian,
+                      [stream](const ImageBuffer& buffer) { return SaveTo(stream, buffer); });
+    if (error != 0) ThrowFailure("the Biff file", error);
 }
 
 void CBlock::WriteToPath(const std::string& path, std::uint32_t endian) {
-    OutputFile file(path);
-    std::string failure = LayOutAndSave(*this, SizeAt(0), file.Get(), endian);
-    if (failure.empty()) failure = file.Close();
-    if (!failure.empty())
-        QelTools::Common::ThrowException("Failed to write \"" + path + "\": " + failure + ".");
+    Platform::WholeFile file;
+    if (file.Open(path) != 0) throw QelTools::Common::TextException(kCannotOpen);
+    const int error =
+        LayOutAndSave(*this, SizeAt(0), 0, endian, [&file](const ImageBuffer& buffer) {
+            return file.Save(buffer.Image().data(), buffer.Image().size());
+        });
+    if (error != 0) ThrowFailure("\"" + path + "\"", error);
 }
 
 }  // namespace Biff

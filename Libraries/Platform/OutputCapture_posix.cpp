@@ -1,8 +1,12 @@
+#include <Platform/ErrorText.h>
 #include <Platform/OutputCapture.h>
 
+#include "DescriptorIo_posix.h"
+#include "EndingSignals_posix.h"
+
 #include <fcntl.h>
-#include <poll.h>
 #include <stdio_ext.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -12,6 +16,7 @@
 #include <iostream>
 #include <system_error>
 #include <thread>
+#include <utility>
 
 namespace Platform {
 
@@ -24,9 +29,13 @@ struct OutputCapture::Copy {
     }
 
     bool Open();
+    void StartThread(const std::shared_ptr<Copy>& self);
     void Run();
+    void CloseLog();
 
     int log = -1;
+    int logError = 0;            // the first; the thread's until it has ended
+    bool isLogReplaced = false;  // its name belongs to another file
     int pipeRead = -1;
     int pipeWrite = -1;
     int savedOutput = -1;
@@ -36,23 +45,6 @@ struct OutputCapture::Copy {
 };
 
 namespace {
-
-/// Writes everything, however slow the reader; false when the descriptor takes no more.
-bool WriteAll(int descriptor, const char* bytes, std::size_t size) {
-    while (size > 0) {
-        const ssize_t written = write(descriptor, bytes, size);
-        if (written < 0 && errno == EINTR) continue;
-        if (written < 0 && errno == EAGAIN) {
-            pollfd waiting{descriptor, POLLOUT, 0};
-            poll(&waiting, 1, -1);
-            continue;
-        }
-        if (written <= 0) return false;
-        bytes += written;
-        size -= static_cast<std::size_t>(written);
-    }
-    return true;
-}
 
 ssize_t ReadSome(int descriptor, char* buffer, std::size_t size) {
     ssize_t count;
@@ -94,11 +86,25 @@ void OutputCapture::Copy::Run() {
         if (count <= 0) break;
         const std::size_t size = static_cast<std::size_t>(count);
         // Nobody listening any more is no reason to lose the log, nor to leave the pipe to fill up.
-        outputTakesMore = outputTakesMore && WriteAll(savedOutput, buffer, size);
+        outputTakesMore = outputTakesMore && WriteAll(savedOutput, buffer, size) == 0;
         if (abandoned) break;
-        WriteAll(log, buffer, size);
+        const int error = WriteAll(log, buffer, size);
+        if (logError == 0) logError = error;
     }
     ended.set_value();
+}
+
+void OutputCapture::Copy::StartThread(const std::shared_ptr<Copy>& self) {
+    // They belong to the main thread.
+    const DeferSignals forTheThread;
+    thread = std::thread([self] { self->Run(); });
+}
+
+void OutputCapture::Copy::CloseLog() {
+    struct stat status;
+    isLogReplaced = fstat(log, &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink == 0;
+    const int error = CloseWritten(std::exchange(log, -1));
+    if (logError == 0) logError = error;
 }
 
 OutputCapture::OutputCapture() = default;
@@ -116,13 +122,15 @@ OutputCapture::StartResult OutputCapture::Start(const std::string& logFile) {
     FlushStandardOutput();
     ForgetRefusedOutput();
     if (!starting->Open()) return StartResult::kThreadNotStarted;
-    if (dup2(starting->pipeWrite, STDOUT_FILENO) < 0) return StartResult::kThreadNotStarted;
-    close(starting->pipeWrite);
-    starting->pipeWrite = -1;
     try {
-        starting->thread = std::thread([starting] { starting->Run(); });
+        starting->StartThread(starting);
     } catch (const std::system_error&) {
-        dup2(starting->savedOutput, STDOUT_FILENO);
+        return StartResult::kThreadNotStarted;
+    }
+    const bool isRedirected = dup2(starting->pipeWrite, STDOUT_FILENO) >= 0;
+    close(std::exchange(starting->pipeWrite, -1));
+    if (!isRedirected) {
+        starting->thread.join();
         return StartResult::kThreadNotStarted;
     }
     copy = starting;
@@ -139,6 +147,11 @@ bool OutputCapture::Stop(std::chrono::milliseconds wait) {
     dup2(stopping->savedOutput, STDOUT_FILENO);
     if (stopping->ended.get_future().wait_for(wait) == std::future_status::ready) {
         stopping->thread.join();
+        stopping->CloseLog();
+        if (stopping->logError != 0)
+            logFault = ErrorText(stopping->logError);
+        else if (stopping->isLogReplaced)
+            logFault = "another file has taken its name";
         return true;
     }
     stopping->abandoned = true;

@@ -7,9 +7,13 @@
 
 namespace Platform {
 
+std::string TemporaryFolder() {
+    const std::string folder = Environment("TMPDIR").value_or("");
+    return folder.empty() ? "/tmp" : folder;
+}
+
 std::optional<std::string> CreateTemporaryFile(const std::string& prefix) {
-    std::string path = Environment("TMPDIR").value_or("");
-    if (path.empty()) path = "/tmp";
+    std::string path = TemporaryFolder();
     if (path.back() != '/') path += '/';
     path += prefix + "XXXXXX";
     const int descriptor = mkostemp(path.data(), O_CLOEXEC);

@@ -2,12 +2,12 @@
 
 #include "FailureText.h"
 
+#include <Platform/ErrorText.h>
 #include <Platform/Folders.h>
-#include <Platform/ReplaceFile.h>
-#include <VokLib/Base/VokException.h>
-#include <VokLib/Document/VokParse.h>
-#include <VokLib/Document/VokParseFailure.h>
-#include <VokLib/Tree/VokWorld.h>
+#include <VokLib/VokException.h>
+#include <VokLib/VokParse.h>
+#include <VokLib/VokParseFailure.h>
+#include <VokLib/VokWorld.h>
 
 #include <algorithm>
 #include <cerrno>

@@ -2,13 +2,13 @@
 
 #include "FailureText.h"
 
+#include <Platform/ErrorText.h>
 #include <Platform/FileTests.h>
-#include <Platform/ReplaceFile.h>
 #include <Platform/TemporaryFile.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <iostream>
-#include <optional>
 #include <utility>
 
 namespace fs = std::filesystem;
@@ -16,19 +16,9 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr const char* kStandardOutput = "-";
-constexpr int kMostLinks = 40;
 
-/// The file that a path leads to, be it there or not.
-std::string FollowLinks(const std::string& path) {
-    std::error_code error;
-    if (fs::exists(path, error)) {
-        const fs::path real = fs::is_symlink(path, error) ? fs::canonical(path, error) : fs::path();
-        return error || real.empty() ? path : real.string();
-    }
-    fs::path target = path;
-    for (int i = 0; i < kMostLinks && fs::is_symlink(target, error); ++i)
-        target = target.parent_path() / fs::read_symlink(target, error);
-    return target.string();
+std::string Reason(int error) {
+    return error != 0 ? ": " + Platform::ErrorText(error) : std::string();
 }
 
 }  // namespace
@@ -39,44 +29,18 @@ bool OutputFile::IsKept(const std::string& typedPath) {
     return typedPath != kStandardOutput && (!fs::exists(status) || fs::is_regular_file(status));
 }
 
-OutputFile::OutputFile(std::string typedPath)
-    : path(std::move(typedPath)), target(path), isKept(IsKept(path)) {
+OutputFile::OutputFile(std::string typedPath) : path(std::move(typedPath)), isKept(IsKept(path)) {
     std::error_code error;
     if (path != kStandardOutput) {
         if (path.empty()) Fail(ENOENT);
         if (fs::is_directory(path, error)) Fail(EISDIR);
         if (!Platform::IsWritable(path)) Fail(EACCES);
     }
-    if (isKept) target = FollowLinks(path);
-    CreateUnfinished();
+    const int failure = isKept ? unfinished.CreateBeside(path) : unfinished.CreateTemporary();
+    if (failure != 0) FailUnfinished(failure);
     errno = 0;
-    stream.open(unfinished, std::ios::binary | std::ios::trunc);
-    if (!stream) {
-        const int reason = errno;
-        fs::remove(unfinished, error);
-        Fail(reason);
-    }
-}
-
-void OutputFile::CreateUnfinished() {
-    if (isKept) {
-        if (const int error = Platform::CreateFileBeside(target, unfinished); error != 0) {
-            unfinished.clear();
-            Fail(error);
-        }
-        return;
-    }
-    errno = 0;
-    const std::optional<std::string> temporary = Platform::CreateTemporaryFile("qeli-");
-    if (!temporary) Fail(errno);
-    unfinished = *temporary;
-}
-
-OutputFile::~OutputFile() {
-    if (unfinished.empty()) return;
-    stream.close();
-    std::error_code ignored;
-    fs::remove(unfinished, ignored);
+    stream.open(unfinished.GetName(), std::ios::binary | std::ios::trunc);
+    if (!stream) FailUnfinished(errno);
 }
 
 void OutputFile::Finish() {
@@ -86,16 +50,15 @@ void OutputFile::Finish() {
     if (!stream) {
         stream.clear();
         stream << ' ' << std::flush;
-        Fail(errno);
+        FailUnfinished(errno);
     }
     stream.close();
-    if (!stream) Fail(errno);
+    if (!stream) FailUnfinished(errno);
 }
 
 void OutputFile::Publish() {
     if (isKept) {
-        if (const int error = Platform::ReplaceFile(unfinished, target); error != 0) Fail(error);
-        unfinished.clear();
+        if (const int error = unfinished.Publish(); error != 0) Fail(error);
         return;
     }
     if (path == kStandardOutput) {
@@ -109,15 +72,21 @@ void OutputFile::Publish() {
 }
 
 void OutputFile::CopyTo(std::ostream& out) {
-    std::ifstream in(unfinished, std::ios::binary);
     errno = 0;
-    if (in.peek() != std::ifstream::traits_type::eof()) out << in.rdbuf();
+    std::ifstream in(unfinished.GetName(), std::ios::binary);
+    if (!in || in.peek() == std::ifstream::traits_type::eof()) FailUnfinished(errno);
+    out << in.rdbuf();
     out.flush();
     if (!out || in.bad()) Fail(errno);
 }
 
 void OutputFile::Fail(int error) const {
-    const std::string reason = error != 0 ? ": " + Platform::ErrorText(error) : std::string();
     throw DocumentFailure({path == kStandardOutput ? "standard output" : path},
-                          "The file cannot be written" + reason);
+                          "The file cannot be written" + Reason(error));
+}
+
+void OutputFile::FailUnfinished(int error) const {
+    if (isKept) Fail(error);
+    throw DocumentFailure({Platform::TemporaryFolder()},
+                          "A temporary file cannot be written here" + Reason(error));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <filesystem>
+#include <Platform/UnfinishedFile.h>
+
 #include <fstream>
 #include <iosfwd>
 #include <string>
@@ -15,7 +16,6 @@ class OutputFile {
   public:
     /// Refuses a folder and a file that may not be written.
     explicit OutputFile(std::string typedPath);
-    ~OutputFile();
     OutputFile(const OutputFile&) = delete;
     OutputFile& operator=(const OutputFile&) = delete;
 
@@ -23,20 +23,19 @@ class OutputFile {
     /// Ends the writing and looks whether all of it succeeded.
     void Finish();
     /// The file that holds what was written, from Finish to Publish.
-    const std::string& GetUnfinishedName() const { return unfinished; }
+    const std::string& GetUnfinishedName() const { return unfinished.GetName(); }
     void Publish();
 
     /// True for a path that keeps what is written: a regular file or a free name.
     static bool IsKept(const std::string& typedPath);
 
   private:
-    void CreateUnfinished();
     void CopyTo(std::ostream& out);
     [[noreturn]] void Fail(int error) const;
+    [[noreturn]] void FailUnfinished(int error) const;
 
     std::string path;
-    std::string target;  // the path behind links
     bool isKept;
-    std::string unfinished;
+    Platform::UnfinishedFile unfinished;
     std::ofstream stream;
 };

@@ -1,6 +1,6 @@
 #include "CommandLine.h"
 
-#include <Platform/ReplaceFile.h>
+#include <Platform/ErrorText.h>
 #include <Platform/StandardStreams.h>
 #include <VokLib/Document/VokUpdate.h>
 #include <VokLib/Library/VokLib.h>
@@ -18,6 +18,11 @@ constexpr int kQuiet = 0;
 int EndStandardOutput(int status) {
     errno = 0;
     if (std::cout.flush()) return status;
+    if (errno == 0) {
+        // It failed on the way and has kept no reason; what it holds back fails alike.
+        std::cout.clear();
+        std::cout.flush();
+    }
     if (errno != EPIPE)
         std::cerr << "standard output: error: The file cannot be written"
                   << (errno != 0 ? ": " + Platform::ErrorText(errno) : std::string()) << std::endl;

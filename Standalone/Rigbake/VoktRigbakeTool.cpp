@@ -1,13 +1,32 @@
 #include "VoktRigbakeTool.h"
 
+#include <Platform/FileIdentity.h>
+#include <Platform/Paths.h>
 #include <QelTools/AsciiText.h>
 #include <QelTools/Exception.h>
-#include <VoktFramework/Saving/VoktSaveBiff.h>
-#include <VoktFramework/Stages/VoktHashClient.h>
-#include <VoktFramework/Stages/VoktLoadQeli.h>
-#include <VoktRigbake/Stages/VoktChangeUpAxis.h>
-#include <VoktRigbake/Stages/VoktFindRootJoints.h>
-#include <VoktRigbake/Stages/VoktRigbake.h>
+#include <VoktFramework/VoktHashClient.h>
+#include <VoktFramework/VoktLoadQeli.h>
+#include <VoktFramework/VoktOutputPath.h>
+#include <VoktFramework/VoktSaveBiff.h>
+#include <VoktRigbake/VoktChangeUpAxis.h>
+#include <VoktRigbake/VoktFindRootJoints.h>
+#include <VoktRigbake/VoktRigbake.h>
+
+using QelTools::Common::TextException;
+
+namespace {
+
+/// The file that the save stage opens for a name.
+std::string OpenedFile(const std::string& name) {
+    const std::string path = OutputSystemPath(name);
+    return Platform::FullPath(path).value_or(path);
+}
+
+[[noreturn]] void RefuseInput(const std::string& output) {
+    throw TextException("Output file \"" + output + "\" matches an input file.");
+}
+
+}  // namespace
 
 void VoktRigbakeTool::AddComponents() {
     constexpr std::uint32_t kForAnimation = 1;
@@ -31,5 +50,22 @@ void VoktRigbakeTool::AddComponents() {
 void VoktRigbakeTool::Validate() {
     VoktTool::Validate();
     if (QelTools::Common::EqualsIgnoringCase(load->GetInputFilename(), save->GetOutputFilename()))
-        throw QelTools::Common::TextException("ERROR: Input and output filenames are identical.");
+        throw TextException("ERROR: Input and output filenames are identical.");
+    CheckSharedFiles();
+}
+
+void VoktRigbakeTool::CheckSharedFiles() const {
+    using Platform::LeadToOneFile;
+    const std::string& input = load->GetInputFilename();
+    const std::vector<std::string> outputs = save->GetOutputFiles();
+    const bool isPair = outputs.size() > 1;
+    for (const std::string& output : outputs)
+        if (isPair && LeadToOneFile(input, OpenedFile(output))) RefuseInput(output);
+    if (isPair && LeadToOneFile(OpenedFile(outputs.front()), OpenedFile(outputs.back())))
+        throw TextException("Big- and little-endian suffixes are the same.");
+    if (logFileName.empty()) return;
+    if (LeadToOneFile(input, logFileName)) RefuseInput(logFileName);
+    for (const std::string& output : outputs)
+        if (LeadToOneFile(OpenedFile(output), logFileName))
+            throw TextException("Output file \"" + output + "\" matches the log file.");
 }

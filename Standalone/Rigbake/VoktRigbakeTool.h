@@ -10,10 +10,14 @@ class VoktSaveBiff;
 class VoktRigbakeTool : public VoktTool {
   protected:
     void AddComponents() override;
-    /// Refuses, beside what the components refuse, an output that is the input but for letter case.
+    /// Refuses, beside what the components refuse, an output that is the input but for letter case,
+    /// and files that one run cannot serve under several names. That `-out` names the input in
+    /// another spelling passes: the input is read whole before the output takes its place.
     void Validate() override;
 
   private:
+    void CheckSharedFiles() const;
+
     VoktLoadQeli* load = nullptr;  ///< owned as a component, like `save`
     VoktSaveBiff* save = nullptr;
 };

@@ -124,6 +124,39 @@ TEST(OutputCapture, ChildrenInheritNothingOfIt) {
     EXPECT_TRUE(capture.Stop());
 }
 
+TEST(OutputCapture, ALogThatDoesNotTakeEverythingIsTold) {
+    const TestFolder folder;
+    const int file = OpenForWriting(folder.Path("out"));
+    OutputCapture capture;
+    {
+        const StandardOutput output(file);
+        ASSERT_EQ(capture.Start("/dev/full"), Result::kStarted);
+        std::cout << "a line" << std::endl;
+        EXPECT_TRUE(capture.Stop());
+    }
+    close(file);
+    EXPECT_EQ(capture.GetLogFault(), "No space left on device");
+    EXPECT_EQ(folder.Read("out"), "a line\n");
+}
+
+TEST(OutputCapture, ALogWhoseNameGoesToAnotherFileIsTold) {
+    const TestFolder folder;
+    OutputCapture capture;
+    ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+    std::filesystem::rename(folder.Write("other", "another"), folder.Path("log"));
+    EXPECT_TRUE(capture.Stop());
+    EXPECT_EQ(capture.GetLogFault(), "another file has taken its name");
+    EXPECT_EQ(folder.Read("log"), "another");
+}
+
+TEST(OutputCapture, AWholeLogHasNoFault) {
+    const TestFolder folder;
+    OutputCapture capture;
+    ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+    EXPECT_TRUE(capture.Stop());
+    EXPECT_EQ(capture.GetLogFault(), "");
+}
+
 TEST(OutputCapture, AFullStandardOutputLeavesTheLogWhole) {
     const TestFolder folder;
     const int full = open("/dev/full", O_WRONLY);

@@ -31,7 +31,7 @@ TEST(TemporaryFile, StandsInTmpWithoutANamedFolder) {
 }
 
 TEST(TemporaryFile, IsNothingWhereTheFolderIsMissing) {
-    setenv("TMPDIR", "/no/such/folder", 1);
+    setenv("TMPDIR", "/no/such/folder/at/all", 1);
     EXPECT_EQ(Platform::CreateTemporaryFile("DOT"), std::nullopt);
 }
 

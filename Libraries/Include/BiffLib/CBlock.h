@@ -67,8 +67,9 @@ class CBlock {
     void WriteFile(std::FILE* stream, std::uint32_t endian);
 
     /// The same to a new file at `path`, or in place of the file there. Throws a TextException when
-    /// it cannot be opened, and an Exception that names the path when it cannot be written whole. A
-    /// file that was begun stays.
+    /// it cannot be opened, and an Exception that names the path and the reason when it cannot be
+    /// written whole; the file there is then as it was, for it is replaced in one step. Of a block
+    /// with a fault in its layout, what was laid out becomes the file.
     void WriteToPath(const std::string& path, std::uint32_t endian);
 
     /// One of kEmptyBlock, kLeafBlock, kBlockOfBlocks.

@@ -25,7 +25,8 @@ class OutputCapture {
     ~OutputCapture();
 
     /// Opens the log file, emptying it, and starts the copy. Text that standard output holds back
-    /// is written out first and stays out of the log. After a failure standard output is as it was.
+    /// is written out first and stays out of the log. After a failure, also one that is thrown for
+    /// lack of memory, standard output is as it was.
     StartResult Start(const std::string& logFile);
 
     /// Puts standard output back and waits until the thread has copied all that is left. False when
@@ -33,11 +34,16 @@ class OutputCapture {
     /// when no capture runs.
     bool Stop(std::chrono::milliseconds wait = kStopWait);
 
+    /// Why the log of a capture that was stopped does not hold everything under its name, in the
+    /// system's words; empty when it does.
+    const std::string& GetLogFault() const { return logFault; }
+
   private:
     struct Copy;
 
     std::shared_ptr<Copy>
         copy;  ///< shared with the thread, which may outlive this object when abandoned
+    std::string logFault;
 };
 
 }  // namespace Platform

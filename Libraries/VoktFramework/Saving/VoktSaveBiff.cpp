@@ -60,6 +60,11 @@ void VoktSaveBiff::Validate() {
     VoktSaveBiffBase::Validate();
 }
 
+std::vector<std::string> VoktSaveBiff::GetOutputFiles() const {
+    if (endian != kBothEndian) return {outputFilename};
+    return {outputFilename + littleSuffix, outputFilename + bigSuffix};
+}
+
 void VoktSaveBiff::Process(VoktUniverse& universe) {
     VoktAtomBiff* atom = biffName.empty() ? universe.FetchByType<VoktAtomBiff>()
                                           : universe.FetchByTypeAndName<VoktAtomBiff>(biffName);
@@ -71,10 +76,12 @@ void VoktSaveBiff::Process(VoktUniverse& universe) {
         case kBigEndian:
             Save(outputFilename, *atom, true, universe);
             break;
-        case kBothEndian:
-            Save(outputFilename + littleSuffix, *atom, false, universe);
-            Save(outputFilename + bigSuffix, *atom, true, universe);
+        case kBothEndian: {
+            const std::vector<std::string> files = GetOutputFiles();
+            Save(files[0], *atom, false, universe);
+            Save(files[1], *atom, true, universe);
             break;
+        }
         default:
             QelTools::Common::ThrowException("Internal error - please report as a bug");
     }

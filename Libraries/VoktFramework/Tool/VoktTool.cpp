@@ -46,8 +46,7 @@ VoktTool::~VoktTool() noexcept(false) {
     attempt([] {
         if (VoktBinaryFilename::Exists()) delete &VoktBinaryFilename::Get();
     });
-    if (capture != nullptr && !capture->Stop())
-        std::cerr << "\nWARNING: timeout waiting for log file thread to exit" << std::endl;
+    attempt([this] { EndCapture(); });
     if (firstFailure && std::uncaught_exceptions() == failuresOnTheirWay)
         std::rethrow_exception(firstFailure);
 }
@@ -119,6 +118,15 @@ void VoktTool::StartCapture() {
     if (result == Result::kLogNotOpened)
         ThrowException("could not open '" + logFileName + "' for write");
     if (result == Result::kThreadNotStarted) ThrowException("failed to create log thread");
+}
+
+void VoktTool::EndCapture() {
+    if (capture == nullptr) return;
+    if (!capture->Stop())
+        std::cerr << "\nWARNING: timeout waiting for log file thread to exit" << std::endl;
+    else if (!capture->GetLogFault().empty())
+        std::cerr << "\nWARNING: log file '" << logFileName
+                  << "' is not whole: " << capture->GetLogFault() << std::endl;
 }
 
 void VoktTool::PrintHelp() {

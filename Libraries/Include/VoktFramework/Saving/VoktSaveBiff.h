@@ -3,6 +3,7 @@
 #include <VoktFramework/Saving/VoktSaveBiffBase.h>
 
 #include <string>
+#include <vector>
 
 class VoktAtomBiff;
 
@@ -25,6 +26,8 @@ class VoktSaveBiff : public VoktSaveBiffBase {
     void Process(VoktUniverse& universe) override;
 
     const std::string& GetOutputFilename() const { return outputFilename; }
+    /// The names of the files that Process writes, as the flags give them.
+    std::vector<std::string> GetOutputFiles() const;
 
   protected:
     std::string outputFilename;

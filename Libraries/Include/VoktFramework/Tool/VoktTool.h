@@ -69,6 +69,7 @@ class VoktTool {
 
   private:
     void StartCapture();
+    void EndCapture();
     void PrintTimings() const;
 
     std::unique_ptr<Platform::OutputCapture> capture;

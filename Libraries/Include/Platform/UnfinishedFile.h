@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+
+namespace Platform {
+
+/// A file that nobody sees before it is whole. It has no name where the system can do without one;
+/// else a fresh name of its own, which is gone with the object and also when SIGINT, SIGTERM or
+/// SIGHUP end the process. Operations give 0 when they worked, else the system's error number.
+class UnfinishedFile {
+  public:
+    UnfinishedFile();
+    /// Whatever was not published is gone.
+    ~UnfinishedFile();
+    UnfinishedFile(const UnfinishedFile&) = delete;
+    UnfinishedFile& operator=(const UnfinishedFile&) = delete;
+
+    /// Starts an empty file that Publish can put in place of `path`, which may be a free name or a
+    /// link to either. It has the permissions (and, where the user may give it away, the owner or
+    /// at least the group) of the file there; where there is none, those of any new file of the
+    /// user.
+    int CreateBeside(const std::string& path);
+    /// Starts an empty file for the user alone in the folder for temporary files.
+    int CreateTemporary();
+
+    /// By this name this process can open the file while it is unfinished.
+    const std::string& GetName() const;
+
+    /// Appends.
+    int Write(const char* bytes, std::size_t size);
+
+    /// Puts what was written on the disk and gives it the name of CreateBeside's file in one step:
+    /// there is no moment at which that names nothing or something incomplete. A link goes on
+    /// leading there. When it fails, the file there stays as it is and this one is gone.
+    int Publish();
+
+  private:
+    struct File;
+    std::unique_ptr<File> file;
+};
+
+}  // namespace Platform

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+
+namespace Platform {
+
+/// The content of a file, replaced at once: what stands there before is whole until the new content
+/// is whole, whatever ends the process in between. Only where nothing else can work are the bytes
+/// written in place: a device or pipe, and a writable file whose folder takes no other file.
+class WholeFile {
+  public:
+    WholeFile();
+    ~WholeFile();
+    WholeFile(const WholeFile&) = delete;
+    WholeFile& operator=(const WholeFile&) = delete;
+
+    /// 0 when the file at `path`, there or not, can be opened for writing, else the system's error
+    /// number. Changes nothing there; waits for the reader of a named pipe.
+    int Open(const std::string& path);
+
+    /// Makes these bytes the whole content, once. 0, or the system's error number: a file that is
+    /// replaced is then as it was, one that is written in place may be not.
+    int Save(const char* bytes, std::size_t size);
+
+  private:
+    struct Target;
+    std::unique_ptr<Target> target;
+};
+
+}  // namespace Platform

@@ -1,0 +1,43 @@
+#include "LinkTarget_posix.h"
+
+#include <limits.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace Platform {
+
+namespace {
+
+/// As many as the system follows itself.
+constexpr int kMostLinks = 40;
+
+int ReadLink(const std::string& path, std::string& target) {
+    char buffer[PATH_MAX];
+    const ssize_t length = readlink(path.c_str(), buffer, sizeof buffer);
+    if (length < 0) return errno;
+    target.assign(buffer, static_cast<std::size_t>(length));
+    return 0;
+}
+
+}  // namespace
+
+int FollowLinks(const std::string& path, std::string& target) {
+    target = path;
+    std::string next;
+    for (int i = 0; i <= kMostLinks; ++i) {
+        struct stat status;
+        if (lstat(target.c_str(), &status) != 0) return errno == ENOENT ? 0 : errno;
+        if (!S_ISLNK(status.st_mode)) return 0;
+        if (const int error = ReadLink(target, next); error != 0) return error;
+        const std::size_t folder = target.rfind('/');
+        if (next.starts_with('/') || folder == std::string::npos)
+            target = next;
+        else
+            target.replace(folder + 1, std::string::npos, next);
+    }
+    return ELOOP;
+}
+
+}  // namespace Platform

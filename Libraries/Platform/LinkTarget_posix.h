@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace Platform {
+
+/// The file that `path` leads to through symbolic links, be it there or not; `path` itself when it
+/// is no link. 0, or the system's error number: ELOOP where links lead in a circle.
+int FollowLinks(const std::string& path, std::string& target);
+
+}  // namespace Platform

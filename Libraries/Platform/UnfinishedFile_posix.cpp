@@ -1,0 +1,182 @@
+#include <Platform/TemporaryFile.h>
+#include <Platform/UnfinishedFile.h>
+
+#include "DescriptorIo_posix.h"
+#include "EndingSignals_posix.h"
+#include "LinkTarget_posix.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <optional>
+#include <utility>
+
+namespace Platform {
+
+namespace {
+
+constexpr int kMostAttempts = 10000;
+/// Here the system shows open files, also those without a name.
+constexpr const char* kOpenFiles = "/proc/self/fd/";
+
+std::string FolderPart(const std::string& path) {
+    const std::size_t end = path.rfind('/');
+    return end == std::string::npos ? std::string() : path.substr(0, end + 1);
+}
+
+std::string FreshName(const std::string& folder, int attempt) {
+    return folder + ".unfinished-" + std::to_string(getpid()) + "-" + std::to_string(attempt);
+}
+
+int CopyPermissions(int descriptor, const struct stat& from) {
+    // To give a file away is a right that few have; it then stays the user's own.
+    const bool isGiven = fchown(descriptor, from.st_uid, from.st_gid) == 0;
+    if (!isGiven && fchown(descriptor, static_cast<uid_t>(-1), from.st_gid) != 0) errno = 0;
+    const mode_t granted = isGiven ? 07777 : 0777;
+    return fchmod(descriptor, from.st_mode & granted) == 0 ? 0 : errno;
+}
+
+}  // namespace
+
+struct UnfinishedFile::File {
+    ~File() {
+        if (descriptor >= 0) close(descriptor);
+        if (named) unlink(named->GetName().c_str());
+    }
+
+    int CreateIn(const std::string& inFolder, mode_t mode);
+    int CreateNamed(mode_t mode);
+    int TakePermissions(const std::string& path);
+    int TakeName();
+    int CopyUnderName();
+    int Publish();
+
+    int descriptor = -1;
+    std::string folder;
+    std::string target;
+    std::optional<RemoveOnSignal> named;  // absent while the file has no name
+    std::string name;
+};
+
+int UnfinishedFile::File::CreateIn(const std::string& inFolder, mode_t mode) {
+    folder = inFolder;
+    const char* const parent = folder.empty() ? "." : folder.c_str();
+    if (access(kOpenFiles, X_OK) == 0)
+        descriptor = open(parent, O_TMPFILE | O_RDWR | O_CLOEXEC, mode);
+    // What stands in the way of a file without a name shows here again, or it is no matter.
+    if (descriptor < 0) return CreateNamed(mode);
+    name = kOpenFiles + std::to_string(descriptor);
+    return 0;
+}
+
+int UnfinishedFile::File::CreateNamed(mode_t mode) {
+    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+        named.emplace(FreshName(folder, attempt));
+        name = named->GetName();
+        descriptor = open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        if (descriptor >= 0) return 0;
+        const int error = errno;
+        named.reset();
+        if (error != EEXIST) return error;
+    }
+    return EEXIST;
+}
+
+int UnfinishedFile::File::TakePermissions(const std::string& path) {
+    struct stat status;
+    struct stat followed;
+    if (stat(path.c_str(), &status) != 0) return errno == ENOENT ? 0 : errno;
+    // The system's own links lead to files that have no name any more.
+    if (stat(target.c_str(), &followed) != 0 || followed.st_ino != status.st_ino ||
+        followed.st_dev != status.st_dev)
+        return EBUSY;
+    return CopyPermissions(descriptor, status);
+}
+
+/// Gives a file without a name a fresh one.
+int UnfinishedFile::File::TakeName() {
+    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+        named.emplace(FreshName(folder, attempt));
+        if (linkat(AT_FDCWD, name.c_str(), AT_FDCWD, named->GetName().c_str(), AT_SYMLINK_FOLLOW) ==
+            0)
+            return 0;
+        const int error = errno;
+        named.reset();
+        if (error == ENOSPC || error == EDQUOT || error == EIO) return error;
+        if (error != EEXIST) return CopyUnderName();
+    }
+    return EEXIST;
+}
+
+/// For systems that make files without a name and cannot give them one.
+int UnfinishedFile::File::CopyUnderName() {
+    struct stat status;
+    if (fstat(descriptor, &status) != 0) return errno;
+    const int source = std::exchange(descriptor, -1);
+    int error = CreateNamed(0600);
+    if (error == 0) error = CopyPermissions(descriptor, status);
+    char buffer[65536];
+    for (off_t at = 0; error == 0;) {
+        const ssize_t count = pread(source, buffer, sizeof buffer, at);
+        if (count < 0 && errno != EINTR) error = errno;
+        if (count == 0) break;
+        if (count < 0) continue;
+        error = WriteAll(descriptor, buffer, static_cast<std::size_t>(count));
+        at += count;
+    }
+    close(source);
+    return error != 0 ? error : Flush(descriptor);
+}
+
+int UnfinishedFile::File::Publish() {
+    // A crash of the machine must not leave the new name with nothing behind it.
+    int error = Flush(descriptor);
+    if (error == 0 && !named) error = TakeName();
+    if (error != 0) return error;
+    error = CloseWritten(std::exchange(descriptor, -1));
+    if (error != 0) return error;
+    if (rename(named->GetName().c_str(), target.c_str()) != 0) return errno;
+    named.reset();
+    return 0;
+}
+
+UnfinishedFile::UnfinishedFile() = default;
+UnfinishedFile::~UnfinishedFile() = default;
+
+int UnfinishedFile::CreateBeside(const std::string& path) {
+    if (path.empty()) return ENOENT;
+    auto creating = std::make_unique<File>();
+    if (const int error = FollowLinks(path, creating->target); error != 0) return error;
+    if (const int error = creating->CreateIn(FolderPart(creating->target), 0666); error != 0)
+        return error;
+    if (const int error = creating->TakePermissions(path); error != 0) return error;
+    file = std::move(creating);
+    return 0;
+}
+
+int UnfinishedFile::CreateTemporary() {
+    auto creating = std::make_unique<File>();
+    std::string folder = TemporaryFolder();
+    if (folder.back() != '/') folder += '/';
+    if (const int error = creating->CreateIn(folder, 0600); error != 0) return error;
+    file = std::move(creating);
+    return 0;
+}
+
+const std::string& UnfinishedFile::GetName() const {
+    return file->name;
+}
+
+int UnfinishedFile::Write(const char* bytes, std::size_t size) {
+    return WriteAll(file->descriptor, bytes, size);
+}
+
+int UnfinishedFile::Publish() {
+    const std::unique_ptr<File> publishing = std::move(file);
+    return publishing->Publish();
+}
+
+}  // namespace Platform

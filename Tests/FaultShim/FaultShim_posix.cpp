@@ -1,0 +1,231 @@
+// A library that is loaded ahead of a program's own and makes one of its allocations or system
+// calls fail, counted from the start of its main function. The environment says which:
+//
+//   FAULT_KIND     "alloc" or "call"
+//   FAULT_AT       the number of the one that fails, from 1; 0 or absent: none
+//   FAULT_LASTING  when it is set, all behind it fail as well
+//   FAULT_ERROR    the error number of a call that fails
+//   FAULT_SIGNAL   in place of an error: the signal that the process gets in front of the call
+//   FAULT_COUNT    a file to which the number of allocations or calls goes at the end
+
+#include <dlfcn.h>
+#include <fcntl.h>
+#include <signal.h>
+#include <stdarg.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <string.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <sys/types.h>
+#include <sys/uio.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <cstddef>
+
+extern "C" {
+void* __libc_malloc(size_t);
+void* __libc_calloc(size_t, size_t);
+void* __libc_realloc(void*, size_t);
+void* __libc_memalign(size_t, size_t);
+}
+
+namespace {
+
+enum class Kind { None, Alloc, Call };
+
+std::atomic<bool> isArmed = false;
+std::atomic<long> counted = 0;
+Kind kind = Kind::None;
+long failing = 0;
+bool isLasting = false;
+int errorNumber = 0;
+int signalNumber = 0;
+
+long NumberIn(const char* name) {
+    const char* const text = getenv(name);
+    return text != nullptr ? atol(text) : 0;
+}
+
+bool Fails(Kind what) {
+    if (!isArmed || what != kind) return false;
+    const long number = ++counted;
+    if (failing == 0 || number < failing || (number > failing && !isLasting)) return false;
+    if (signalNumber == 0) return true;
+    raise(signalNumber);
+    return false;
+}
+
+template <class Function>
+Function Next(const char* name) {
+    return reinterpret_cast<Function>(dlsym(RTLD_NEXT, name));
+}
+
+bool CallFails() {
+    if (!Fails(Kind::Call)) return false;
+    errno = errorNumber;
+    return true;
+}
+
+bool AllocFails() {
+    if (!Fails(Kind::Alloc)) return false;
+    errno = ENOMEM;
+    return true;
+}
+
+void Arm() {
+    const char* const text = getenv("FAULT_KIND");
+    if (text != nullptr) kind = strcmp(text, "alloc") == 0 ? Kind::Alloc : Kind::Call;
+    failing = NumberIn("FAULT_AT");
+    isLasting = getenv("FAULT_LASTING") != nullptr;
+    errorNumber = static_cast<int>(NumberIn("FAULT_ERROR"));
+    signalNumber = static_cast<int>(NumberIn("FAULT_SIGNAL"));
+    isArmed = true;
+}
+
+__attribute__((destructor)) void Report() {
+    isArmed = false;
+    const char* const path = getenv("FAULT_COUNT");
+    if (path == nullptr) return;
+    char text[32];
+    const int length = snprintf(text, sizeof text, "%ld", counted.load());
+    const long file = syscall(SYS_openat, AT_FDCWD, path, O_WRONLY | O_CREAT | O_TRUNC, 0600);
+    syscall(SYS_write, file, text, length);
+    syscall(SYS_close, file);
+}
+
+int (*programsMain)(int, char**, char**);
+
+int ArmedMain(int argc, char** argv, char** environment) {
+    Arm();
+    return programsMain(argc, argv, environment);
+}
+
+}  // namespace
+
+#define NEXT(name) static const auto next = Next<decltype(&name)>(#name)
+
+extern "C" {
+
+int __libc_start_main(int (*main)(int, char**, char**), int argc, char** argv, void (*init)(),
+                      void (*fini)(), void (*ldFini)(), void* stackEnd) {
+    programsMain = main;
+    using Start = int (*)(int (*)(int, char**, char**), int, char**, void (*)(), void (*)(),
+                          void (*)(), void*);
+    return Next<Start>("__libc_start_main")(ArmedMain, argc, argv, init, fini, ldFini, stackEnd);
+}
+
+void* malloc(size_t size) {
+    return AllocFails() ? nullptr : __libc_malloc(size);
+}
+void* calloc(size_t count, size_t size) {
+    return AllocFails() ? nullptr : __libc_calloc(count, size);
+}
+void* realloc(void* block, size_t size) {
+    return AllocFails() ? nullptr : __libc_realloc(block, size);
+}
+void* aligned_alloc(size_t alignment, size_t size) {
+    return AllocFails() ? nullptr : __libc_memalign(alignment, size);
+}
+void* memalign(size_t alignment, size_t size) {
+    return AllocFails() ? nullptr : __libc_memalign(alignment, size);
+}
+int posix_memalign(void** block, size_t alignment, size_t size) {
+    if (AllocFails()) return ENOMEM;
+    *block = __libc_memalign(alignment, size);
+    return *block != nullptr ? 0 : ENOMEM;
+}
+
+int open(const char* path, int flags, ...) {
+    va_list list;
+    va_start(list, flags);
+    const mode_t mode = va_arg(list, mode_t);
+    va_end(list);
+    if (CallFails()) return -1;
+    return static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, mode));
+}
+FILE* fopen(const char* path, const char* mode) {
+    NEXT(fopen);
+    return CallFails() ? nullptr : next(path, mode);
+}
+FILE* fopen64(const char* path, const char* mode) {
+    NEXT(fopen64);
+    return CallFails() ? nullptr : next(path, mode);
+}
+ssize_t read(int descriptor, void* buffer, size_t size) {
+    NEXT(read);
+    return CallFails() ? -1 : next(descriptor, buffer, size);
+}
+size_t fread(void* buffer, size_t size, size_t count, FILE* file) {
+    NEXT(fread);
+    if (!CallFails()) return next(buffer, size, count, file);
+    constexpr int kErrorSeen = 0x20;  // of the C library
+    file->_flags |= kErrorSeen;
+    return 0;
+}
+ssize_t write(int descriptor, const void* bytes, size_t size) {
+    NEXT(write);
+    return CallFails() ? -1 : next(descriptor, bytes, size);
+}
+ssize_t writev(int descriptor, const iovec* parts, int count) {
+    NEXT(writev);
+    return CallFails() ? -1 : next(descriptor, parts, count);
+}
+int close(int descriptor) {
+    NEXT(close);
+    const bool fails = CallFails();
+    const int number = errno;
+    const int result = next(descriptor);
+    if (!fails) return result;
+    errno = number;
+    return -1;
+}
+int fclose(FILE* file) {
+    NEXT(fclose);
+    const bool fails = CallFails();
+    const int number = errno;
+    const int result = next(file);
+    if (!fails) return result;
+    errno = number;
+    return EOF;
+}
+int stat(const char* path, struct stat* status) {
+    NEXT(stat);
+    return CallFails() ? -1 : next(path, status);
+}
+int lstat(const char* path, struct stat* status) {
+    NEXT(lstat);
+    return CallFails() ? -1 : next(path, status);
+}
+int fstat(int descriptor, struct stat* status) {
+    NEXT(fstat);
+    return CallFails() ? -1 : next(descriptor, status);
+}
+int access(const char* path, int permission) {
+    NEXT(access);
+    return CallFails() ? -1 : next(path, permission);
+}
+int linkat(int from, const char* path, int to, const char* newPath, int flags) {
+    NEXT(linkat);
+    return CallFails() ? -1 : next(from, path, to, newPath, flags);
+}
+int rename(const char* from, const char* to) {
+    NEXT(rename);
+    return CallFails() ? -1 : next(from, to);
+}
+int fchmod(int descriptor, mode_t mode) {
+    NEXT(fchmod);
+    return CallFails() ? -1 : next(descriptor, mode);
+}
+int fsync(int descriptor) {
+    NEXT(fsync);
+    return CallFails() ? -1 : next(descriptor);
+}
+int mkdir(const char* path, mode_t mode) {
+    NEXT(mkdir);
+    return CallFails() ? -1 : next(path, mode);
+}
+
+}  // extern "C"

@@ -1,0 +1,81 @@
+#include "EndingSignals_posix.h"
+#include "Platform/TestFolder.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Runs `work` in a child process and gives the number of the signal that ended it; 0 when none
+/// did.
+template <class Work>
+int EndingSignalOf(Work work) {
+    const pid_t child = fork();
+    if (child == 0) {
+        for (const int number : {SIGINT, SIGTERM, SIGHUP}) signal(number, SIG_DFL);
+        work();
+        _exit(0);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+}
+
+TEST(EndingSignals, TheNamedFilesAreGoneAndTheProcessEndsByTheSignal) {
+    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+        const TestFolder folder;
+        folder.Write("one", "");
+        folder.Write("two", "");
+        folder.Write("other", "");
+        EXPECT_EQ(EndingSignalOf([&] {
+                      const Platform::RemoveOnSignal one(folder.Path("one"));
+                      const Platform::RemoveOnSignal two(folder.Path("two"));
+                      raise(number);
+                  }),
+                  number);
+        EXPECT_FALSE(fs::exists(folder.Path("one")));
+        EXPECT_FALSE(fs::exists(folder.Path("two")));
+        EXPECT_TRUE(fs::exists(folder.Path("other")));
+    }
+}
+
+TEST(EndingSignals, AFileWhoseObjectIsGoneStays) {
+    const TestFolder folder;
+    folder.Write("one", "");
+    EXPECT_EQ(EndingSignalOf([&] {
+                  { const Platform::RemoveOnSignal one(folder.Path("one")); }
+                  raise(SIGTERM);
+              }),
+              SIGTERM);
+    EXPECT_TRUE(fs::exists(folder.Path("one")));
+}
+
+TEST(EndingSignals, AnIgnoredSignalStaysIgnored) {
+    const TestFolder folder;
+    folder.Write("one", "");
+    EXPECT_EQ(EndingSignalOf([&] {
+                  signal(SIGHUP, SIG_IGN);
+                  const Platform::RemoveOnSignal one(folder.Path("one"));
+                  raise(SIGHUP);
+              }),
+              0);
+    EXPECT_TRUE(fs::exists(folder.Path("one")));
+}
+
+TEST(EndingSignals, ADeferredSignalComesBehind) {
+    const TestFolder folder;
+    EXPECT_EQ(EndingSignalOf([&] {
+                  const Platform::DeferSignals untilWritten;
+                  raise(SIGTERM);
+                  folder.Write("whole", "");
+              }),
+              SIGTERM);
+    EXPECT_TRUE(fs::exists(folder.Path("whole")));
+}
+
+}  // namespace

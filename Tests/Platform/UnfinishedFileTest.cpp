@@ -1,0 +1,192 @@
+#include <Platform/ErrorText.h>
+#include <Platform/TemporaryFile.h>
+#include <Platform/UnfinishedFile.h>
+
+#include "Platform/OrdinaryUser.h"
+#include "Platform/TestFolder.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+mode_t ModeOf(const std::string& path) {
+    struct stat status {};
+    stat(path.c_str(), &status);
+    return status.st_mode & 07777;
+}
+
+std::string ContentOf(const std::string& path) {
+    std::ostringstream content;
+    content << std::ifstream(path, std::ios::binary).rdbuf();
+    return content.str();
+}
+
+class UnfinishedFile : public testing::Test {
+  protected:
+    /// Starts a file beside `path`, writes "new" and publishes it.
+    int Replace(const std::string& path) {
+        if (const int error = file.CreateBeside(path); error != 0) return error;
+        if (const int error = file.Write("new", 3); error != 0) return error;
+        return file.Publish();
+    }
+
+    /// How many files stand in the folder, hidden ones too.
+    long CountFiles() const {
+        return std::distance(fs::directory_iterator(folder.Path()), fs::directory_iterator());
+    }
+
+    TestFolder folder;
+    Platform::UnfinishedFile file;
+};
+
+TEST_F(UnfinishedFile, TheNameLeadsToTheOldContentUntilAllIsWritten) {
+    const std::string out = folder.Write("out", "old");
+    ASSERT_EQ(file.CreateBeside(out), 0);
+    EXPECT_EQ(file.Write("n", 1), 0);
+    EXPECT_EQ(file.Write("ew", 2), 0);
+    EXPECT_EQ(folder.Read("out"), "old");
+    EXPECT_EQ(ContentOf(file.GetName()), "new");
+    EXPECT_EQ(file.Publish(), 0);
+    EXPECT_EQ(folder.Read("out"), "new");
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(UnfinishedFile, AFreeNameIsTaken) {
+    EXPECT_EQ(Replace(folder.Path("out")), 0);
+    EXPECT_EQ(folder.Read("out"), "new");
+}
+
+TEST_F(UnfinishedFile, WhatIsNotPublishedIsGone) {
+    const std::string out = folder.Write("out", "old");
+    {
+        Platform::UnfinishedFile given;
+        ASSERT_EQ(given.CreateBeside(out), 0);
+        ASSERT_EQ(given.Write("new", 3), 0);
+    }
+    EXPECT_EQ(folder.Read("out"), "old");
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(UnfinishedFile, TwoFilesAreUnfinishedAtOnce) {
+    Platform::UnfinishedFile other;
+    ASSERT_EQ(file.CreateBeside(folder.Path("one")), 0);
+    ASSERT_EQ(other.CreateBeside(folder.Path("two")), 0);
+    ASSERT_EQ(file.Write("1", 1), 0);
+    ASSERT_EQ(other.Write("2", 1), 0);
+    EXPECT_EQ(other.Publish(), 0);
+    EXPECT_EQ(file.Publish(), 0);
+    EXPECT_EQ(folder.Read("one"), "1");
+    EXPECT_EQ(folder.Read("two"), "2");
+}
+
+TEST_F(UnfinishedFile, APathWithoutAFolderMeansTheWorkingDirectory) {
+    const fs::path before = fs::current_path();
+    fs::current_path(folder.Path());
+    const int error = Replace("out");
+    fs::current_path(before);
+    EXPECT_EQ(error, 0);
+    EXPECT_EQ(folder.Read("out"), "new");
+}
+
+TEST_F(UnfinishedFile, ANewFileGetsThePermissionsOfAnyOther) {
+    const mode_t mask = umask(027);
+    const int error = Replace(folder.Path("out"));
+    umask(mask);
+    ASSERT_EQ(error, 0);
+    EXPECT_EQ(ModeOf(folder.Path("out")), 0640u);
+}
+
+TEST_F(UnfinishedFile, ThePermissionsOfTheOldFileAreKept) {
+    const std::string out = folder.Write("out", "old");
+    chmod(out.c_str(), 0764);
+    ASSERT_EQ(Replace(out), 0);
+    EXPECT_EQ(ModeOf(out), 0764u);
+}
+
+TEST_F(UnfinishedFile, ALinkGoesOnLeadingToTheFile) {
+    folder.Write("real", "old");
+    fs::create_directory(folder.Path("links"));
+    fs::create_symlink("../real", folder.Path("links/first"));
+    fs::create_symlink("first", folder.Path("links/second"));
+    ASSERT_EQ(Replace(folder.Path("links/second")), 0);
+    EXPECT_EQ(folder.Read("real"), "new");
+    EXPECT_TRUE(fs::is_symlink(folder.Path("links/first")));
+    EXPECT_TRUE(fs::is_symlink(folder.Path("links/second")));
+}
+
+TEST_F(UnfinishedFile, ALinkToAFreeNameMakesThatFile) {
+    fs::create_symlink("real", folder.Path("out"));
+    ASSERT_EQ(Replace(folder.Path("out")), 0);
+    EXPECT_EQ(folder.Read("real"), "new");
+    EXPECT_TRUE(fs::is_symlink(folder.Path("out")));
+}
+
+TEST_F(UnfinishedFile, ACircleOfLinksIsTheSystemsErrorAndStays) {
+    fs::create_symlink("b", folder.Path("a"));
+    fs::create_symlink("a", folder.Path("b"));
+    EXPECT_EQ(file.CreateBeside(folder.Path("a")), ELOOP);
+    EXPECT_TRUE(fs::is_symlink(folder.Path("a")));
+}
+
+TEST_F(UnfinishedFile, AnotherNameOfTheOldFileKeepsTheOldContent) {
+    const std::string out = folder.Write("out", "old");
+    fs::create_hard_link(out, folder.Path("other"));
+    ASSERT_EQ(Replace(out), 0);
+    EXPECT_EQ(folder.Read("out"), "new");
+    EXPECT_EQ(folder.Read("other"), "old");
+}
+
+TEST_F(UnfinishedFile, AFolderIsNotReplaced) {
+    fs::create_directory(folder.Path("out"));
+    EXPECT_EQ(Replace(folder.Path("out")), EISDIR);
+    EXPECT_TRUE(fs::is_directory(folder.Path("out")));
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(UnfinishedFile, WhatIsMissingGivesTheSystemsErrorNumber) {
+    EXPECT_EQ(file.CreateBeside(folder.Path("none/out")), ENOENT);
+}
+
+TEST_F(UnfinishedFile, AFolderWithoutWritePermissionGivesTheSystemsErrorNumber) {
+    chmod(folder.Path().c_str(), 0555);
+    int error = 0;
+    {
+        const OrdinaryUser user;
+        error = file.CreateBeside(folder.Path("out"));
+    }
+    chmod(folder.Path().c_str(), 0755);
+    EXPECT_EQ(error, EACCES);
+}
+
+TEST_F(UnfinishedFile, ATemporaryFileStandsInTheFolderForThemAndGoes) {
+    const char* const before = std::getenv("TMPDIR");
+    const std::string kept = before != nullptr ? before : "";
+    setenv("TMPDIR", folder.Path().c_str(), 1);
+    {
+        Platform::UnfinishedFile temporary;
+        EXPECT_EQ(temporary.CreateTemporary(), 0);
+        EXPECT_EQ(temporary.Write("text", 4), 0);
+        EXPECT_EQ(ContentOf(temporary.GetName()), "text");
+        EXPECT_EQ(ModeOf(temporary.GetName()), 0600u);
+    }
+    EXPECT_EQ(CountFiles(), 0);
+    setenv("TMPDIR", folder.Path("none").c_str(), 1);
+    EXPECT_EQ(file.CreateTemporary(), ENOENT);
+    EXPECT_EQ(Platform::TemporaryFolder(), folder.Path("none"));
+    before != nullptr ? setenv("TMPDIR", kept.c_str(), 1) : unsetenv("TMPDIR");
+}
+
+TEST(ErrorText, TheWordsAreTheSystemsOwn) {
+    EXPECT_EQ(Platform::ErrorText(ENOENT), "No such file or directory");
+}
+
+}  // namespace
