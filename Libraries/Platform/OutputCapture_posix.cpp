@@ -83,6 +83,7 @@ void OutputCapture::Copy::Run() {
     char buffer[1024];
     for (;;) {
         const ssize_t count = ReadSome(pipeRead, buffer, sizeof buffer);
+        if (count < 0) logError = errno;
         if (count <= 0) break;
         const std::size_t size = static_cast<std::size_t>(count);
         // Nobody listening any more is no reason to lose the log, nor to leave the pipe to fill up.

@@ -89,10 +89,9 @@ int UnfinishedFile::File::TakePermissions(const std::string& path) {
     struct stat status;
     struct stat followed;
     if (stat(path.c_str(), &status) != 0) return errno == ENOENT ? 0 : errno;
-    // The system's own links lead to files that have no name any more.
-    if (stat(target.c_str(), &followed) != 0 || followed.st_ino != status.st_ino ||
-        followed.st_dev != status.st_dev)
-        return EBUSY;
+    if (stat(target.c_str(), &followed) != 0) return errno;
+    // The system's own links lead to files that have another name by now.
+    if (followed.st_ino != status.st_ino || followed.st_dev != status.st_dev) return EBUSY;
     return CopyPermissions(descriptor, status);
 }
 

@@ -42,7 +42,7 @@ int OpenForWriting(const std::string& path, int options) {
 /// What says that the folder takes no other file, or not under this name, rather than that
 /// something is wrong with the disk.
 bool IsFoldersRefusal(int error) {
-    constexpr int kRefusals[] = {EACCES, EPERM, EROFS, EBUSY, ENAMETOOLONG};
+    constexpr int kRefusals[] = {EACCES, EPERM, EROFS, EBUSY, ENOENT, ENAMETOOLONG};
     return std::find(std::begin(kRefusals), std::end(kRefusals), error) != std::end(kRefusals);
 }
 

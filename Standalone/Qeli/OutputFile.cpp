@@ -34,7 +34,8 @@ OutputFile::OutputFile(std::string typedPath) : path(std::move(typedPath)), isKe
     if (path != kStandardOutput) {
         if (path.empty()) Fail(ENOENT);
         if (fs::is_directory(path, error)) Fail(EISDIR);
-        if (!Platform::IsWritable(path)) Fail(EACCES);
+        errno = EACCES;
+        if (!Platform::IsWritable(path)) Fail(errno);
     }
     const int failure = isKept ? unfinished.CreateBeside(path) : unfinished.CreateTemporary();
     if (failure != 0) FailUnfinished(failure);

@@ -18,6 +18,12 @@ namespace {
 /// What an object writes of itself, without its children.
 class OwnMarkup {
   public:
+    OwnMarkup() {
+        // A lack of memory comes out as such; a text that lacks something would be taken for what
+        // was written.
+        stream.exceptions(std::ios_base::badbit);
+    }
+
     const std::string& Of(const VokObj& object) {
         stream.str({});
         attributes.Clear();

@@ -6,6 +6,7 @@
 #include <VokLib/Library/VokLib.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <exception>
 #include <iostream>
 
@@ -33,17 +34,18 @@ int EndStandardOutput(int status) {
 
 int main(int argc, char** argv) {
     Platform::PrepareStandardStreams();
-    std::ios::sync_with_stdio(false);
     try {
+        std::ios::sync_with_stdio(false);
         const VokLib library(true, true, true, true, true);
         // Standard output belongs to the command's answer.
         VokUpdate::Get().SetVerbosity(kQuiet);
         return EndStandardOutput(RunCommandLine(argc, argv));
     } catch (const std::exception& failure) {
         std::cout.flush();
-        std::cerr << failure.what() << std::endl;
+        // The streams may not have come up.
+        std::fprintf(stderr, "%s\n", failure.what());
     } catch (...) {
-        std::cerr << "qeli: error: An unknown failure" << std::endl;
+        std::fputs("qeli: error: An unknown failure\n", stderr);
     }
     return kFailed;
 }

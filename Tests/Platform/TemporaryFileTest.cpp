@@ -1,16 +1,16 @@
 #include <Platform/TemporaryFile.h>
 
+#include "Platform/TemporaryFolderName.h"
 #include "Platform/TestFolder.h"
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
 #include <sys/stat.h>
 
 namespace {
 
 TEST(TemporaryFile, StandsInTheNamedFolderUnderAFreshName) {
     const TestFolder folder;
-    setenv("TMPDIR", folder.Path().c_str(), 1);
+    const TemporaryFolderName name(folder.Path());
     const auto first = Platform::CreateTemporaryFile("DOT");
     const auto second = Platform::CreateTemporaryFile("DOT");
     ASSERT_TRUE(first && second);
@@ -23,7 +23,7 @@ TEST(TemporaryFile, StandsInTheNamedFolderUnderAFreshName) {
 }
 
 TEST(TemporaryFile, StandsInTmpWithoutANamedFolder) {
-    setenv("TMPDIR", "", 1);
+    const TemporaryFolderName name("");
     const auto path = Platform::CreateTemporaryFile("DOT");
     ASSERT_TRUE(path);
     EXPECT_EQ(path->rfind("/tmp/DOT", 0), 0u);
@@ -31,7 +31,7 @@ TEST(TemporaryFile, StandsInTmpWithoutANamedFolder) {
 }
 
 TEST(TemporaryFile, IsNothingWhereTheFolderIsMissing) {
-    setenv("TMPDIR", "/no/such/folder/at/all", 1);
+    const TemporaryFolderName name("/no/such/folder");
     EXPECT_EQ(Platform::CreateTemporaryFile("DOT"), std::nullopt);
 }
 

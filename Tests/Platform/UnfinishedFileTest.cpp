@@ -3,13 +3,13 @@
 #include <Platform/UnfinishedFile.h>
 
 #include "Platform/OrdinaryUser.h"
+#include "Platform/TemporaryFolderName.h"
 #include "Platform/TestFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -168,10 +168,8 @@ TEST_F(UnfinishedFile, AFolderWithoutWritePermissionGivesTheSystemsErrorNumber) 
 }
 
 TEST_F(UnfinishedFile, ATemporaryFileStandsInTheFolderForThemAndGoes) {
-    const char* const before = std::getenv("TMPDIR");
-    const std::string kept = before != nullptr ? before : "";
-    setenv("TMPDIR", folder.Path().c_str(), 1);
     {
+        const TemporaryFolderName name(folder.Path());
         Platform::UnfinishedFile temporary;
         EXPECT_EQ(temporary.CreateTemporary(), 0);
         EXPECT_EQ(temporary.Write("text", 4), 0);
@@ -179,10 +177,9 @@ TEST_F(UnfinishedFile, ATemporaryFileStandsInTheFolderForThemAndGoes) {
         EXPECT_EQ(ModeOf(temporary.GetName()), 0600u);
     }
     EXPECT_EQ(CountFiles(), 0);
-    setenv("TMPDIR", folder.Path("none").c_str(), 1);
+    const TemporaryFolderName name(folder.Path("none"));
     EXPECT_EQ(file.CreateTemporary(), ENOENT);
     EXPECT_EQ(Platform::TemporaryFolder(), folder.Path("none"));
-    before != nullptr ? setenv("TMPDIR", kept.c_str(), 1) : unsetenv("TMPDIR");
 }
 
 TEST(ErrorText, TheWordsAreTheSystemsOwn) {

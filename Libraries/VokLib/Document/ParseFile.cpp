@@ -3,8 +3,10 @@
 #include <VokLib/Document/VokParse.h>
 #include <VokLib/Tree/ThrowVokException.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <memory>
+#include <new>
 
 namespace {
 
@@ -19,7 +21,9 @@ struct CloseFile {
 void VokParse::ParseFile(VokWorld& world, const std::string& path) {
     machine->failure = {};
     CheckFactories();
+    errno = 0;
     const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
+    if (file == nullptr && errno == ENOMEM) throw std::bad_alloc();
     if (file == nullptr) ThrowVokException("File open error: \"" + path + "\"");
     // Blocks are read straight into the buffer below.
     std::setvbuf(file.get(), nullptr, _IONBF, 0);

@@ -29,6 +29,8 @@ struct PushParser::Callbacks {
     static void Guard(PushParser& parser, Event event) {
         if (parser.failure) return;
         try {
+            // What the event would be told may not be all that the document says.
+            parser.memory.Check();
             event();
         } catch (...) {
             parser.failure = std::current_exception();
@@ -73,6 +75,7 @@ PushParser::PushParser(ParserEvents& receiver, std::string_view name, bool refus
     handlers->characters = Callbacks::Characters;
     context.reset(xmlCreatePushParserCtxt(handlers.get(), this, nullptr, 0, nullptr));
     if (context == nullptr) throw std::bad_alloc();
+    memory.Check();
 }
 
 PushParser::~PushParser() = default;
@@ -88,6 +91,7 @@ void PushParser::Stop() {
 int PushParser::Push(const char* bytes, std::size_t size, bool last) {
     const int code = xmlParseChunk(context.get(), bytes, static_cast<int>(size), last ? 1 : 0);
     if (failure) std::rethrow_exception(std::exchange(failure, nullptr));
+    memory.Check();
     if (code == 0) CheckNames();
     return code;
 }

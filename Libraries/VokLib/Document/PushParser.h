@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Document/ParserEvents.h"
+#include "Document/XmlMemory.h"
 
 #include <cstddef>
 #include <exception>
@@ -31,7 +32,8 @@ class PushParser {
     void Stop();
 
     /// Returns libxml2's error code, 0 for none. What an event threw, or a limit on nesting or
-    /// names, goes before any error.
+    /// names, goes before any error; so does std::bad_alloc when the parser itself ran out of
+    /// memory.
     int Push(const char* bytes, std::size_t size, bool last);
 
     int GetLine() const;
@@ -49,6 +51,7 @@ class PushParser {
     std::string documentName;
     bool refusesExternalSubset;
     std::size_t depth = 0;
+    XmlMemoryWatch memory;
     std::exception_ptr failure;
     std::unique_ptr<_xmlParserCtxt, void (*)(_xmlParserCtxt*)> context;
 };

@@ -143,6 +143,8 @@ void VokParse::FeedBlock(const char* bytes, std::size_t size, bool last,
 
     CBlockStreamBuffer blocks;
     std::ostream out(&blocks);
+    // A lack of memory comes out as such.
+    out.exceptions(std::ios_base::badbit);
     CUpdateBuffer input(machine->updateBuffer);
     VokUpdate::Get().Update(out, input, machine->version);
     BuildParser(documentName);

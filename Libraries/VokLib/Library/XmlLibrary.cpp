@@ -1,5 +1,7 @@
 #include "Library/XmlLibrary.h"
 
+#include "Document/XmlMemory.h"
+
 #include <libxml/globals.h>
 #include <libxml/parser.h>
 #include <libxml/xmlerror.h>
@@ -20,16 +22,27 @@ void DropError(void*, Error) {}
 }  // namespace
 
 XmlLibrary::XmlLibrary() {
+    XmlMemory::Install();
+    XmlMemoryWatch memory;
+    // First of all: the library speaks of a lack of memory on the standard error stream, too.
+    xmlSetGenericErrorFunc(nullptr, DropText);
+    xmlSetStructuredErrorFunc(nullptr, DropError);
     xmlInitParser();
     xmlSubstituteEntitiesDefault(1);
     xmlLoadExtDtdDefaultValue = 1;
     previousLoader = xmlGetExternalEntityLoader();
     xmlSetExternalEntityLoader(RefuseExternalEntity);
-    xmlSetGenericErrorFunc(nullptr, DropText);
-    xmlSetStructuredErrorFunc(nullptr, DropError);
+    if (memory.HasFailed()) {
+        Restore();
+        memory.Check();
+    }
 }
 
 XmlLibrary::~XmlLibrary() {
+    Restore();
+}
+
+void XmlLibrary::Restore() {
     xmlSetStructuredErrorFunc(nullptr, nullptr);
     xmlSetGenericErrorFunc(nullptr, nullptr);
     xmlSetExternalEntityLoader(previousLoader);

@@ -15,6 +15,7 @@
 
 #include <cstdio>
 #include <iostream>
+#include <new>
 
 using QelTools::Common::ThrowException;
 
@@ -58,6 +59,8 @@ void VoktTool::Run(int argc, const char* const* argv) {
         Execute(argc, argv);
     } catch (const VoktError& error) {
         handler->Add(error);
+    } catch (const std::bad_alloc& failure) {
+        handler->Add(VoktError(kUnknownFailure, failure.what()));
     } catch (...) {
         handler->Add(VoktError(kUnknownFailure));
     }

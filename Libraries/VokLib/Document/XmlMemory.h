@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstddef>
+
+/// The memory of libxml2. Where a copy of a name or value fails, libxml2 drops it and goes on with
+/// less of the document; so every failure is counted, and whoever uses libxml2 asks behind each
+/// use.
+class XmlMemory {
+  public:
+    /// Makes libxml2 take its memory through functions that count failures. Before its first use.
+    static void Install();
+
+    /// The failures of this process so far.
+    static std::size_t CountFailures();
+};
+
+/// Notices failures from its construction on.
+class XmlMemoryWatch {
+  public:
+    /// Throws std::bad_alloc when memory has failed since the last call or the construction.
+    void Check();
+    /// True when Check would throw.
+    bool HasFailed() const { return seen != XmlMemory::CountFailures(); }
+
+  private:
+    std::size_t seen = XmlMemory::CountFailures();
+};

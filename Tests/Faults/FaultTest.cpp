@@ -1,0 +1,208 @@
+#include "Faults/FaultyRun.h"
+#include "Platform/TestFolder.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <signal.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <ostream>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+using Texts = std::vector<std::string>;
+
+/// A program with arguments that makes "out" of "in.qeli".
+struct Work {
+    const char* name;
+    const char* program;
+    Texts arguments;
+    bool hasLog = false;
+};
+
+std::ostream& operator<<(std::ostream& out, const Work& work) {
+    return out << work.name;
+}
+
+const Work kBake = {"Bake", "rigbake", {"-in", "in.qeli", "-out", "out", "-ojc", "1"}};
+const Work kLoggedBake = {"LoggedBake",
+                          "rigbake",
+                          {"-in", "in.qeli", "-out", "out", "-ojc", "1", "-vs", "-logfile", "log"},
+                          true};
+const Work kConversion = {"Conversion", "qeli", {"convert", "in.qeli", "out"}};
+
+/// A small rig with a level of detail, constraints, a driven key and texts of every kind.
+constexpr const char* kRig = R"(<?xml version="1.0" encoding="ISO-8859-1"?>
+<QEL xmlns="http://qel.example/ns/qeli/1_28_1/qeli" filenameform="qelirelative">
+<scene><joint name="root"><rotatePivot>1 2 3</rotatePivot>
+<joint name="B&#228;r"><joint name="eye &amp; lid"></joint></joint>
+<joint name="hand"></joint></joint></scene>
+<objset name="skelLodSet1" type="set"><member path="||root|hand" membership=""/></objset>
+<animclip name="drivenKeys"><anim name="keys" target="||root|hand">
+<animChannel name="rotateY" channel="rotateY" inputObject="||root" inputChannel="rotateY">
+<animData interp="QELHermite" numKeys="2"><keyValues>0 1</keyValues>
+<keyTimes>0 1</keyTimes><tangents>0.5 0.5</tangents></animData></animChannel></anim></animclip>
+<aimConstraint name="aim" constrain="||root|B&#228;r"><target name="||root|hand" weight="1"/>
+<aim>1 0 0</aim><up>0 1 0</up><globalup>0 1 0</globalup></aimConstraint>
+<orientationConstraint name="turn" constrain="||root|B&#228;r|eye &amp; lid">
+<target name="||root|hand" weight="0.5"/><rotEul rotOrd="zxy">1 2 3</rotEul>
+<orientInterpolation>average</orientInterpolation></orientationConstraint>
+</QEL>
+)";
+
+class FaultyWork : public testing::TestWithParam<Work> {
+  protected:
+    FaultyWork() {
+        folder.Write("in.qeli", kRig);
+        const FaultyResult run = Run({});
+        EXPECT_EQ(run.status, 0) << run.output << run.errors;
+        wanted = folder.Read("out");
+        EXPECT_NE(wanted, kOld);
+        log = folder.Read("log");
+    }
+
+    FaultyResult Run(const Fault& fault) {
+        folder.Write("out", kOld);
+        return RunWithFault(folder.Path(), GetParam().program, GetParam().arguments, fault);
+    }
+
+    Texts Leftovers() const {
+        const std::set<std::string> known = {"in.qeli", "out", "log"};
+        Texts others;
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder.Path()))
+            if (known.count(entry.path().filename().string()) == 0)
+                others.push_back(entry.path().filename().string());
+        return others;
+    }
+
+    /// What holds for every run that something disturbs.
+    void ExpectHonest(const FaultyResult& run) {
+        EXPECT_EQ(run.signal, 0);
+        EXPECT_TRUE(run.status == 0 || run.status == 1) << run.status;
+        EXPECT_EQ(Leftovers(), Texts{});
+        EXPECT_TRUE(folder.Read("out") == (run.status == 0 ? wanted : kOld))
+            << "status " << run.status;
+        if (run.status == 0 && GetParam().hasLog && folder.Read("log") != log) {
+            EXPECT_NE(run.errors.find("WARNING: log file 'log' is not whole: "), std::string::npos);
+        }
+    }
+
+    static bool Says(const FaultyResult& run, const Texts& words) {
+        const std::string text = run.output + run.errors;
+        for (const std::string& word : words)
+            if (text.find(word) != std::string::npos) return true;
+        return false;
+    }
+
+    const std::string kOld = "the old content";
+    TestFolder folder;
+    std::string wanted;
+    std::string log;
+};
+
+class FailedAllocation : public FaultyWork {
+  protected:
+    void FailEach(bool isLasting) {
+        const long count = Run({Fault::Kind::Allocation}).count;
+        ASSERT_GT(count, 100);
+        for (long number = 1; number <= count && !HasFailure(); ++number) {
+            SCOPED_TRACE("allocation " + std::to_string(number));
+            const FaultyResult run = Run({Fault::Kind::Allocation, number, isLasting});
+            ExpectHonest(run);
+            if (run.status == 0) continue;
+            EXPECT_TRUE(Says(
+                run, {"std::bad_alloc", "Cannot allocate memory", "failed to create log thread"}))
+                << run.output << run.errors;
+        }
+    }
+};
+
+TEST_P(FailedAllocation, EachAlone) {
+    FailEach(false);
+}
+
+TEST_P(FailedAllocation, EachWithAllBehindIt) {
+    FailEach(true);
+}
+
+class FailedCall : public FaultyWork {
+  protected:
+    void FailEach(int error) {
+        // The copy to the log takes as many steps as the system's clock wants.
+        const long count = Run({Fault::Kind::Call}).count + 20;
+        ASSERT_GT(count, 20);
+        for (long number = 1; number <= count && !HasFailure(); ++number) {
+            SCOPED_TRACE("call " + std::to_string(number));
+            const FaultyResult run = Run({Fault::Kind::Call, number, false, error});
+            ExpectHonest(run);
+            if (run.status == 0) continue;
+            // The tests of names and the reader have words of their own, without a reason.
+            EXPECT_TRUE(
+                Says(run, {std::strerror(error), "is not readable.", "File open error: ",
+                           "File read error: ", "Failed to open file for Biff write.",
+                           "could not open 'log' for write", "is not writeable", "_fullpath failed",
+                           "Failed to create folder", "Failed to retrieve current"}))
+                << run.output << run.errors;
+        }
+    }
+};
+
+TEST_P(FailedCall, WithAFullDisk) {
+    FailEach(ENOSPC);
+}
+
+TEST_P(FailedCall, WithABrokenDisk) {
+    FailEach(EIO);
+}
+
+TEST_P(FailedCall, WithAnInterruption) {
+    FailEach(EINTR);
+}
+
+class EndedRun : public FaultyWork {
+  protected:
+    void EndInFrontOfEach(int signal) {
+        const long count = Run({Fault::Kind::Call}).count;
+        for (long number = 1; number <= count && !HasFailure(); ++number) {
+            SCOPED_TRACE("call " + std::to_string(number));
+            const FaultyResult run = Run({Fault::Kind::Call, number, false, 0, signal});
+            if (run.signal != signal) {
+                EXPECT_EQ(run.status, 0);
+            }
+            const std::string content = folder.Read("out");
+            EXPECT_TRUE(content == kOld || content == wanted);
+            // Between its name and its place a file of a process that is killed stays.
+            if (signal == SIGKILL) {
+                for (const std::string& name : Leftovers()) fs::remove(folder.Path(name));
+            }
+            EXPECT_EQ(Leftovers(), Texts{});
+        }
+    }
+};
+
+TEST_P(EndedRun, ByTheUser) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) EndInFrontOfEach(signal);
+}
+
+TEST_P(EndedRun, WithoutMercy) {
+    EndInFrontOfEach(SIGKILL);
+}
+
+std::string NameOf(const testing::TestParamInfo<Work>& work) {
+    return work.param.name;
+}
+
+const auto kWorks = testing::Values(kBake, kLoggedBake, kConversion);
+INSTANTIATE_TEST_SUITE_P(Of, FailedAllocation, kWorks, NameOf);
+INSTANTIATE_TEST_SUITE_P(Of, FailedCall, kWorks, NameOf);
+INSTANTIATE_TEST_SUITE_P(Of, EndedRun, kWorks, NameOf);
+
+}  // namespace

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// What goes wrong in a run: allocations or calls of the system, counted from 1.
+struct Fault {
+    enum class Kind { Allocation, Call };
+
+    Kind kind = Kind::Allocation;
+    long number = 0;         ///< the one that fails; 0: none
+    bool isLasting = false;  ///< all behind it fail as well
+    int error = 0;           ///< of a call
+    int signal = 0;          ///< in place of an error, sent to the process in front of the call
+};
+
+struct FaultyResult {
+    int status = -1;     ///< the exit status; below 0 when a signal ended the process
+    int signal = 0;      ///< that signal
+    std::string output;  ///< standard output
+    std::string errors;  ///< standard error
+    long count = 0;      ///< the allocations or calls of a run that came to its end
+};
+
+/// Runs a built program in a folder with a library ahead of its own that makes the fault.
+FaultyResult RunWithFault(const std::string& folder, const std::string& program,
+                          const std::vector<std::string>& arguments, const Fault& fault);
