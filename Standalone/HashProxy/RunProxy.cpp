@@ -8,7 +8,7 @@
 #include <Platform/Clock.h>
 #include <Platform/MessagePipe.h>
 #include <Platform/MessagePipeServer.h>
-#include <Platform/ReplaceFile.h>
+#include <Platform/ErrorText.h>
 
 #include <array>
 #include <exception>

@@ -4,10 +4,10 @@
 
 #include <Platform/ErrorText.h>
 #include <Platform/Folders.h>
-#include <VokLib/VokException.h>
-#include <VokLib/VokParse.h>
-#include <VokLib/VokParseFailure.h>
-#include <VokLib/VokWorld.h>
+#include <VokLib/Base/VokException.h>
+#include <VokLib/Document/VokParse.h>
+#include <VokLib/Document/VokParseFailure.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <algorithm>
 #include <cerrno>

@@ -4,13 +4,13 @@
 #include <Platform/Paths.h>
 #include <QelTools/AsciiText.h>
 #include <QelTools/Exception.h>
-#include <VoktFramework/VoktHashClient.h>
-#include <VoktFramework/VoktLoadQeli.h>
-#include <VoktFramework/VoktOutputPath.h>
-#include <VoktFramework/VoktSaveBiff.h>
-#include <VoktRigbake/VoktChangeUpAxis.h>
-#include <VoktRigbake/VoktFindRootJoints.h>
-#include <VoktRigbake/VoktRigbake.h>
+#include <VoktFramework/Saving/VoktOutputPath.h>
+#include <VoktFramework/Saving/VoktSaveBiff.h>
+#include <VoktFramework/Stages/VoktHashClient.h>
+#include <VoktFramework/Stages/VoktLoadQeli.h>
+#include <VoktRigbake/Stages/VoktChangeUpAxis.h>
+#include <VoktRigbake/Stages/VoktFindRootJoints.h>
+#include <VoktRigbake/Stages/VoktRigbake.h>
 
 using QelTools::Common::TextException;
 
