@@ -23,8 +23,7 @@ else()
   endif()
 endif()
 if(WIN32)
-  target_compile_definitions(RigbakeOptions INTERFACE
-    NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601 LIBXML_STATIC LIBXSLT_STATIC LIBEXSLT_STATIC)
+  target_compile_definitions(RigbakeOptions INTERFACE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601)
 endif()
 
 if(RIGBAKE_SANITIZE)

@@ -1,11 +1,12 @@
 #include "VokLib/SceneTestTools.h"
 
+#include <VokLib/Objects/Geometry/VokCluster.h>
 #include <VokLib/Objects/Geometry/VokDeformer.h>
+#include <VokLib/Objects/Geometry/VokMesh.h>
 
 #include <gtest/gtest.h>
 
 namespace SceneTest {
-
 namespace {
 
 TEST(Deformer, RoundTripsWithItsChildren) {
@@ -25,6 +26,12 @@ TEST(Deformer, NeedsItsTarget) {
               "<deformer name=\"d\" target=\"\">\n</deformer>");
 }
 
-}  // namespace
+TEST(Cluster, IsAnObjectWithChildrenAndNoMore) {
+    EXPECT_EQ(Rewritten<VokCluster>(R"(<cluster name="c"><node name="n"/></cluster>)"),
+              "<cluster name=\"c\">\n<node name=\"n\">\n</node>\n</cluster>");
+    EXPECT_EQ(LoadFailure(R"(<cluster name="c"><weights/></cluster>)"),
+              (Failure{"Unknown tag \"weights\"", "|c"}));
+}
 
+}  // namespace
 }  // namespace SceneTest

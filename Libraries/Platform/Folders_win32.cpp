@@ -1,0 +1,44 @@
+#include <Platform/Folders.h>
+
+#include <sys/stat.h>
+#include <windows.h>
+// Behind the header on which it stands.
+#include <shlobj.h>
+
+#include <algorithm>
+
+namespace Platform {
+
+namespace {
+
+/// The system's file status, which knows no name that ends in a separator.
+bool Status(std::string path, struct _stat64& status) {
+    while (path.size() > 1 && (path.back() == '\\' || path.back() == '/') &&
+           path[path.size() - 2] != ':')
+        path.pop_back();
+    return _stat64(path.c_str(), &status) == 0;
+}
+
+}  // namespace
+
+bool IsFolder(const std::string& path) {
+    struct _stat64 status;
+    return Status(path, status) && (status.st_mode & _S_IFMT) == _S_IFDIR;
+}
+
+bool IsRegularFile(const std::string& path) {
+    struct _stat64 status;
+    return Status(path, status) && (status.st_mode & _S_IFMT) == _S_IFREG;
+}
+
+bool CreateFolders(const std::string& path) {
+    if (IsFolder(path)) return true;
+    // The call takes full names with backslashes alone.
+    char full[MAX_PATH];
+    if (_fullpath(full, path.c_str(), sizeof full) == nullptr) return false;
+    SHCreateDirectoryExA(nullptr, full, nullptr);
+    // What is there already, made by whomever, is told by the look at the folder in the end.
+    return IsFolder(path);
+}
+
+}  // namespace Platform

@@ -1,0 +1,151 @@
+#include <Platform/ErrorText.h>
+#include <Platform/OutputCapture.h>
+
+#include "ErrorNumber_win32.h"
+#include "HandleIo_win32.h"
+#include "OwnedHandle_win32.h"
+
+#include <fcntl.h>
+#include <io.h>
+
+#include <atomic>
+#include <cstdio>
+#include <iostream>
+#include <utility>
+
+namespace Platform {
+
+/// What the capture and its thread share. The thread works on the system's handles alone: the
+/// library's descriptors have locks, and a thread that is ended by force may hold one for good.
+struct OutputCapture::Copy {
+    ~Copy() {
+        for (const int descriptor : {pipeRead, pipeWrite, savedOutput})
+            if (descriptor >= 0) _close(descriptor);
+    }
+
+    bool Open();
+    void Run();
+    static DWORD WINAPI RunThread(void* copy);
+
+    OwnedHandle log;
+    int logError = 0;  // the first; the thread's until it has ended
+    int pipeRead = -1;
+    int pipeWrite = -1;
+    int savedOutput = -1;
+    OwnedHandle thread;
+};
+
+namespace {
+
+constexpr int kStandardOutput = 1;
+constexpr unsigned int kPipeSize = 1024;
+constexpr DWORD kTerminated = 1;
+
+HANDLE HandleOf(int descriptor) {
+    return reinterpret_cast<HANDLE>(_get_osfhandle(descriptor));
+}
+
+void FlushStandardOutput() {
+    std::cout.flush();
+    std::fflush(stdout);
+}
+
+/// What a broken standard output refused must not silence what comes behind it.
+void ForgetRefusedOutput() {
+    std::clearerr(stdout);
+    std::cout.clear();
+}
+
+/// Whether line feeds become two characters on their way to a descriptor.
+int TranslationOf(int descriptor) {
+    const int mode = _setmode(descriptor, _O_BINARY);
+    _setmode(descriptor, mode);
+    return mode;
+}
+
+}  // namespace
+
+/// Text that comes through the pipe has got its line ends already, as standard output writes them,
+/// so that the old standard output and the log get the same bytes.
+bool OutputCapture::Copy::Open() {
+    int ends[2];
+    if (_pipe(ends, kPipeSize, _O_BINARY | _O_NOINHERIT) != 0) return false;
+    pipeRead = ends[0];
+    pipeWrite = ends[1];
+    savedOutput = _dup(kStandardOutput);
+    if (savedOutput < 0) return false;
+    SetHandleInformation(HandleOf(savedOutput), HANDLE_FLAG_INHERIT, 0);
+    const int translation = TranslationOf(kStandardOutput);
+    _setmode(savedOutput, translation);
+    _setmode(pipeWrite, translation);
+    return true;
+}
+
+void OutputCapture::Copy::Run() {
+    const HANDLE source = HandleOf(pipeRead);
+    const HANDLE output = HandleOf(savedOutput);
+    bool outputTakesMore = true;
+    char buffer[kPipeSize];
+    for (;;) {
+        DWORD count = 0;
+        if (!ReadFile(source, buffer, sizeof buffer, &count, nullptr)) break;
+        // Nobody listening any more is no reason to lose the log, nor to leave the pipe to fill up.
+        outputTakesMore = outputTakesMore && WriteAll(output, buffer, count) == 0;
+        const int error = WriteAll(log.Get(), buffer, count);
+        if (logError == 0) logError = error;
+    }
+}
+
+DWORD WINAPI OutputCapture::Copy::RunThread(void* copy) {
+    static_cast<Copy*>(copy)->Run();
+    return 0;
+}
+
+OutputCapture::OutputCapture() = default;
+
+OutputCapture::~OutputCapture() {
+    Stop();
+}
+
+OutputCapture::StartResult OutputCapture::Start(const std::string& logFile) {
+    const auto starting = std::make_shared<Copy>();
+    starting->log.Reset(CreateFileA(logFile.c_str(), GENERIC_WRITE,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, CREATE_ALWAYS,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!starting->log.IsValid()) return StartResult::kLogNotOpened;
+
+    FlushStandardOutput();
+    ForgetRefusedOutput();
+    if (!starting->Open()) return StartResult::kThreadNotStarted;
+    starting->thread.Reset(CreateThread(nullptr, 0, &Copy::RunThread, starting.get(), 0, nullptr));
+    if (!starting->thread.IsValid()) return StartResult::kThreadNotStarted;
+    const bool isRedirected = _dup2(starting->pipeWrite, kStandardOutput) == 0;
+    _close(std::exchange(starting->pipeWrite, -1));
+    if (!isRedirected) {
+        WaitForSingleObject(starting->thread.Get(), INFINITE);
+        return StartResult::kThreadNotStarted;
+    }
+    copy = starting;
+    return StartResult::kStarted;
+}
+
+bool OutputCapture::Stop(std::chrono::milliseconds wait) {
+    if (copy == nullptr) return true;
+    const std::shared_ptr<Copy> stopping = std::move(copy);
+    copy = nullptr;
+    FlushStandardOutput();
+    // Descriptor 1 is the pipe's last writing end: giving it back is what lets the thread come to
+    // the pipe's end.
+    _dup2(stopping->savedOutput, kStandardOutput);
+    const HANDLE thread = stopping->thread.Get();
+    if (WaitForSingleObject(thread, static_cast<DWORD>(wait.count())) == WAIT_OBJECT_0) {
+        if (stopping->logError != 0) logFault = ErrorText(stopping->logError);
+        return true;
+    }
+    TerminateThread(thread, kTerminated);
+    // What it was given must stay until it has really gone.
+    WaitForSingleObject(thread, INFINITE);
+    return false;
+}
+
+}  // namespace Platform

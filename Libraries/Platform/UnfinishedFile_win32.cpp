@@ -1,0 +1,126 @@
+#include <Platform/TemporaryFile.h>
+#include <Platform/UnfinishedFile.h>
+
+#include "EndingEvents_win32.h"
+#include "ErrorNumber_win32.h"
+#include "HandleIo_win32.h"
+#include "LinkTarget_win32.h"
+#include "OwnedHandle_win32.h"
+
+#include <cerrno>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace Platform {
+
+namespace {
+
+constexpr int kMostAttempts = 10000;
+/// Scanners and indexers open a new file for a moment; a name that they keep busy is tried again.
+constexpr int kMostMoves = 20;
+constexpr DWORD kPauseBetweenMoves = 25;
+
+std::string FolderPart(const std::string& path) {
+    return path.substr(0, path.find_last_of("/\\:") + 1);
+}
+
+/// Who may do what with a file, for a file that takes another's place. Where the file system knows
+/// no such thing, nothing is to be copied.
+void CopyPermissions(const std::string& from, const std::string& to) {
+    DWORD size = 0;
+    GetFileSecurityA(from.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
+    if (size == 0) return;
+    std::vector<char> permissions(size);
+    if (GetFileSecurityA(from.c_str(), DACL_SECURITY_INFORMATION, permissions.data(), size, &size))
+        SetFileSecurityA(to.c_str(), DACL_SECURITY_INFORMATION, permissions.data());
+}
+
+}  // namespace
+
+struct UnfinishedFile::File {
+    ~File() {
+        handle.Reset();
+        if (named) DeleteFileA(named->GetName().c_str());
+    }
+
+    int CreateIn(const std::string& folder);
+    int Publish();
+
+    OwnedHandle handle;
+    std::string target;
+    std::optional<RemoveOnEvent> named;
+};
+
+int UnfinishedFile::File::CreateIn(const std::string& folder) {
+    const std::string start = folder + ".unfinished-" + std::to_string(GetCurrentProcessId()) + "-";
+    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
+        named.emplace(start + std::to_string(attempt));
+        handle.Reset(CreateFileA(named->GetName().c_str(), GENERIC_READ | GENERIC_WRITE,
+                                 FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                 CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (handle.IsValid()) return 0;
+        const int error = LastErrorNumber();
+        named.reset();
+        if (error != EEXIST) return error;
+    }
+    return EEXIST;
+}
+
+int UnfinishedFile::File::Publish() {
+    // A crash of the machine must not leave the new name with nothing behind it.
+    if (const int error = Flush(handle.Get()); error != 0) return error;
+    handle.Reset();
+    int error = 0;
+    for (int attempt = 0; attempt < kMostMoves; ++attempt) {
+        if (attempt > 0) Sleep(kPauseBetweenMoves);
+        if (MoveFileExA(named->GetName().c_str(), target.c_str(),
+                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
+            named.reset();
+            return 0;
+        }
+        error = LastErrorNumber();
+        if (error != EACCES) break;
+    }
+    return error;
+}
+
+UnfinishedFile::UnfinishedFile() = default;
+UnfinishedFile::~UnfinishedFile() = default;
+
+int UnfinishedFile::CreateBeside(const std::string& path) {
+    if (path.empty()) return ENOENT;
+    auto creating = std::make_unique<File>();
+    if (const int error = FollowLinks(path, creating->target); error != 0) return error;
+    if (const int error = creating->CreateIn(FolderPart(creating->target)); error != 0)
+        return error;
+    const DWORD attributes = GetFileAttributesA(creating->target.c_str());
+    if (attributes != INVALID_FILE_ATTRIBUTES) {
+        CopyPermissions(creating->target, creating->named->GetName());
+        SetFileAttributesA(creating->named->GetName().c_str(), attributes);
+    }
+    file = std::move(creating);
+    return 0;
+}
+
+int UnfinishedFile::CreateTemporary() {
+    auto creating = std::make_unique<File>();
+    if (const int error = creating->CreateIn(TemporaryFolder()); error != 0) return error;
+    file = std::move(creating);
+    return 0;
+}
+
+const std::string& UnfinishedFile::GetName() const {
+    return file->named->GetName();
+}
+
+int UnfinishedFile::Write(const char* bytes, std::size_t size) {
+    return WriteAll(file->handle.Get(), bytes, size);
+}
+
+int UnfinishedFile::Publish() {
+    const std::unique_ptr<File> publishing = std::move(file);
+    return publishing->Publish();
+}
+
+}  // namespace Platform
