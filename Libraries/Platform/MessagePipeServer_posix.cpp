@@ -30,11 +30,12 @@ std::uint32_t LastError() {
     return static_cast<std::uint32_t>(errno);
 }
 
-/// Tells whoever looks at the lock which process holds it.
+/// Tells whoever looks at the lock which process holds it. The line is never empty once it was
+/// written: what is left of a longer one goes last.
 void WriteProcessId(int descriptor) {
     const std::string text = std::to_string(OwnProcessId()) + "\n";
-    if (ftruncate(descriptor, 0) != 0) return;
-    [[maybe_unused]] const ssize_t written = pwrite(descriptor, text.data(), text.size(), 0);
+    if (pwrite(descriptor, text.data(), text.size(), 0) < 0) return;
+    [[maybe_unused]] const int cut = ftruncate(descriptor, static_cast<off_t>(text.size()));
 }
 
 }  // namespace

@@ -1,0 +1,276 @@
+#include <HashClient/ProxyMessage.h>
+#include <HashClient/QelHashClient.h>
+#include <Platform/MessagePipe.h>
+#include <Platform/MessagePipeServer.h>
+#include <Platform/Process.h>
+#include <gtest/gtest.h>
+
+#include <array>
+#include <atomic>
+#include <list>
+#include <memory>
+
+#include "Database.h"
+#include "HashProxy/Collision.h"
+#include "HashProxy/ProxyFolder.h"
+
+namespace {
+
+using namespace std::string_literals;
+using Platform::MessagePipe;
+using Platform::PipeExchange;
+
+/// The program as the tools start it, in a registry of its own.
+class HashProxyTest : public testing::Test {
+  protected:
+    HashProxyTest() {
+        for (const auto& [name, value] : folder.Environment())
+            setenv(name.c_str(), value.c_str(), 1);
+    }
+    ~HashProxyTest() override { QelHashClient::Shutdown(); }
+
+    static void Start() { ASSERT_EQ(Platform::StartDetached({"QelHashProxy.exe"}), 0); }
+
+    /// A connection to a proxy that serves or soon will.
+    static std::unique_ptr<MessagePipe> Connected() {
+        auto pipe = std::make_unique<MessagePipe>();
+        EXPECT_TRUE(Eventually([&] { return pipe->Open(ProxyMessage::PipeAddress()) == 0; }));
+        EXPECT_EQ(pipe->SetMessageMode(), 0u);
+        return pipe;
+    }
+
+    /// The reply to `request`; "gone" when the proxy hung up.
+    static std::string Ask(MessagePipe& pipe, const std::string& request) {
+        std::string reply(ProxyMessage::kBufferSize, 'x');
+        std::size_t received = 0;
+        std::uint32_t error = 0;
+        const PipeExchange exchange = pipe.Transact(request, reply, 30'000, received, error);
+        if (exchange == PipeExchange::Failed) return "failed " + std::to_string(error);
+        return exchange == PipeExchange::Done ? reply.substr(0, received) : "gone";
+    }
+
+    /// Runs the program in a shell. Gives what it prints and, behind a blank, its status.
+    std::string Run(const std::string& before, const std::string& behind) const {
+        const std::string out = folder.Path("out");
+        EXPECT_EQ(std::system(("{ " + before + " QelHashProxy.exe " + behind +
+                               "; echo \" $?\"; } >'" + out + "' 2>&1 </dev/null")
+                                  .c_str()),
+                  0);
+        return ProxyFolder::Content(out);
+    }
+
+    QelHashResult Add(const std::string& string, const char* category = "joint") {
+        return QelHashClient::AddString(category, string.c_str(), hash, other.data(),
+                                        static_cast<std::int32_t>(other.size()));
+    }
+
+    ProxyFolder folder;
+    std::uint32_t hash = 0;
+    std::array<char, 256> other{};
+};
+
+const std::string kGoodbye = "\2\0\0\0\x15\0\0\0\4\0\0\0shutdown\0"s;
+
+}  // namespace
+
+TEST_F(HashProxyTest, AnswersByteForByte) {
+    Start();
+    const auto pipe = Connected();
+    // The four strings, 4, 2, 6 and 5 bytes, end at byte 41.
+    const std::string request =
+        "\0\0\0\0\x29\0\0\0\x10\0\0\0\x10\0\0\0\x0E\0\0\0\x10\0\0\0app\0r\0joint\0hips\0"s;
+    EXPECT_EQ(Ask(*pipe, request), "\0\0\0\x80\x10\0\0\0\xD0\x56\x1C\x81\0\0\0\0"s);
+    EXPECT_EQ(Ask(*pipe, kGoodbye), "\2\0\0\x80\x08\0\0\0"s);
+    // The connection lasts until the client closes it.
+    EXPECT_EQ(Ask(*pipe, request), "\0\0\0\x80\x10\0\0\0\xD0\x56\x1C\x81\0\0\0\0"s);
+}
+
+TEST_F(HashProxyTest, ABadRequestEndsItsClientAlone) {
+    Start();
+    const auto good = Connected();
+    EXPECT_EQ(Ask(*good, kGoodbye).size(), 8u);
+    const std::string far = "\0\0\0\0\x1C\0\0\0\x10\0\0\0\x10\0\0\0\x0C\0\0\0\0\0\0\x7F\0\0\0\0"s;
+    for (const std::string& request :
+         {"\0"s, "\1\0\0\0\x08\0\0\0"s, "\2\0\0\0\x09\0\0\0"s, far, "shutdown"s,
+          std::string(ProxyMessage::kBufferSize, '\0'),
+          std::string(ProxyMessage::kBufferSize + 1, '\0'), std::string(100'000, 'x')}) {
+        const auto bad = Connected();
+        EXPECT_EQ(Ask(*bad, request), "gone") << request.size();
+        EXPECT_EQ(Ask(*bad, kGoodbye), "gone");
+    }
+    EXPECT_EQ(Ask(*good, kGoodbye).size(), 8u);
+}
+
+TEST_F(HashProxyTest, ACollisionIsAnsweredWithTheStringThatWasThereFirst) {
+    const auto [one, two] = CollidingNames();
+    ASSERT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
+    EXPECT_EQ(Add(one), QelHashResult::Ok);
+    EXPECT_EQ(Add(two), QelHashResult::HashCollision);
+    EXPECT_EQ(hash, QelHashClient::LocalHash(two));
+    EXPECT_EQ(other.data(), one);
+    EXPECT_EQ(Add(two, "drivenkeychannel"), QelHashResult::Ok);
+    EXPECT_EQ(QelHashClient::Shutdown(), QelHashResult::Ok);
+    // Another run, and another proxy.
+    ProxyFolder::Kill(folder.Server());
+    ASSERT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
+    EXPECT_EQ(Add(two), QelHashResult::HashCollision);
+    EXPECT_EQ(other.data(), one);
+}
+
+TEST_F(HashProxyTest, ManyClientsAreServedAtOnce) {
+    Start();
+    std::list<std::unique_ptr<MessagePipe>> pipes;
+    for (int i = 0; i < 100; ++i) pipes.push_back(Connected());
+    for (int round = 0; round < 2; ++round)
+        for (const auto& pipe : pipes) EXPECT_EQ(Ask(*pipe, kGoodbye).size(), 8u);
+}
+
+TEST_F(HashProxyTest, OfFiftyThatStartAtOnceOneServes) {
+    // A tool that is there from the start keeps the one at work.
+    ASSERT_EQ(std::system("for i in $(seq 50); do QelHashProxy.exe & done"), 0);
+    const auto pipe = Connected();
+    EXPECT_EQ(Ask(*pipe, kGoodbye).size(), 8u);
+    EXPECT_TRUE(Eventually([&] { return folder.Proxies().size() == 1; }));
+    EXPECT_EQ(folder.Proxies(), std::vector<int>{folder.Server()});
+    EXPECT_EQ(Ask(*pipe, kGoodbye).size(), 8u);
+}
+
+TEST_F(HashProxyTest, ASecondOneStepsAsideWithSuccess) {
+    Start();
+    const auto pipe = Connected();
+    const int server = folder.Server();
+    EXPECT_EQ(Run("", ""), " 0\n");
+    EXPECT_EQ(folder.Server(), server);
+    EXPECT_EQ(Ask(*pipe, kGoodbye).size(), 8u);
+}
+
+TEST_F(HashProxyTest, OneThatEndsInsteadOfAnsweringIsReplaced) {
+    auto ending = std::make_unique<Platform::MessagePipeServer>(ProxyMessage::kBufferSize);
+    std::uint32_t error = 0;
+    ASSERT_EQ(ending->Claim(ProxyMessage::PipeAddress(), error),
+              Platform::MessagePipeServer::Claimed::ByUs);
+    ASSERT_EQ(ending->Open(), 0u);
+    Start();
+    const auto question = ending->WaitForMessage(30'000);
+    ASSERT_TRUE(question.has_value());
+    EXPECT_EQ(question->bytes, kGoodbye);
+    ending.reset();
+    const auto pipe = Connected();
+    EXPECT_EQ(Ask(*pipe, kGoodbye).size(), 8u);
+}
+
+TEST_F(HashProxyTest, AKilledProxyLosesNoAnsweredString) {
+    ASSERT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
+    std::atomic<bool> done = false;
+    std::thread killer([&] {
+        for (int i = 0; i < 6; ++i) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(15));
+            const int server = folder.Server();
+            EXPECT_GT(server, 0);
+            ProxyFolder::Kill(server);
+            Start();
+        }
+        done = true;
+    });
+    std::vector<std::string> answered;
+    while (!done || answered.size() < 100) {
+        const std::string name = "name" + std::to_string(answered.size());
+        ASSERT_EQ(Add(name), QelHashResult::Ok) << name;
+        answered.push_back(name);
+    }
+    killer.join();
+    EXPECT_EQ(QelHashClient::Shutdown(), QelHashResult::Ok);
+    ProxyFolder::Kill(folder.Server());
+    Database database(folder.Database());
+    Statement check(database, "PRAGMA integrity_check");
+    ASSERT_TRUE(check.Step());
+    EXPECT_EQ(check.Text(0), "ok");
+    Statement find(database, "SELECT 1 FROM strings WHERE category = 'joint' AND string = ?");
+    for (const std::string& name : answered) {
+        find.Reset();
+        find.Bind(1, name);
+        EXPECT_TRUE(find.Step()) << name;
+    }
+}
+
+TEST_F(HashProxyTest, AProxyThatIsGoneForGoodEndsTheRequest) {
+    ASSERT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
+    EXPECT_EQ(Add("hips"), QelHashResult::Ok);
+    EXPECT_TRUE(Eventually([&] { return folder.Proxies().size() == 1; }));
+    ProxyFolder::Kill(folder.Server());
+    EXPECT_EQ(Add("spine"), QelHashResult::ProxyError);
+    EXPECT_EQ(QelHashClient::GetFailureLocation(), 254);
+    EXPECT_EQ(QelHashClient::GetFailureError(), 9u);
+}
+
+TEST_F(HashProxyTest, EndsWhenNobodyNeedsItAndNotBefore) {
+    setenv("QEL_HASH_IDLE_SECONDS", "1", 1);
+    Start();
+    auto pipe = Connected();
+    EXPECT_EQ(Ask(*pipe, kGoodbye).size(), 8u);
+    std::this_thread::sleep_for(std::chrono::milliseconds(1300));
+    EXPECT_EQ(Ask(*pipe, kGoodbye).size(), 8u);
+    const auto begin = std::chrono::steady_clock::now();
+    pipe.reset();
+    EXPECT_TRUE(Eventually([&] { return folder.Proxies().empty(); }));
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(950));
+    EXPECT_FALSE(std::filesystem::exists(folder.Path("QelHashProxy_pipe")));
+    EXPECT_FALSE(std::filesystem::exists(folder.Database() + "-wal"));
+}
+
+TEST_F(HashProxyTest, StandsInTheDatabasesFolder) {
+    Start();
+    const auto pipe = Connected();
+    EXPECT_EQ(std::filesystem::read_symlink("/proc/" + std::to_string(folder.Server()) + "/cwd"),
+              folder.Path("data"));
+}
+
+TEST_F(HashProxyTest, TheDatabaseStandsInTheUsersDataFolderByDefault) {
+    setenv("XDG_DATA_HOME", folder.Path("home").c_str(), 1);
+    setenv("QEL_HASH_DATABASE", "", 1);
+    Start();
+    const auto pipe = Connected();
+    EXPECT_TRUE(std::filesystem::exists(folder.Path("home/QelHashProxy/registry.sqlite")));
+    unsetenv("XDG_DATA_HOME");
+}
+
+TEST_F(HashProxyTest, ADatabaseThatCannotBeUsedIsToldAndNoToolIsLetIn) {
+    const std::string log = folder.Path("log");
+    EXPECT_EQ(Run("QEL_HASH_DATABASE='" + folder.Path() + "'", ""),
+              "QelHashProxy: The hash registry's database: unable to open database file\n 1\n");
+    EXPECT_FALSE(std::filesystem::exists(folder.Path("QelHashProxy_pipe")));
+    EXPECT_EQ(
+        Run("QEL_HASH_DATABASE='" + folder.Path("out/file") +
+                "' QEL_HASH_PROXY_DEBUG_MODE='file:" + log + "'",
+            ""),
+        "QelHashProxy: The database's folder cannot be made: " + folder.Path("out") + "\n 1\n");
+    EXPECT_NE(ProxyFolder::Content(log).find(
+                  "): The database's folder cannot be made: " + folder.Path("out") + "\n\n"),
+              std::string::npos);
+    EXPECT_EQ(Run("env -u HOME -u XDG_DATA_HOME QEL_HASH_DATABASE=", ""),
+              "QelHashProxy: There is no folder for the user's data; set QEL_HASH_DATABASE\n 1\n");
+}
+
+TEST_F(HashProxyTest, IdleSecondsAreAWholeNumber) {
+    for (const char* const value : {"0", "-1", "1.5", "x", "86401", "99999999999"})
+        EXPECT_EQ(Run(std::string("QEL_HASH_IDLE_SECONDS=") + value, ""),
+                  std::string("QelHashProxy: QEL_HASH_IDLE_SECONDS is not a number of seconds from "
+                              "1 to 86400: ") +
+                      value + "\n 1\n");
+}
+
+TEST_F(HashProxyTest, APipeThatCannotBeOpenedIsTold) {
+    EXPECT_EQ(Run("XDG_RUNTIME_DIR='" + folder.Path("out") + "'", ""),
+              "QelHashProxy: The pipe cannot be opened: Not a directory\n 1\n");
+}
+
+TEST_F(HashProxyTest, HelpAndVersionStartNothing) {
+    EXPECT_EQ(Run("", "--version"), "QelHashProxy 1.28.3\n 0\n");
+    const std::string help = Run("", "--help");
+    EXPECT_NE(help.find("QEL_HASH_DATABASE"), std::string::npos);
+    EXPECT_NE(help.find("QEL_HASH_IDLE_SECONDS"), std::string::npos);
+    EXPECT_EQ(help.substr(help.size() - 3), " 0\n");
+    const std::string wrong = Run("", "serve");
+    EXPECT_EQ(wrong.substr(wrong.size() - 3), " 2\n");
+    EXPECT_FALSE(std::filesystem::exists(folder.Path("QelHashProxy_pipe.lock")));
+}

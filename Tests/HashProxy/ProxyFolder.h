@@ -1,0 +1,94 @@
+#pragma once
+
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+/// A fresh folder for the pipe and the database of a registry of its own. Every proxy that was
+/// started with its environment ends with the object.
+class ProxyFolder {
+  public:
+    ProxyFolder() {
+        std::random_device random;
+        do {
+            path = std::filesystem::temp_directory_path() /
+                   ("rigbake proxy " + std::to_string(random()));
+        } while (!std::filesystem::create_directory(path));
+        path = std::filesystem::canonical(path);
+    }
+    ProxyFolder(const ProxyFolder&) = delete;
+    ProxyFolder& operator=(const ProxyFolder&) = delete;
+    ~ProxyFolder() {
+        for (std::vector<int> left = Proxies(); !left.empty(); left = Proxies())
+            for (const int process : left) Kill(process);
+        std::error_code ignored;
+        std::filesystem::remove_all(path, ignored);
+    }
+
+    std::string Path(const std::string& name = "") const {
+        return name.empty() ? path.string() : (path / name).string();
+    }
+    std::string Database() const { return Path("data/registry.sqlite"); }
+
+    /// The environment in which tools and proxies find this registry.
+    std::vector<std::pair<std::string, std::string>> Environment() const {
+        return {{"XDG_RUNTIME_DIR", Path()},
+                {"QEL_HASH_DATABASE", Database()},
+                {"QEL_HASH_IDLE_SECONDS", "20"},
+                {"QEL_HASH_SERVER_NAME", "local"},
+                {"PATH", std::string(RIGBAKE_PROGRAMS) + ":" + std::getenv("PATH")}};
+    }
+
+    /// The process that holds the pipe's lock or held it last; 0 before the first.
+    int Server() const {
+        int process = 0;
+        std::ifstream(Path("QelHashProxy_pipe.lock")) >> process;
+        return process;
+    }
+
+    /// The processes that run as proxies of this registry.
+    std::vector<int> Proxies() const {
+        std::vector<int> found;
+        std::error_code ignored;
+        for (const auto& entry : std::filesystem::directory_iterator("/proc", ignored)) {
+            const std::string name = entry.path().filename();
+            if (name.find_first_not_of("0123456789") != std::string::npos) continue;
+            if (Content(entry.path() / "comm") == "QelHashProxy.ex\n" &&
+                Content(entry.path() / "environ").find("=" + Path() + '\0') != std::string::npos)
+                found.push_back(std::stoi(name));
+        }
+        return found;
+    }
+
+    /// Ends a process at once, whatever it does. 0 is none: the system would take it for everybody.
+    static void Kill(int process) {
+        if (process <= 0) return;
+        [[maybe_unused]] const int status =
+            std::system(("kill -9 " + std::to_string(process) + " 2>/dev/null").c_str());
+    }
+
+    static std::string Content(const std::filesystem::path& file) {
+        std::ifstream in(file, std::ios::binary);
+        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+    }
+
+  private:
+    std::filesystem::path path;
+};
+
+/// Waits until `condition` holds, at most half a minute. False when it never did.
+template <class Condition>
+bool Eventually(Condition condition) {
+    for (int i = 0; i < 6000; ++i) {
+        if (condition()) return true;
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    return false;
+}
