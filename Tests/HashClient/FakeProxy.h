@@ -6,7 +6,6 @@
 #include <cstdint>
 #include <cstdlib>
 #include <deque>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -52,25 +51,4 @@ class FakeProxyTest : public testing::Test {
     static void Break(std::uint32_t error) {
         Script().turns.push_back({Platform::PipeExchange::NotConnected, {}, error});
     }
-};
-
-/// Sets an environment variable for as long as the object lives; what was there before comes back.
-class ScopedVariable {
-  public:
-    ScopedVariable(const char* name, const char* value) : variable(name) {
-        if (const char* const old = std::getenv(name)) before = old;
-        setenv(name, value, 1);
-    }
-    ~ScopedVariable() {
-        if (before.has_value())
-            setenv(variable, before->c_str(), 1);
-        else
-            unsetenv(variable);
-    }
-    ScopedVariable(const ScopedVariable&) = delete;
-    ScopedVariable& operator=(const ScopedVariable&) = delete;
-
-  private:
-    const char* variable;
-    std::optional<std::string> before;
 };

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "HashClient/FakeProxy.h"
+#include "Platform/ScopedEnvironment.h"
 
 namespace {
 
@@ -63,15 +64,15 @@ TEST(QelHashClient, InitialisesOnceUntilItIsShutDown) {
 }
 
 TEST(QelHashClient, AnEmptyServerNameMeansNoProxy) {
-    const ScopedVariable server("QEL_HASH_SERVER_NAME", "");
+    const ScopedEnvironment server("QEL_HASH_SERVER_NAME", "");
     EXPECT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
     EXPECT_EQ(Added("joint").hash, 0x620A83F8u);
     EXPECT_EQ(QelHashClient::Shutdown(), QelHashResult::Ok);
 }
 
 TEST(QelHashClient, AProxyProgramThatIsMissingIsToldAndStaysUntilShutdown) {
-    const ScopedVariable server("QEL_HASH_SERVER_NAME", "server");
-    const ScopedVariable path("PATH", "/nowhere");
+    const ScopedEnvironment server("QEL_HASH_SERVER_NAME", "server");
+    const ScopedEnvironment path("PATH", "/nowhere");
     EXPECT_EQ(QelHashClient::Initialise(), QelHashResult::SpawnFailed);
     EXPECT_EQ(QelHashClient::GetFailureLocation(), 58);
     EXPECT_EQ(QelHashClient::GetFailureError(), static_cast<std::uint32_t>(ENOENT));

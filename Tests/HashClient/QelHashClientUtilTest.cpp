@@ -5,6 +5,7 @@
 #include <string>
 
 #include "HashClient/FakeProxy.h"
+#include "Platform/ScopedEnvironment.h"
 
 namespace {
 
@@ -49,8 +50,8 @@ TEST(QelHashClientUtil, EachOperationPutsItsNameInFront) {
 }
 
 TEST(QelHashClientUtil, AMissingProxyNamesThePlaceAndTheError) {
-    const ScopedVariable server("QEL_HASH_SERVER_NAME", "server");
-    const ScopedVariable path("PATH", "/nowhere");
+    const ScopedEnvironment server("QEL_HASH_SERVER_NAME", "server");
+    const ScopedEnvironment path("PATH", "/nowhere");
     EXPECT_EQ(TextOf([] { QelHashClientUtil::Initialise(); }),
               "QelHashClientUtil::Initialise : Unable to spawn proxy process (58:2)");
     EXPECT_EQ(TextOf([] { QelHashClientUtil::Shutdown(); }),

@@ -23,10 +23,6 @@ using Platform::PipeExchange;
 /// The program as the tools start it, in a registry of its own.
 class HashProxyTest : public testing::Test {
   protected:
-    HashProxyTest() {
-        for (const auto& [name, value] : folder.Environment())
-            setenv(name.c_str(), value.c_str(), 1);
-    }
     ~HashProxyTest() override { QelHashClient::Shutdown(); }
 
     static void Start() { ASSERT_EQ(Platform::StartDetached({"QelHashProxy.exe"}), 0); }
@@ -65,6 +61,7 @@ class HashProxyTest : public testing::Test {
     }
 
     ProxyFolder folder;
+    ProxyEnvironment environment{folder};
     std::uint32_t hash = 0;
     std::array<char, 256> other{};
 };
@@ -204,7 +201,7 @@ TEST_F(HashProxyTest, AProxyThatIsGoneForGoodEndsTheRequest) {
 }
 
 TEST_F(HashProxyTest, EndsWhenNobodyNeedsItAndNotBefore) {
-    setenv("QEL_HASH_IDLE_SECONDS", "1", 1);
+    environment.Set("QEL_HASH_IDLE_SECONDS", "1");
     Start();
     auto pipe = Connected();
     EXPECT_EQ(Ask(*pipe, kGoodbye).size(), 8u);
@@ -226,12 +223,11 @@ TEST_F(HashProxyTest, StandsInTheDatabasesFolder) {
 }
 
 TEST_F(HashProxyTest, TheDatabaseStandsInTheUsersDataFolderByDefault) {
-    setenv("XDG_DATA_HOME", folder.Path("home").c_str(), 1);
-    setenv("QEL_HASH_DATABASE", "", 1);
+    environment.Set("XDG_DATA_HOME", folder.Path("home"));
+    environment.Set("QEL_HASH_DATABASE", "");
     Start();
     const auto pipe = Connected();
     EXPECT_TRUE(std::filesystem::exists(folder.Path("home/QelHashProxy/registry.sqlite")));
-    unsetenv("XDG_DATA_HOME");
 }
 
 TEST_F(HashProxyTest, ADatabaseThatCannotBeUsedIsToldAndNoToolIsLetIn) {

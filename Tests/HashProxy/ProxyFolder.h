@@ -1,10 +1,13 @@
 #pragma once
 
+#include "Platform/ScopedEnvironment.h"
+
 #include <chrono>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <list>
 #include <random>
 #include <string>
 #include <thread>
@@ -81,6 +84,20 @@ class ProxyFolder {
 
   private:
     std::filesystem::path path;
+};
+
+/// The environment of a registry in this process while the object lives.
+class ProxyEnvironment {
+  public:
+    explicit ProxyEnvironment(const ProxyFolder& folder) {
+        for (const auto& [name, value] : folder.Environment()) Set(name, value);
+    }
+    void Set(const std::string& name, const std::string& value) {
+        values.emplace_back(name, value);
+    }
+
+  private:
+    std::list<ScopedEnvironment> values;
 };
 
 /// Waits until `condition` holds, at most half a minute. False when it never did.

@@ -89,7 +89,7 @@ TEST_F(RegistryTest, StringsStayForTheNextProcess) {
 }
 
 TEST_F(RegistryTest, WhoBroughtAStringFirstStandsBesideIt) {
-    setenv("USER", "somebody", 1);
+    const ScopedEnvironment user("USER", "somebody");
     Registry registry(file);
     Add(registry,
         "h\xFC"

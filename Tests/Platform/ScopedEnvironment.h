@@ -3,13 +3,15 @@
 #include <cstdlib>
 #include <optional>
 #include <string>
+#include <utility>
 
 /// Sets an environment variable, or unsets it, while the object lives; what was there before comes
 /// back.
 class ScopedEnvironment {
   public:
-    ScopedEnvironment(const char* name, const std::optional<std::string>& value) : variable(name) {
-        if (const char* const old = std::getenv(name)) before = old;
+    ScopedEnvironment(std::string name, const std::optional<std::string>& value)
+        : variable(std::move(name)) {
+        if (const char* const old = std::getenv(variable.c_str())) before = old;
         Set(value);
     }
     ScopedEnvironment(const ScopedEnvironment&) = delete;
@@ -19,11 +21,11 @@ class ScopedEnvironment {
   private:
     void Set(const std::optional<std::string>& value) const {
         if (value.has_value())
-            setenv(variable, value->c_str(), 1);
+            setenv(variable.c_str(), value->c_str(), 1);
         else
-            unsetenv(variable);
+            unsetenv(variable.c_str());
     }
 
-    const char* variable;
+    std::string variable;
     std::optional<std::string> before;
 };
