@@ -92,8 +92,9 @@ class ProxyEnvironment {
     explicit ProxyEnvironment(const ProxyFolder& folder) {
         for (const auto& [name, value] : folder.Environment()) Set(name, value);
     }
+    /// A later value goes first, so what was there at first comes back in the end.
     void Set(const std::string& name, const std::string& value) {
-        values.emplace_back(name, value);
+        values.emplace_front(name, value);
     }
 
   private:
