@@ -23,10 +23,11 @@ TEST(House, EverySourceKeepsTheRules) {
 }
 
 TEST(SourceRules, AnIncludeFromAboveIsAFault) {
-    EXPECT_EQ(FaultsOf({"Libraries/VokLib/Tree/A.cpp",
-                        "#include <map>\n#include <VoktFramework/Tool/VoktTool.h>\n"}),
-              Faults{"Libraries/VokLib/Tree/A.cpp: VokLib includes VoktFramework/Tool/VoktTool.h from "
-                     "above"});
+    EXPECT_EQ(
+        FaultsOf({"Libraries/VokLib/Tree/A.cpp",
+                  "#include <map>\n#include <VoktFramework/Tool/VoktTool.h>\n"}),
+        Faults{"Libraries/VokLib/Tree/A.cpp: VokLib includes VoktFramework/Tool/VoktTool.h from "
+               "above"});
     EXPECT_EQ(FaultsOf({"Libraries/Include/QelTools/A.h", "  # include \"VokLib/VokObj.h\"\n"}),
               Faults{"Libraries/Include/QelTools/A.h: QelTools includes VokLib/VokObj.h from "
                      "above"});

@@ -7,7 +7,6 @@
 namespace {
 
 using QelTools::Common::Exception;
-using QelTools::Common::SourcePlace;
 using QelTools::Common::TextException;
 
 TEST(Exception, CarriesItsMessage) {
@@ -47,17 +46,6 @@ TEST(Exception, ThrowingRecordsTheCallersPosition) {
 TEST(Exception, ATextExceptionIsNothingButItsText) {
     EXPECT_STREQ(TextException("text").what(), "text");
     EXPECT_FALSE((std::is_base_of_v<Exception, TextException>));
-}
-
-TEST(RepositoryPath, BeginsAtTheTopFoldersOfTheSources) {
-    using QelTools::Common::RepositoryPath;
-    EXPECT_EQ(RepositoryPath({"/home/me/rigbake/Libraries/VokLib/A.cpp", 1}),
-              "Libraries/VokLib/A.cpp");
-    EXPECT_EQ(RepositoryPath({"C:\\src\\Standalone\\Rigbake\\main.cpp", 1}),
-              "Standalone/Rigbake/main.cpp");
-    EXPECT_EQ(RepositoryPath({"../Libraries/A/B.cpp", 1}), "Libraries/A/B.cpp");
-    EXPECT_EQ(RepositoryPath({"Libraries/A/B.cpp", 1}), "Libraries/A/B.cpp");
-    EXPECT_EQ(RepositoryPath({"elsewhere.cpp", 1}), "elsewhere.cpp");
 }
 
 }  // namespace

@@ -2,17 +2,22 @@
 
 #include "LeastSquares/CurveKey.h"
 #include "LeastSquares/KeyReduction.h"
+#include "LeastSquares/MinQueue.h"
 
 #include <algorithm>
 #include <cfloat>
-#include <set>
-#include <utility>
+#include <cmath>
 
 namespace Qel::LeastSquares {
 
 namespace {
 
 constexpr float kShortestGap = 0.001f;
+
+/// A time that is no number comes behind all others.
+bool IsEarlier(const CurveSample& a, const CurveSample& b) {
+    return std::isnan(b.time) ? !std::isnan(a.time) : a.time < b.time;
+}
 
 /// (a - b) over the time between them, the reciprocal taken first.
 Components Slope(const Components& a, const Components& b, float aTime, float bTime) {
@@ -102,6 +107,7 @@ void CurveFitter::Solve(std::vector<CurveSegment>& result) {
             .Run();
     }
     result.clear();
+    result.reserve(keys.CountSegments());
     for (int a = keys.first; keys.At(a).next != -1; a = keys.At(a).next)
         result.push_back(keys.SegmentBetween(a, keys.At(a).next));
 }
@@ -109,8 +115,8 @@ void CurveFitter::Solve(std::vector<CurveSegment>& result) {
 void CurveFitter::Prepare() {
     if (samples.size() < 2)
         throw Error("at least two samples need to be added to the curve fitter before solving");
-    std::stable_sort(samples.begin(), samples.end(),
-                     [](const CurveSample& a, const CurveSample& b) { return a.time < b.time; });
+    if (!std::is_sorted(samples.begin(), samples.end(), IsEarlier))
+        std::stable_sort(samples.begin(), samples.end(), IsEarlier);
     if (!(samples.back().time - samples.front().time >= kShortestGap))
         throw Error("animation time is too short");
     Thin();
@@ -120,24 +126,30 @@ void CurveFitter::Prepare() {
 void CurveFitter::Thin() {
     // The narrowest gap goes first, the earlier of equal ones; the samples are linked so that each
     // removal is cheap.
+    const auto isNarrow = [](const CurveSample& a, const CurveSample& b) {
+        return b.time - a.time < kShortestGap;
+    };
+    if (std::adjacent_find(samples.begin(), samples.end(), isNarrow) == samples.end()) return;
     const int count = static_cast<int>(samples.size());
     std::vector<int> previous(samples.size());
     std::vector<int> next(samples.size());
-    std::set<std::pair<float, int>> gaps;  // by width, then by the place of the first sample
+    MinQueue gaps(samples.size());  // each under its first sample
     const auto at = [](int i) { return static_cast<std::size_t>(i); };
-    const auto gap = [&](int i) {
-        return std::pair{samples[at(next[at(i)])].time - samples[at(i)].time, i};
+    const auto measure = [&](int i) {
+        const int behind = next[at(i)];
+        if (behind != -1 && isNarrow(samples[at(i)], samples[at(behind)]))
+            gaps.Set(i, samples[at(behind)].time - samples[at(i)].time);
+        else
+            gaps.Remove(i);
     };
     for (int i = 0; i < count; ++i) {
         previous[at(i)] = i - 1;
         next[at(i)] = i + 1 < count ? i + 1 : -1;
-        if (i + 1 < count && gap(i).first < kShortestGap) gaps.insert(gap(i));
+        measure(i);
     }
     std::vector<bool> removed(samples.size());
-    while (!gaps.empty()) {
-        const int first = gaps.begin()->second;
+    for (int first = gaps.GetFront(); first != -1; first = gaps.GetFront()) {
         const int second = next[at(first)];
-        gaps.erase(gaps.begin());
         const int gone = SecondGoes(samples[at(first)], samples[at(second)],
                                     previous[at(first)] == -1, next[at(second)] == -1)
                              ? second
@@ -145,12 +157,10 @@ void CurveFitter::Thin() {
         removed[at(gone)] = true;
         const int before = previous[at(gone)];
         const int behind = next[at(gone)];
-        if (gone == second && behind != -1) gaps.erase(gap(second));
-        if (gone == first && before != -1) gaps.erase(gap(before));
-        if (before != -1) next[at(before)] = behind;
+        gaps.Remove(gone);
         if (behind != -1) previous[at(behind)] = before;
-        if (before != -1 && behind != -1 && gap(before).first < kShortestGap)
-            gaps.insert(gap(before));
+        next[at(before)] = behind;
+        measure(before);
     }
     std::size_t kept = 0;
     for (std::size_t i = 0; i < samples.size(); ++i)

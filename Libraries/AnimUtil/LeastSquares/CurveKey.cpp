@@ -33,4 +33,10 @@ CurveSegment KeyList::SegmentBetween(int a, int b) const {
             At(a).tangentAfter, At(b).positionBefore, At(b).tangentBefore};
 }
 
+std::size_t KeyList::CountSegments() const {
+    std::size_t count = 0;
+    for (int key = first; key != last; key = At(key).next) ++count;
+    return count;
+}
+
 }  // namespace Qel::LeastSquares

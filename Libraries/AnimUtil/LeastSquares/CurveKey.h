@@ -4,6 +4,7 @@
 #include <AnimUtil/LeastSquares/CurveSegment.h>
 
 #include <array>
+#include <cstddef>
 #include <vector>
 
 namespace Qel::LeastSquares {
@@ -21,8 +22,6 @@ struct CurveKey {
     Components tangentBefore{};
     Components positionAfter{};
     Components tangentAfter{};
-    bool queued = false;  ///< a candidate for removal
-    float cost = 0;       ///< of its removal, while queued
 };
 
 /// All keys, in order of time; a removed key is unlinked and keeps its place.
@@ -42,6 +41,7 @@ struct KeyList {
         return (*samples)[static_cast<std::size_t>(At(key).sample)];
     }
     CurveSegment SegmentBetween(int a, int b) const;
+    std::size_t CountSegments() const;
 };
 
 }  // namespace Qel::LeastSquares

@@ -10,14 +10,15 @@ namespace Qel::LeastSquares {
 
 namespace {
 
-/// Replaces rows `top` and `bottom` of `m` by their rotation with cosine `c` and sine `s`.
-void RotateRows(const DenseMatrix& m, const DenseMatrix& temporary, int top, int bottom, double c,
-                double s) {
-    for (int k = 0; k < m.columns; ++k) {
+/// Replaces rows `top` and `bottom` of `m`, from column `first` on, by their rotation with cosine
+/// `c` and sine `s`.
+void RotateRows(const DenseMatrix& m, const DenseMatrix& temporary, int top, int bottom, int first,
+                double c, double s) {
+    for (int k = first; k < m.columns; ++k) {
         temporary.At(0, k) = c * m.At(top, k) + s * m.At(bottom, k);
         temporary.At(1, k) = c * m.At(bottom, k) - s * m.At(top, k);
     }
-    for (int k = 0; k < m.columns; ++k) {
+    for (int k = first; k < m.columns; ++k) {
         m.At(top, k) = temporary.At(0, k);
         m.At(bottom, k) = temporary.At(1, k);
     }
@@ -88,7 +89,8 @@ void FactorByGivens(const DenseMatrix& source, const DenseMatrix& temporary,
             const double length = std::sqrt(a * a + b * b);
             const double c = a / length;
             const double s = b / length;
-            RotateRows(upper, temporary, row - 1, row, c, s);
+            // Both rows are zero up to this column.
+            RotateRows(upper, temporary, row - 1, row, column, c, s);
             upper.At(row, column) = 0;
             RotateColumns(orthogonal, row - 1, row, c, s);
         }

@@ -10,7 +10,7 @@ namespace Qel::LeastSquares {
 FixedPool::FixedPool(std::size_t blockSize, std::size_t blockCount)
     : size(blockSize),
       count(blockCount),
-      memory(std::make_unique<std::byte[]>(blockSize * blockCount)) {
+      memory(std::make_unique_for_overwrite<std::byte[]>(blockSize * blockCount)) {
     freed.reserve(blockCount);
 }
 

@@ -1,31 +1,31 @@
 #include "LeastSquares/KeyReduction.h"
 
-#include <cmath>
-
 namespace Qel::LeastSquares {
 
-bool KeyReduction::Candidate::operator<(const Candidate& other) const {
-    const bool isNan = std::isnan(cost);
-    const bool otherIsNan = std::isnan(other.cost);
-    if (isNan != otherIsNan) return otherIsNan;
-    if (!isNan && cost != other.cost) return cost < other.cost;
-    return sample < other.sample;
-}
+namespace {
+
+/// How many keys beyond its neighbours a removal re-solves on either side.
+constexpr int kReach = 4;
+
+}  // namespace
 
 KeyReduction::KeyReduction(KeyList& list, const SolverSettings& solverSettings,
                            float curveTolerance)
     : keys(list),
       settings(solverSettings),
       toleranceSquared(curveTolerance * curveTolerance),
-      solver(list, solverSettings) {}
+      solver(list, solverSettings),
+      queue(list.keys.size()) {
+    backup.reserve(2 * kReach + 3);
+}
 
 void KeyReduction::Run() {
     // The ends and the steps of a curve are never removed.
     for (int k = keys.first; k != -1; k = keys.At(k).next)
-        if (k != keys.first && k != keys.last && keys.SampleAt(k).positionContinuous) Enqueue(k);
-    while (!queue.empty()) {
-        const int key = queue.begin()->key;
-        Dequeue(key);
+        if (k != keys.first && k != keys.last && keys.SampleAt(k).positionContinuous)
+            queue.Set(k, RemovalCost(k));
+    for (int key = queue.GetFront(); key != -1; key = queue.GetFront()) {
+        queue.Remove(key);
         TryToRemove(key);
     }
 }
@@ -44,17 +44,6 @@ float KeyReduction::RemovalCost(int k) const {
     return cost;
 }
 
-void KeyReduction::Enqueue(int key) {
-    keys.At(key).cost = RemovalCost(key);
-    keys.At(key).queued = true;
-    queue.insert({keys.At(key).cost, keys.At(key).sample, key});
-}
-
-void KeyReduction::Dequeue(int key) {
-    queue.erase({keys.At(key).cost, keys.At(key).sample, key});
-    keys.At(key).queued = false;
-}
-
 void KeyReduction::TryToRemove(int key) {
     const Span span = SpanAround(key);
     backup.clear();
@@ -65,11 +54,8 @@ void KeyReduction::TryToRemove(int key) {
     keys.Unlink(key);
     solver.Solve(span.left, span.right);
     if (IsWithinTolerance(span)) {
-        for (int k = keys.At(span.left).next; k != span.right; k = keys.At(k).next) {
-            if (!keys.At(k).queued) continue;
-            Dequeue(k);
-            Enqueue(k);
-        }
+        for (int k = keys.At(span.left).next; k != span.right; k = keys.At(k).next)
+            if (queue.Holds(k)) queue.Set(k, RemovalCost(k));
         return;
     }
     // The curve would leave its samples: the key stays for good, and its neighbours are as they
@@ -81,7 +67,6 @@ void KeyReduction::TryToRemove(int key) {
 }
 
 KeyReduction::Span KeyReduction::SpanAround(int key) const {
-    constexpr int kReach = 4;
     int left = keys.At(key).previous;
     int end = keys.At(key).next;  // one past the fixed right key
     for (int i = 0; i < kReach; ++i) {

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "LeastSquares/CurveKey.h"
+#include "LeastSquares/MinQueue.h"
 #include "LeastSquares/SpanSolver.h"
 
-#include <set>
 #include <vector>
 
 namespace Qel::LeastSquares {
@@ -17,14 +17,6 @@ class KeyReduction {
     void Run();
 
   private:
-    /// Candidates by cost; of equal cost the key whose sample stands earlier; a cost that is no
-    /// number comes last.
-    struct Candidate {
-        float cost;
-        int sample;
-        int key;
-        bool operator<(const Candidate& other) const;
-    };
     /// The keys around a removed one: the two fixed ends.
     struct Span {
         int left;
@@ -32,8 +24,6 @@ class KeyReduction {
     };
 
     float RemovalCost(int key) const;
-    void Enqueue(int key);
-    void Dequeue(int key);
     void TryToRemove(int key);
     Span SpanAround(int key) const;
     bool IsWithinTolerance(const Span& span) const;
@@ -43,7 +33,7 @@ class KeyReduction {
     SolverSettings settings;
     float toleranceSquared;
     SpanSolver solver;
-    std::set<Candidate> queue;
+    MinQueue queue;  // candidates by the cost of their removal; of equal costs the earlier key
     std::vector<CurveKey> backup;
 };
 

@@ -168,6 +168,8 @@ void SpanSolver::FormNormalMatrix() {
             const Entry* a = variables[static_cast<std::size_t>(i)].first;
             const Entry* b = variables[static_cast<std::size_t>(j)].first;
             double sum = 0;
+            // Keys that are no neighbours have no row in common.
+            if (variables[static_cast<std::size_t>(i)].last->row < b->row) a = nullptr;
             while (a != nullptr && b != nullptr) {
                 if (a->row == b->row) sum += double{a->coefficient} * double{b->coefficient};
                 const int row = std::min(a->row, b->row);

@@ -7,6 +7,7 @@
 #include <vector>
 
 namespace Qel::LeastSquares {
+
 namespace {
 
 std::vector<CurveSegment> Fit(CurveFitter& fitter) {
@@ -207,31 +208,6 @@ TEST(CurveFitter, RefusesWhatItCannotFit) {
               "maximum solver complexity must be non-negative");
 }
 
-TEST(CurveSample, AContinuousSampleHasOneValue) {
-    CurveSample sample;
-    EXPECT_EQ(TextOf([&] {
-                  sample.SetPosition({1, 0, 0, 0}, {2, 0, 0, 0});
-              }),
-              "cannot set discontinuous position on continuous sample");
-    EXPECT_EQ(TextOf([&] {
-                  sample.SetTangent({1, 0, 0, 0}, {2, 0, 0, 0});
-              }),
-              "cannot set discontinuous tangent on continuous sample");
-    sample.positionContinuous = false;
-    sample.SetPosition({1, 0, 0, 0}, {2, 0, 0, 0});
-    EXPECT_EQ(sample.positionAfter[0], 2);
-}
-
-TEST(CurveSegment, EvaluatesTheHermiteBasisWithinItsEnds) {
-    const CurveSegment segment{1, 3, {2, 0, 0, 0}, {1, 0, 0, 0}, {6, 0, 0, 0}, {-2, 0, 0, 0}};
-    EXPECT_EQ(segment.Evaluate(1)[0], 2);
-    EXPECT_EQ(segment.Evaluate(3)[0], 6);
-    EXPECT_EQ(segment.Evaluate(2)[0], 4.75f);  // (2 + 6) / 2 + (1 - -2) * 2 / 8
-    EXPECT_EQ(segment.EvaluateDerivative(1)[0], 1);
-    EXPECT_EQ(segment.EvaluateDerivative(3)[0], -2);
-    EXPECT_EQ(TextOf([&] { segment.Evaluate(0.99f); }), "invalid segment time");
-    EXPECT_EQ(TextOf([&] { segment.EvaluateDerivative(3.01f); }), "invalid segment time");
-}
-
 }  // namespace
+
 }  // namespace Qel::LeastSquares

@@ -4,6 +4,7 @@
 
 #include <VokLib/Base/VokLimits.h>
 #include <VokLib/CustomData/VokCustomAttributeString.h>
+#include <VokLib/Document/VokParse.h>
 #include <VokLib/Tree/VokScene.h>
 
 #include <string>
@@ -226,34 +227,6 @@ TEST_F(ParseLimits, WideTreesAndManyLinksLoad) {
     EXPECT_EQ(
         LoadText(Document("<scene>" + nodes + "</scene><objset name='s'>" + members + "</objset>")),
         "");
-}
-
-/// Where a text may be cut, by the scanner: every position at which no markup is open.
-std::string CutsOf(std::string_view text, std::size_t block) {
-    MarkupScanner scanner;
-    std::string cuts;
-    for (std::size_t at = 0; at < text.size(); at += block) {
-        const std::size_t size = std::min(block, text.size() - at);
-        const std::size_t complete = scanner.Scan(text.data() + at, size);
-        for (std::size_t i = 0; i < size; ++i) cuts += i < complete ? text[at + i] : '_';
-    }
-    return cuts;
-}
-
-TEST(MarkupScanner, HoldsBackMarkupThatABlockLeavesIncomplete) {
-    const std::string text =
-        "12<a b='>\"' c=\">'\">3<!-->>--> 4</a ><![CDATA[]]>>]]><?p '>?><!DOCTYPE a [<!-- ' ]> "
-        "--><?p \" ?><!E '>]>'>]>5";
-    // Byte by byte, markup is held back up to its last byte; text never is.
-    EXPECT_EQ(CutsOf(text, 1),
-              "12________________>3________> 4____>___________>>]]>_______>"
-              "_____________________________________________>5");
-    EXPECT_EQ(CutsOf(text, text.size()), text);
-    for (std::size_t block = 2; block < text.size(); ++block) {
-        const std::string cuts = CutsOf(text, block);
-        EXPECT_EQ(cuts.back(), '5') << block;
-        EXPECT_EQ(cuts.size(), text.size());
-    }
 }
 
 }  // namespace

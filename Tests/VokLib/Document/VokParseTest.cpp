@@ -1,11 +1,9 @@
 #include "VokLib/Document/ParseTools.h"
 
 #include <QelTools/Exception.h>
-#include <VokLib/CustomData/VokCustomAttributeString.h>
-#include <VokLib/Objects/Nodes/VokJoint.h>
+#include <VokLib/Document/VokParse.h>
 #include <VokLib/Tree/VokCast.h>
 #include <VokLib/Tree/VokFactory.h>
-#include <VokLib/Tree/VokReference.h>
 #include <VokLib/Tree/VokScene.h>
 
 #include <cstdio>
@@ -242,94 +240,6 @@ class ParseVersion : public ReaderTest {
     VokParse parse;
 };
 
-TEST_F(ParseVersion, OldDocumentIsRefusedUnlessUpdateIsAllowed) {
-    EXPECT_EQ(LoadText(Document("", "1_27_3")),
-              ".qeli instance is not the correct version. Expected version namespace of "
-              "\"http://qel.example/ns/qeli/1_28_1/qeli\" but got "
-              "\"http://qel.example/ns/qeli/1_27_3/qeli\".");
-    EXPECT_EQ(update.asked, "");
-}
-
-TEST_F(ParseVersion, RootOfAnotherNameHasNoVersion) {
-    const std::string document = std::string("<WORLD xmlns='") + QelCurrentNamespace + "'/>";
-    EXPECT_EQ(LoadText(document),
-              ".qeli instance is not the correct version. Expected version namespace of "
-              "\"http://qel.example/ns/qeli/1_28_1/qeli\" but got \"\".");
-    EXPECT_EQ(Load(document), "Failed to extract version information from .qeli file.");
-}
-
-TEST_F(ParseVersion, RootWithoutADefaultNamespaceHasNoVersion) {
-    update.compatible = true;
-    EXPECT_EQ(Load("<QEL xmlns:a='b'/>"), "Failed to extract version information from .qeli file.");
-}
-
-TEST_F(ParseVersion, FirstElementOfTheRootsNameGivesTheVersionAtAnyDepth) {
-    const std::string document =
-        std::string("<a><QEL xmlns='") + QelCurrentNamespace + "'/><QEL xmlns='x'/></a>";
-    EXPECT_EQ(TextOf([&] { ParseTools::Parse(parse, world, document); }), "");
-}
-
-TEST_F(ParseVersion, CompatibleDocumentIsReadAsItStands) {
-    update.compatible = true;
-    EXPECT_EQ(Load(Document("<scene><joint name='j'/></scene>", "1_27_3")), "");
-    EXPECT_EQ(update.asked, VersionNamespace("1_27_3"));
-    EXPECT_EQ(update.received, "");
-    EXPECT_EQ(world.GetHierarchy()->GetChildCount(), 1u);
-}
-
-TEST_F(ParseVersion, OutdatedDocumentIsReadFromWhatTheUpdateWrites) {
-    update.result = Document("<scene><joint name='new'/></scene>");
-    const std::string old = Document("<scene><joint name='old'><gone/></joint></scene>", "1_10_0");
-    EXPECT_EQ(Load(old), "");
-    EXPECT_EQ(update.received, old);
-    EXPECT_TRUE(update.isFreed);
-    ASSERT_EQ(world.GetHierarchy()->GetChildCount(), 1u);
-    EXPECT_EQ(world.GetHierarchy()->GetChild(0)->GetName(), "new");
-}
-
-TEST_F(ParseVersion, OutdatedDocumentIsCollectedBlockByBlock) {
-    update.result = Document("<scene><joint name='new'/></scene>");
-    const std::string old = Document(std::string(5000, ' '), "1_10_0");
-    parse.SetAllowUpdate(true);
-    ParseInBlocks(parse, world, old, 1000);
-    EXPECT_EQ(update.received, old);
-    EXPECT_EQ(world.GetHierarchy()->GetChildCount(), 1u);
-}
-
-TEST_F(ParseVersion, UpdatedDocumentOfSeveralBlocksStreamsThrough) {
-    std::string contents = "<scene>";
-    for (int i = 0; i < 40000; ++i)
-        contents += "<joint name='joint" + std::to_string(i) +
-                    "'><translate>1.0 2.0 3.0</translate></joint>";
-    update.result = Document(contents + "</scene>");
-    ASSERT_GT(update.result.size(), 2u << 20);
-    EXPECT_EQ(Load(Document("", "1_10_0")), "");
-    EXPECT_EQ(world.GetHierarchy()->GetChildCount(), 40000u);
-}
-
-TEST_F(ParseVersion, FaultInAnUpdatedDocumentTellsItsPlaceThere) {
-    update.result = Document("<scene></a>");
-    EXPECT_EQ(Load(Document("", "1_10_0")),
-              "Libxml2 parse error: 76 in \"old.qeli\" Line 3 Column 12");
-}
-
-TEST_F(ParseVersion, UpdateThatWritesNothingLeavesTheLastBlockToTheReader) {
-    EXPECT_EQ(Load(Document("<scene><joint name='old'/></scene>", "1_10_0")), "");
-    EXPECT_EQ(world.GetHierarchy()->GetChildCount(), 1u);
-}
-
-TEST_F(ParseVersion, FileNamesOfAnotherFormAreTurnedIntoThePrimaryForm) {
-    EXPECT_EQ(TextOf([&] {
-                  ParseTools::Parse(
-                      parse, world,
-                      Document("<reference name='r' uri='/assets/props/sword.qeli' namespace='s'/>",
-                               "1_28_1", "absolute"),
-                      "/assets/rigs/hero.qeli");
-              }),
-              "");
-    EXPECT_EQ(vok_cast<VokReference>(world.GetChild(1))->uri, "../props/sword.qeli");
-}
-
 class ParseLinks : public ParseVersion {
   protected:
     static std::string Linked(std::string_view path, std::string_view version = "1_28_1") {
@@ -337,60 +247,6 @@ class ParseLinks : public ParseVersion {
                         version);
     }
 };
-
-TEST_F(ParseLinks, LinkToALaterObjectResolves) {
-    EXPECT_EQ(LoadText(Document("<objset name='set'><member path='||late'/></objset><scene><joint "
-                                "name='late'/></scene>")),
-              "");
-}
-
-TEST_F(ParseLinks, CurrentDocumentMustBeClean) {
-    EXPECT_EQ(LoadText(Linked("||gone")), "Unresolved VokObjLinks");
-}
-
-TEST_F(ParseLinks, LinkIntoAReferenceIsNeverBad) {
-    EXPECT_EQ(LoadText(Document("<reference name='r' uri='a.qeli' namespace='other'/>"
-                                "<objset name='set'><member path='|other:thing'/></objset>")),
-              "");
-}
-
-TEST_F(ParseLinks, OldestVersionsLoseTheirBadLinksWithAWarning) {
-    for (const char* version : {"1_0_3", "1_0_4", "1_0_5", "1_0_7", "1_2_0", "1_2_1"}) {
-        VokWorld old;
-        update.result = Linked("||gone");
-        parse.SetAllowUpdate(true);
-        testing::internal::CaptureStderr();
-        EXPECT_EQ(TextOf([&] { ParseTools::Parse(parse, old, Linked("|gone", version)); }), "");
-        const std::string rule(65, '-');
-        EXPECT_EQ(testing::internal::GetCapturedStderr(),
-                  rule +
-                      "\nWarning: The automatic update process found links within the file\n"
-                      "         that would be invalid in a newer, stricter qeli version.\n"
-                      "         These links have been removed.\n" +
-                      rule + "\nUnresolved link: |set->||gone\n");
-        const VokObj* set = old.FindChild("set");
-        ASSERT_NE(set, nullptr);
-    }
-}
-
-TEST_F(ParseLinks, CompatibleDocumentOfTheOldestVersionsIsTreatedAlike) {
-    update.compatible = true;
-    testing::internal::CaptureStderr();
-    EXPECT_EQ(Load(Linked("||gone", "1_2_1")), "");
-    EXPECT_NE(testing::internal::GetCapturedStderr(), "");
-}
-
-TEST_F(ParseLinks, LaterOldVersionsMustBeClean) {
-    update.result = Linked("||gone");
-    for (const char* version : {"1_4_0", "1_10_0"}) {
-        VokWorld old;
-        parse.SetAllowUpdate(true);
-        EXPECT_EQ(TextOf([&] { ParseTools::Parse(parse, old, Linked("|gone", version)); }),
-                  "Unresolved VokObjLinks");
-    }
-    update.compatible = true;
-    EXPECT_EQ(Load(Linked("||gone", "1_27_3")), "Unresolved VokObjLinks");
-}
 
 TEST(ParseWithoutLibrary, NeedsFactories) {
     const VokLib library(false, true, true, true, true);

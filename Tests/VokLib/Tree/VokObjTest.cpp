@@ -4,6 +4,7 @@
 #include <VokLib/Objects/Nodes/VokJoint.h>
 #include <VokLib/Tree/VokCast.h>
 #include <VokLib/Tree/VokNode.h>
+#include <VokLib/Tree/VokObj.h>
 
 using namespace CoreScene;
 
@@ -165,10 +166,4 @@ TEST_F(ObjTree, CastFollowsTheChainOfBases) {
     EXPECT_EQ(ExactCast<VokNode>(static_cast<VokObj*>(joint)), nullptr);
     EXPECT_TRUE(world.IsA(MakeTypeId("QEL")));
     EXPECT_FALSE(world.IsA(VokNode::TypeId()));
-}
-
-TEST(TypeId, IsTheComplementOfTheNamesCrc) {
-    EXPECT_EQ(MakeTypeId("123456789"), ~0xCBF43926u);
-    EXPECT_EQ(MakeTypeId(""), 0xFFFFFFFFu);
-    EXPECT_EQ(VokWorld::TypeId(), MakeTypeId("QEL"));
 }

@@ -294,20 +294,3 @@ TEST(SaveBiffFlags, HiddenFlagsAreNotDeclared) {
     EXPECT_EQ(ThrownText<VoktCommandLineSyntax::Exception>([&] { syntax.Parse(1, argv, 0); }),
               "Unknown flag \"-out\".");
 }
-
-TEST(MakeWriteableHandler, AMissingFileIsFine) {
-    const FreshFolder folder;
-    std::unique_ptr<VoktMakeWriteableHandler> made;
-    if (!VoktMakeWriteableHandler::Exists()) made = std::make_unique<VoktMakeWriteableHandler>();
-    EXPECT_NO_THROW(VoktMakeWriteableHandler::Get().MakeWriteable(folder / "missing"));
-}
-
-TEST(MakeWriteableHandler, ARefusalNamesTheFile) {
-    const FreshFolder folder;
-    const std::string inFile = folder.WriteFile("file", "") + "/x";
-    std::unique_ptr<VoktMakeWriteableHandler> made;
-    if (!VoktMakeWriteableHandler::Exists()) made = std::make_unique<VoktMakeWriteableHandler>();
-    EXPECT_EQ(ThrownText<QelTools::Common::Exception>(
-                  [&] { VoktMakeWriteableHandler::Get().MakeWriteable(inFile); }),
-              "VoktMakeWriteableHandler failed to chmod " + inFile);
-}

@@ -64,7 +64,6 @@ class WorldComponents : public testing::Test {
 };
 
 using OneWorldComponent = WorldComponents;
-using MultipleWorldComponent = WorldComponents;
 
 }  // namespace
 
@@ -107,35 +106,4 @@ TEST_F(OneWorldComponent, TheFilterIsTheOneGiven) {
     EXPECT_EQ(OneWorld(&noObject).filter, &noObject);
     EXPECT_EQ(EachWorld().filter, nullptr);
     EXPECT_EQ(EachWorld(&noObject).filter, &noObject);
-}
-
-TEST_F(MultipleWorldComponent, OnlyWorldsNamedWorldAreTakenAtFirst) {
-    AddWorld("other");
-    VokWorld* first = AddWorld("world");
-    VokWorld* second = AddWorld("world");
-    EachWorld component;
-    component.Process(universe);
-    EXPECT_EQ(component.worlds, (std::vector<VokWorld*>{first, second}));
-    EXPECT_EQ(component.names, (std::vector<std::string>{"roots", "roots"}));
-    EXPECT_EQ(&component.GetCurrentWorld(), second);
-}
-
-TEST_F(MultipleWorldComponent, AnEmptyNameTakesEveryWorldInOrder) {
-    VokWorld* first = AddWorld("b");
-    VokWorld* second = AddWorld("world");
-    VokWorld* third = AddWorld("");
-    EachWorld component;
-    component.SetWorldName("");
-    component.Process(universe);
-    EXPECT_EQ(component.worlds, (std::vector<VokWorld*>{first, second, third}));
-    EXPECT_EQ(component.names, (std::vector<std::string>{"roots_b", "roots", "roots_"}));
-}
-
-TEST_F(MultipleWorldComponent, WithoutAMatchingWorldNothingIsDone) {
-    AddWorld("other");
-    EachWorld component;
-    component.Process(universe);
-    EXPECT_TRUE(component.worlds.empty());
-    EXPECT_EQ(ThrownText<QelTools::Common::Exception>([&] { component.GetCurrentWorld(); }),
-              "Internal error - please report as a bug");
 }

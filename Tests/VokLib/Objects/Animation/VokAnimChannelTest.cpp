@@ -1,8 +1,5 @@
 #include <VokLib/Objects/Animation/VokAnim.h>
 #include <VokLib/Objects/Animation/VokAnimChannel.h>
-#include <VokLib/Objects/Animation/VokAnimClip.h>
-#include <VokLib/Objects/Animation/VokAnimDiscontinuities.h>
-#include <VokLib/Tree/VokNode.h>
 
 #include <gtest/gtest.h>
 
@@ -35,17 +32,6 @@ std::string Join(std::initializer_list<std::string_view> parts) {
 }
 
 }  // namespace
-
-TEST(AnimInterpText, TenTextsInTheOrderOfTheValues) {
-    const char* const texts[] = {"Timestep", "Linear",    "Flat",         "Smooth",
-                                 "Tangent",  "WTangent",  "SplitTangent", "WSplitTangent",
-                                 "QELCurve", "QELHermite"};
-    for (unsigned i = 0; i < 10; ++i) {
-        EXPECT_EQ(FindAnimInterp(texts[i]), static_cast<AnimInterp>(i));
-        EXPECT_EQ(GetAnimInterpText(static_cast<AnimInterp>(i)), texts[i]);
-    }
-    EXPECT_EQ(FindAnimInterp("timestep"), std::nullopt);
-}
 
 TEST(VokAnimChannel, ATimestepChannelWritesNoTimesNorStrideNorOffset) {
     const std::string text = Channel(R"(interp="Timestep" numKeys="2" duration="1.5")", kValues);
@@ -197,37 +183,4 @@ TEST(VokAnimChannel, ChildObjectsStandBehindItsData) {
         "<keyValues>\n</keyValues>\n</animData>\n"
         "<animDiscontinuities name=\"d\" keyStride=\"1\">\n</animDiscontinuities>\n</animChannel>";
     EXPECT_EQ(Rewrite(text), text);
-}
-
-TEST(VokAnim, WritesWhatItReads) {
-    const std::string text =
-        "<anim name=\"a\" target=\"||n\">\n<anim name=\"b\" target=\"\">\n</anim>\n</anim>";
-    EXPECT_EQ(Rewritten<VokAnim>(text + R"(<scene><node name="n"/></scene>)"), text);
-}
-
-TEST(VokAnim, TheTargetIsRequired) {
-    EXPECT_EQ(LoadFailure(R"(<anim name="a"/>)"), (Failure{"Missing attribute in parse", "|a"}));
-}
-
-TEST(VokAnim, OnlyChannelsAreCountedAndFound) {
-    Scene scene(R"(<anim name="a" target=""><node name="x"/><animChannel name="c0"/>
-        <blend name="y"/><animChannel name="c1"/></anim>)");
-    const auto& anim = scene.First<VokAnim>();
-    EXPECT_EQ(anim.GetChannelCount(), 2u);
-    EXPECT_EQ(anim.GetChannel(0).GetName(), "c0");
-    EXPECT_EQ(anim.GetChannel(1).GetName(), "c1");
-    EXPECT_EQ(FailureOf([&] { anim.GetChannel(2); }),
-              (Failure{"Out of range index for anim channel.", "|a"}));
-}
-
-TEST(VokAnim, ATargetThatIsGoneIsWrittenAsAnEmptyPath) {
-    Scene scene(R"(<scene><node name="n"/></scene><anim name="a" target="||n"/>)");
-    scene.world.GetHierarchy()->DeleteChild(scene.world.GetHierarchy()->FindChild("n"));
-    EXPECT_EQ(Write(scene.First<VokAnim>()), "<anim name=\"a\" target=\"\">\n</anim>");
-}
-
-TEST(VokAnimClip, WritesWhatItReads) {
-    const std::string text =
-        "<animclip name=\"a\">\n<anim name=\"b\" target=\"\">\n</anim>\n</animclip>";
-    EXPECT_EQ(Rewritten<VokAnimClip>(text), text);
 }

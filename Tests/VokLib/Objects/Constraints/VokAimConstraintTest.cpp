@@ -1,5 +1,4 @@
 #include <VokLib/Objects/Constraints/VokAimConstraint.h>
-#include <VokLib/Objects/Constraints/VokMotionPath.h>
 
 #include <gtest/gtest.h>
 
@@ -104,44 +103,4 @@ TEST(VokAimConstraint, AnUpObjectThatIsGoneIsWrittenAsAnEmptyPath) {
     hierarchy.DeleteChild(hierarchy.FindChild("b"));
     EXPECT_EQ(Write(scene.First<VokAimConstraint>()),
               Aim(Join({kZeros, "<upobject name=\"\" transform=\"translate\" />\n"})));
-}
-
-TEST(VokMotionPath, WritesWhatItReads) {
-    const std::string text =
-        R"(<motionPath name="m" constrain="||a" parameterisation="curve" constrainOrientation="true" curvePath="||c">)" +
-        Join({"\n", kFixed, kGlobal, kRotate, kTargets, "</motionPath>"});
-    EXPECT_EQ(Rewritten<VokMotionPath>(std::string(kNodes) + text), text);
-}
-
-TEST(VokMotionPath, AbsentAttributes) {
-    Scene scene(R"(<motionPath name="m" constrain="" curvePath=""/>)");
-    auto& path = scene.First<VokMotionPath>();
-    EXPECT_FALSE(path.constrainOrientation);
-    EXPECT_EQ(path.parameterisation, VokMotionPath::Parameterisation::Length);
-    EXPECT_TRUE(VokMotionPath().constrainOrientation);
-    const std::string head =
-        R"(<motionPath name="m" constrain="" parameterisation="length" constrainOrientation="false" curvePath="">)";
-    EXPECT_EQ(Write(path).substr(0, head.size()), head);
-    EXPECT_FALSE(path.IsA(VokAimConstraint::TypeId()));
-    EXPECT_TRUE(path.IsA(VokConstraint::TypeId()));
-}
-
-TEST(VokMotionPath, AnUnknownParameterisationFailsWhenWritten) {
-    Scene scene(R"(<motionPath name="m" constrain="" parameterisation="foo" curvePath="">)"
-                R"(</motionPath>)");
-    EXPECT_EQ(scene.First<VokMotionPath>().parameterisation,
-              VokMotionPath::Parameterisation::Unknown);
-    EXPECT_EQ(FailureOf([&] { Write(scene.First<VokMotionPath>()); }),
-              (Failure{"Internal error - please report as a bug", "|m"}));
-}
-
-TEST(VokMotionPath, WithoutACurveItFailsWhenWritten) {
-    Scene scene(R"(<motionPath name="m" constrain="" parameterisation="curve"/>)");
-    EXPECT_EQ(FailureOf([&] { Write(scene.First<VokMotionPath>()); }),
-              (Failure{"No curve specified for motion path.", "|m"}));
-}
-
-TEST(VokMotionPath, RefusesAsAnAimConstraintDoes) {
-    EXPECT_EQ(LoadFailure(R"(<motionPath name="m" constrain=""><offset rotOrd="q"/></motionPath>)"),
-              (Failure{"Unknown rotation order \"q\".", "|m"}));
 }

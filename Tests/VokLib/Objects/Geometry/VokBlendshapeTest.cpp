@@ -1,14 +1,13 @@
 #include "VokLib/SceneTestTools.h"
 
 #include <VokLib/Base/VokLimits.h>
-#include <VokLib/Objects/Geometry/VokBlendTarget.h>
 #include <VokLib/Objects/Geometry/VokBlendshape.h>
 #include <VokLib/Objects/Geometry/VokBlendshapeController.h>
-#include <VokLib/Objects/Geometry/VokMultiBlendTarget.h>
 
 #include <gtest/gtest.h>
 
 namespace SceneTest {
+
 namespace {
 
 constexpr const char* kController = R"(<blendshapeController name="c"/>)";
@@ -83,76 +82,6 @@ TEST(Blendshape, OnlyBlendTargetsStandInATarget) {
     EXPECT_EQ(failure(R"(<blendtarget/>)").text, "Missing attribute in parse");
 }
 
-TEST(BlendTarget, ADiffPastTheLastIsOutOfRange) {
-    Scene scene(R"(<blendtarget name="t"><diff name="d"/></blendtarget>)");
-    VokBlendTarget& target = scene.First<VokBlendTarget>();
-    EXPECT_EQ(target.GetDiff(0).name, "d");
-    EXPECT_EQ(FailureOf([&] { target.GetDiff(1); }), (Failure{"Diff index out of range", "|t"}));
-}
-
-TEST(BlendTarget, WithoutDiffsItLoadsAndCannotBeWritten) {
-    Scene scene(R"(<blendtarget name="t"/>)");
-    const Failure none{"No diffs", "|t"};
-    EXPECT_EQ(FailureOf([&] { Write(scene.First<VokBlendTarget>()); }), none);
-    EXPECT_EQ(FailureOf([&] { scene.First<VokBlendTarget>().GetDiff(0); }), none);
-}
-
-TEST(BlendTarget, CountsThatLieAreFilledOrRefused) {
-    Scene scene(R"(<blendtarget name="t"><diff name="d"><indices count="3">1</indices>
-<deltas count="-1">1 2</deltas></diff></blendtarget>)");
-    const VokBlendTarget::Diff& diff = scene.First<VokBlendTarget>().GetDiff(0);
-    EXPECT_EQ(diff.indices, (std::vector<unsigned>{1, 0, 0}));
-    EXPECT_TRUE(diff.deltas.empty());
-}
-
-TEST(BlendTarget, ACountBeyondTheDocumentIsRefused) {
-    for (const char* list : {R"(<indices count="4000000000">1 2 3</indices>)",
-                             R"(<deltas count="2000000000">1 2 3</deltas>)"})
-        EXPECT_TRUE(LoadFailure(R"(<blendtarget name="t"><diff name="d">)" + std::string(list) +
-                                "</diff></blendtarget>")
-                        .text.starts_with("Counts in the document announce values"))
-            << list;
-}
-
-TEST(BlendTarget, ListsOutsideADiffAreUnknown) {
-    EXPECT_EQ(LoadFailure(R"(<blendtarget name="t"><indices count="0"/></blendtarget>)"),
-              (Failure{"Unknown tag \"indices\"", "|t"}));
-}
-
-TEST(MultiBlendTarget, AStageNeedsItsInterpolant) {
-    EXPECT_EQ(LoadFailure(R"(<multiBlendTarget name="m"><blendStage/></multiBlendTarget>)"),
-              (Failure{"Missing attribute in parse", "|m"}));
-}
-
-TEST(MultiBlendTarget, StagesAreReadByIndex) {
-    Scene scene("<multiBlendTarget name=\"m\"><blendStage interpolant=\"0.75\">" +
-                std::string(kTarget) + "</blendStage></multiBlendTarget>");
-    const VokMultiBlendTarget& target = scene.First<VokMultiBlendTarget>();
-    EXPECT_EQ(target.GetStage(0).interpolant, 0.75f);
-    EXPECT_EQ(target.GetStage(0).target->GetName(), "t");
-    EXPECT_EQ(FailureOf([&] { target.GetStage(1); }),
-              (Failure{"Out of range blend target stage index.", "|m"}));
-}
-
-TEST(MultiBlendTarget, OneTargetStandsInAStage) {
-    EXPECT_EQ(
-        LoadFailure(
-            R"(<multiBlendTarget name="m"><blendStage interpolant="1"><node name="n"/></blendStage></multiBlendTarget>)"),
-        (Failure{"Failed to find factory to instantiate blend target stage of type node", "|m"}));
-    EXPECT_EQ(
-        LoadFailure(
-            R"(<multiBlendTarget name="m"><blendStage interpolant="1"><blendtarget name="a"/><blendtarget name="b"/></blendStage></multiBlendTarget>)"),
-        (Failure{"Internal error in blendshape parse", "|m"}));
-    Scene scene(R"(<multiBlendTarget name="m"><blendStage interpolant="1"/></multiBlendTarget>)");
-    EXPECT_EQ(FailureOf([&] { Write(scene.First<VokMultiBlendTarget>()); }),
-              (Failure{"Blend target entry is NULL", "|m"}));
-}
-
-TEST(MultiBlendTarget, WithoutStagesItIsEmpty) {
-    EXPECT_EQ(Rewritten<VokMultiBlendTarget>(R"(<multiBlendTarget name="m"/>)"),
-              "<multiBlendTarget name=\"m\">\n</multiBlendTarget>");
-}
-
 /// `levels` times `open`, the innermost target, and as many times `close`.
 std::string Nested(int levels, std::string_view open, std::string_view close) {
     std::string text;
@@ -165,16 +94,6 @@ std::string Nested(int levels, std::string_view open, std::string_view close) {
 constexpr const char* kTooDeep =
     "Blend targets and blind data are nested too deep: at most 256 may stand in one another.";
 
-TEST(MultiBlendTarget, NestingIsLimited) {
-    constexpr auto open = R"(<multiBlendTarget name="m"><blendStage interpolant="0">)";
-    constexpr auto close = "</blendStage></multiBlendTarget>";
-    {
-        Scene scene(Nested(VokLimits::kMaxHeldDepth, open, close));
-        EXPECT_FALSE(Write(scene.First<VokMultiBlendTarget>()).empty());
-    }
-    EXPECT_EQ(LoadFailure(Nested(VokLimits::kMaxHeldDepth + 1, open, close)).text, kTooDeep);
-}
-
 TEST(Blendshape, NestingIsLimitedThroughChildrenOfTargetsToo) {
     constexpr auto open = R"(<blendshape name="s"><target><blendtarget name="b"><diff name="d"/>)"
                           R"(<node name="n">)";
@@ -186,22 +105,6 @@ TEST(Blendshape, NestingIsLimitedThroughChildrenOfTargetsToo) {
     EXPECT_EQ(LoadFailure(Nested(VokLimits::kMaxHeldDepth + 1, open, close)).text, kTooDeep);
 }
 
-TEST(BlendshapeController, RoundTripsWhole) {
-    const std::string controller =
-        "<blendshapeController name=\"c\">\n<weight weightName=\"smile &amp; wink\">0.5</weight>\n"
-        "<weight weightName=\"\">-1.0</weight>\n<node name=\"n\">\n</node>\n"
-        "</blendshapeController>";
-    EXPECT_EQ(Rewritten<VokBlendshapeController>(controller), controller);
-}
-
-TEST(BlendshapeController, AWeightWithoutNameAndTextIsZero) {
-    EXPECT_EQ(Rewritten<VokBlendshapeController>(
-                  R"(<blendshapeController name="c"><weight/></blendshapeController>)"),
-              "<blendshapeController name=\"c\">\n<weight weightName=\"\">0.0</weight>\n"
-              "</blendshapeController>");
-    EXPECT_EQ(Rewritten<VokBlendshapeController>(R"(<blendshapeController name="c"/>)"),
-              "<blendshapeController name=\"c\">\n</blendshapeController>");
-}
-
 }  // namespace
+
 }  // namespace SceneTest

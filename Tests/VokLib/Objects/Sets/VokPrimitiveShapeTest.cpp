@@ -1,6 +1,4 @@
 #include <VokLib/Objects/Sets/VokPrimitiveShape.h>
-#include <VokLib/Objects/Sets/VokRigidBody.h>
-#include <VokLib/Tree/VokNode.h>
 #include <VokLib/Tree/VokScene.h>
 
 #include <gtest/gtest.h>
@@ -63,15 +61,4 @@ TEST(VokPrimitiveShape, AShaderThatIsGoneIsLeftOut) {
     VokScene* hierarchy = scene.world.GetHierarchy();
     hierarchy->DeleteChild(hierarchy->FindChild("n"));
     EXPECT_EQ(Write(scene.First<VokPrimitiveShape>()).substr(0, 21), "<primitive name=\"p\">\n");
-}
-
-TEST(VokRigidBody, WritesWhatItReads) {
-    const std::string text =
-        "<rigidBody name=\"r\">\n<mass>2.5</mass>\n<geometry>||n</geometry>\n</rigidBody>";
-    EXPECT_EQ(Rewritten<VokRigidBody>(text + std::string(kNode)), text);
-}
-
-TEST(VokRigidBody, BothElementsAreAlwaysWritten) {
-    EXPECT_EQ(Rewritten<VokRigidBody>(R"(<rigidBody name="r"/>)"),
-              "<rigidBody name=\"r\">\n<mass>0.0</mass>\n<geometry></geometry>\n</rigidBody>");
 }

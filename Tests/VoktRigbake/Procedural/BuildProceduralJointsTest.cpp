@@ -5,6 +5,7 @@
 #include <VokLib/Objects/Animation/VokBlend.h>
 #include <VokLib/Objects/Constraints/VokAimConstraint.h>
 #include <VokLib/Objects/Nodes/VokJoint.h>
+#include <VoktRigbake/Procedural/BuildProceduralJoints.h>
 #include <gtest/gtest.h>
 
 #include <fstream>

@@ -1,0 +1,128 @@
+#include "Document/DocumentEncoding.h"
+#include "VokLib/Document/ParseTools.h"
+#include "VokLib/Document/ParserComparison.h"
+
+#include <string>
+#include <vector>
+
+using namespace ParseTools;
+using ParserComparison::Feed;
+using ParserComparison::ParserAlone;
+
+namespace {
+
+std::string Declared(const std::string& encoding, const std::string& contents) {
+    return "<?xml version=\"1.0\" encoding=\"" + encoding + "\"?>\n<a b=\"1\">" + contents +
+           "</a>\n";
+}
+
+/// As UTF-16, of which a byte order mark comes first.
+std::string Wide(const std::string& ascii, bool littleEndian) {
+    std::string text = littleEndian ? "\xFF\xFE" : "\xFE\xFF";
+    for (const char c : ascii) {
+        if (littleEndian) text += c;
+        text += '\0';
+        if (!littleEndian) text += c;
+    }
+    return text;
+}
+
+const std::vector<std::string>& Samples() {
+    static const std::vector<std::string> samples = {
+        Declared("ISO-8859-1", "plain 1.5 2.5<b c='x>y'/>\r\n<!-- ' > --> text"),
+        Declared("ISO-8859-1",
+                 "caf\xE9 <b c='\xFC\xDF>'/>\n\xA0\xFF<![CDATA[\xE9 > ]]>end \x80\x9F"),
+        Declared("iso-8859-1", "\xE9"),
+        Declared("ISO-LATIN-1", "caf\xE9"),
+        Declared("ISO-8859-15", "\xA4 euro"),
+        Declared("windows-1252", "\x80 euro"),
+        Declared("US-ASCII", "plain"),
+        Declared("UTF-8", "\xC3\xA9 and \xE2\x82\xAC <b c='\xC3\xA9'/>"),
+        "<a>no declaration \xC3\xA9</a>",
+        "\xEF\xBB\xBF<?xml version='1.0' encoding='UTF-8'?><a>mark \xC3\xA9</a>",
+        "\xEF\xBB\xBF<?xml version='1.0' encoding='ISO-8859-1'?><a>mark \xC3\xA9</a>",
+        "<?xml version = '1.0' encoding = 'ISO-8859-1' standalone = 'yes' ?><a>\xE9</a>",
+        "<?xml version='1.0'encoding='ISO-8859-1'?><a>\xE9</a>",
+        "<?xml encoding='ISO-8859-1'?><a>\xE9</a>",
+        "<?xml version='1.0' encoding='ISO-8859-1' more='x'?><a>\xE9</a>",
+        "<?xml version='1.7' encoding='ISO-8859-1'?><a>\xE9</a>",
+        "<?xml version='1.0' encoding='ISO-8859-1'><a>\xE9</a>",
+        Declared("klingon", "x"),
+        Declared("UTF-16", "x"),
+        Declared("UTF-8", "bad \xE9 byte"),
+        Declared("US-ASCII", "bad \xE9 byte"),
+        Declared("ISO-8859-1", "control \x01 byte"),
+        Declared("ISO-8859-1", std::string("nul \0 byte", 10)),
+        Declared("ISO-8859-1", "\xE9\xE9 </b>"),
+        Declared("ISO-8859-1", "\xE9<b \xE9=1/>"),
+        Declared("ISO-8859-1", "\xE9 & \xE9"),
+        Declared("ISO-8859-1", "\xE9 ]]> \xE9"),
+        Wide("<?xml version='1.0' encoding='UTF-16'?><a b='x>y'>wide <!-- don't > --><c/></a>",
+             true),
+        Wide("<?xml version='1.0' encoding='UTF-16'?><a b='x>y'>wide <!-- don't > --><c/></a>",
+             false),
+        Wide("<a>no declaration</b>", true),
+    };
+    return samples;
+}
+
+TEST(DocumentFeed, GivesTheEventsAndFaultsOfTheParserAlone) {
+    for (const std::string& sample : Samples())
+        EXPECT_EQ(Feed(sample), ParserAlone(sample)) << sample;
+}
+
+TEST(DocumentFeed, GivesThemWhereverTheBorderOfABlockFalls) {
+    for (const std::string& sample : Samples()) {
+        const ParserComparison::Outcome whole = ParserAlone(sample);
+        // A declaration stands in the first block, as the root does.
+        const std::size_t first = std::max<std::size_t>(sample.find('>') + 2, 8);
+        for (std::size_t cut = first; cut < sample.size(); ++cut) {
+            const ParserComparison::Outcome fed = Feed(sample, {cut});
+            EXPECT_EQ(fed.events, whole.events) << cut << " " << sample;
+            EXPECT_EQ(fed.code, whole.code) << cut << " " << sample;
+            if (whole.code == 0) {
+                EXPECT_EQ(fed.line, whole.line) << cut << " " << sample;
+                EXPECT_EQ(fed.column, whole.column) << cut << " " << sample;
+            }
+        }
+    }
+}
+
+TEST(DocumentFeed, GivesThemInLargeDocumentsToo) {
+    std::string contents;
+    for (int i = 0; i < 12000; ++i) {
+        contents += "<b c='" + std::to_string(i) + " > '>1.5 2.5\n";
+        if (i % 997 == 0) contents += "<!-- \xE9 ' -->\xFC\xE9";
+        contents += "</b>";
+    }
+    const std::string good = Declared("ISO-8859-1", contents);
+    EXPECT_TRUE(Feed(good) == ParserAlone(good));
+    const std::string bad = Declared("ISO-8859-1", contents + "\n<c>\xE9</d>");
+    EXPECT_TRUE(Feed(bad) == ParserAlone(bad));
+    const std::string cut = good.substr(0, good.size() - 12);
+    EXPECT_TRUE(Feed(cut) == ParserAlone(cut));
+}
+
+TEST(DocumentFeed, ReadsADocumentTypeWhereverTheBorderOfABlockFalls) {
+    // The parser alone does not: it takes a quote in half a comment for the beginning of a text.
+    const std::string text =
+        "<?xml version='1.0'?><!DOCTYPE a [<!-- don't > --><!ELEMENT a (b|c)><!ENTITY e "
+        "\"x>]\"><?p x?>]><a>t</a>";
+    for (std::size_t cut = 22; cut < text.size(); ++cut) {
+        const ParserComparison::Outcome fed = Feed(text, {cut});
+        EXPECT_EQ(fed.code, 0) << cut;
+        EXPECT_EQ(fed.events, "<a>t</a>") << cut;
+    }
+}
+
+TEST(DocumentFeed, EncodingsThatHideMarkupAreRefused) {
+    EXPECT_EQ(Feed(Declared("UTF-7", "x")).events,
+              "The encoding \"UTF-7\" of \"test\" is not supported.");
+    EXPECT_NE(Feed(Declared("IBM037", "x")).code, 0);
+    EXPECT_EQ(Feed(Declared("ISO-2022-JP", "x")).events,
+              "The encoding \"ISO-2022-JP\" of \"test\" is not supported.");
+    EXPECT_EQ(Feed("\x4C\x6F\xA7\x94\x93").code, -1000);
+    EXPECT_EQ(Feed(Wide("<?xml version='1.0' encoding='UTF-7'?><a/>", true)).code, -1000);
+}
+
+}  // namespace

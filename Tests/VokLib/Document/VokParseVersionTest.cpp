@@ -1,0 +1,190 @@
+#include "VokLib/Document/ParseTools.h"
+
+#include <QelTools/Exception.h>
+#include <VokLib/Document/VokParse.h>
+#include <VokLib/Tree/VokCast.h>
+#include <VokLib/Tree/VokFactory.h>
+#include <VokLib/Tree/VokReference.h>
+#include <VokLib/Tree/VokScene.h>
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <string>
+#include <vector>
+
+using namespace ParseTools;
+
+namespace {
+
+/// Writes down what the reader calls.
+class Probe : public VokObj {
+  public:
+    static inline std::vector<std::string> log;
+    static VokObj* Make() { return new Probe; }
+
+    void ParseAttributes(VokParse& parse) override {
+        log.push_back("attributes " + Attributes(parse));
+    }
+    void ParseStartTag(VokParse& parse) override {
+        const std::string tag(parse.GetTag());
+        log.push_back("start " + tag + Attributes(parse) +
+                      (parse.GetNewObject() != nullptr ? " new!" : ""));
+        EXPECT_EQ(parse.GetTagId(), MakeTypeId(tag));
+        if (tag == "skip") parse.Skip();
+        if (tag == "twice") {
+            auto child = std::make_unique<Probe>();
+            AddChild(child.get());
+            parse.PushNewObject(child.get());
+            parse.PushNewObject(child.release());
+        }
+        if (tag == "throw") QelTools::Common::ThrowException("the object's own text");
+        if (tag == "probe") {
+            auto child = std::make_unique<Probe>();
+            AddChild(child.get());
+            parse.PushNewObject(child.release());
+        }
+    }
+    void ParseData(VokParse& parse) override {
+        log.push_back("data " + std::string(parse.GetTag()) + " [" + parse.ReadString() + "]");
+    }
+    void ParseEndTag(VokParse& parse) override {
+        log.push_back("end " + std::string(parse.GetTag()) + Attributes(parse) + " [" +
+                      std::string(parse.GetText()) + "]");
+    }
+    std::string_view GetElementName() const override { return "probe"; }
+
+  private:
+    static std::string Attributes(VokParse& parse) {
+        std::string text;
+        const VokAttributes& attributes = parse.GetAttributes();
+        for (std::size_t i = 0; i < attributes.GetCount(); ++i)
+            text += std::string(" ") + attributes.GetName(i) + "=" + attributes.GetValue(i);
+        return text;
+    }
+};
+
+using Log = std::vector<std::string>;
+
+class ParseEvents : public ReaderTest {
+  protected:
+    ParseEvents() { VokFactory::RegisterFactory("probe", Probe::Make); }
+    ~ParseEvents() override { VokFactory::UnregisterFactory("probe"); }
+
+    Log LogOf(const std::string& contents) {
+        Probe::log.clear();
+        EXPECT_EQ(LoadText(Document(contents)), "");
+        return Probe::log;
+    }
+};
+
+class Parse : public ReaderTest {};
+
+class ParseVersion : public ReaderTest {
+  protected:
+    std::string Load(const std::string& document) {
+        parse.SetAllowUpdate(true);
+        return TextOf([&] { ParseTools::Parse(parse, world, document, "old.qeli"); });
+    }
+
+    VokWorld world;
+    VokParse parse;
+};
+
+TEST_F(ParseVersion, OldDocumentIsRefusedUnlessUpdateIsAllowed) {
+    EXPECT_EQ(LoadText(Document("", "1_27_3")),
+              ".qeli instance is not the correct version. Expected version namespace of "
+              "\"http://qel.example/ns/qeli/1_28_1/qeli\" but got "
+              "\"http://qel.example/ns/qeli/1_27_3/qeli\".");
+    EXPECT_EQ(update.asked, "");
+}
+
+TEST_F(ParseVersion, RootOfAnotherNameHasNoVersion) {
+    const std::string document = std::string("<WORLD xmlns='") + QelCurrentNamespace + "'/>";
+    EXPECT_EQ(LoadText(document),
+              ".qeli instance is not the correct version. Expected version namespace of "
+              "\"http://qel.example/ns/qeli/1_28_1/qeli\" but got \"\".");
+    EXPECT_EQ(Load(document), "Failed to extract version information from .qeli file.");
+}
+
+TEST_F(ParseVersion, RootWithoutADefaultNamespaceHasNoVersion) {
+    update.compatible = true;
+    EXPECT_EQ(Load("<QEL xmlns:a='b'/>"), "Failed to extract version information from .qeli file.");
+}
+
+TEST_F(ParseVersion, FirstElementOfTheRootsNameGivesTheVersionAtAnyDepth) {
+    const std::string document =
+        std::string("<a><QEL xmlns='") + QelCurrentNamespace + "'/><QEL xmlns='x'/></a>";
+    EXPECT_EQ(TextOf([&] { ParseTools::Parse(parse, world, document); }), "");
+}
+
+TEST_F(ParseVersion, CompatibleDocumentIsReadAsItStands) {
+    update.compatible = true;
+    EXPECT_EQ(Load(Document("<scene><joint name='j'/></scene>", "1_27_3")), "");
+    EXPECT_EQ(update.asked, VersionNamespace("1_27_3"));
+    EXPECT_EQ(update.received, "");
+    EXPECT_EQ(world.GetHierarchy()->GetChildCount(), 1u);
+}
+
+TEST_F(ParseVersion, OutdatedDocumentIsReadFromWhatTheUpdateWrites) {
+    update.result = Document("<scene><joint name='new'/></scene>");
+    const std::string old = Document("<scene><joint name='old'><gone/></joint></scene>", "1_10_0");
+    EXPECT_EQ(Load(old), "");
+    EXPECT_EQ(update.received, old);
+    EXPECT_TRUE(update.isFreed);
+    ASSERT_EQ(world.GetHierarchy()->GetChildCount(), 1u);
+    EXPECT_EQ(world.GetHierarchy()->GetChild(0)->GetName(), "new");
+}
+
+TEST_F(ParseVersion, OutdatedDocumentIsCollectedBlockByBlock) {
+    update.result = Document("<scene><joint name='new'/></scene>");
+    const std::string old = Document(std::string(5000, ' '), "1_10_0");
+    parse.SetAllowUpdate(true);
+    ParseInBlocks(parse, world, old, 1000);
+    EXPECT_EQ(update.received, old);
+    EXPECT_EQ(world.GetHierarchy()->GetChildCount(), 1u);
+}
+
+TEST_F(ParseVersion, UpdatedDocumentOfSeveralBlocksStreamsThrough) {
+    std::string contents = "<scene>";
+    for (int i = 0; i < 40000; ++i)
+        contents += "<joint name='joint" + std::to_string(i) +
+                    "'><translate>1.0 2.0 3.0</translate></joint>";
+    update.result = Document(contents + "</scene>");
+    ASSERT_GT(update.result.size(), 2u << 20);
+    EXPECT_EQ(Load(Document("", "1_10_0")), "");
+    EXPECT_EQ(world.GetHierarchy()->GetChildCount(), 40000u);
+}
+
+TEST_F(ParseVersion, FaultInAnUpdatedDocumentTellsItsPlaceThere) {
+    update.result = Document("<scene></a>");
+    EXPECT_EQ(Load(Document("", "1_10_0")),
+              "Libxml2 parse error: 76 in \"old.qeli\" Line 3 Column 12");
+}
+
+TEST_F(ParseVersion, UpdateThatWritesNothingLeavesTheLastBlockToTheReader) {
+    EXPECT_EQ(Load(Document("<scene><joint name='old'/></scene>", "1_10_0")), "");
+    EXPECT_EQ(world.GetHierarchy()->GetChildCount(), 1u);
+}
+
+TEST_F(ParseVersion, FileNamesOfAnotherFormAreTurnedIntoThePrimaryForm) {
+    EXPECT_EQ(TextOf([&] {
+                  ParseTools::Parse(
+                      parse, world,
+                      Document("<reference name='r' uri='/assets/props/sword.qeli' namespace='s'/>",
+                               "1_28_1", "absolute"),
+                      "/assets/rigs/hero.qeli");
+              }),
+              "");
+    EXPECT_EQ(vok_cast<VokReference>(world.GetChild(1))->uri, "../props/sword.qeli");
+}
+
+class ParseLinks : public ParseVersion {
+  protected:
+    static std::string Linked(std::string_view path, std::string_view version = "1_28_1") {
+        return Document("<objset name='set'><member path='" + std::string(path) + "'/></objset>",
+                        version);
+    }
+};
+
+}  // namespace

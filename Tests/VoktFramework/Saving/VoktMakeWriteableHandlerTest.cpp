@@ -1,0 +1,30 @@
+#include <QelTools/Exception.h>
+#include <VoktFramework/Atoms/VoktUniverse.h>
+#include <VoktFramework/Errors/VoktError.h>
+#include <VoktFramework/Saving/VoktMakeWriteableHandler.h>
+#include <VoktFramework/Saving/VoktSaveBiff.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "Platform/OrdinaryUser.h"
+#include "VoktFramework/FreshFolder.h"
+#include "VoktFramework/ThrownText.h"
+
+TEST(MakeWriteableHandler, AMissingFileIsFine) {
+    const FreshFolder folder;
+    std::unique_ptr<VoktMakeWriteableHandler> made;
+    if (!VoktMakeWriteableHandler::Exists()) made = std::make_unique<VoktMakeWriteableHandler>();
+    EXPECT_NO_THROW(VoktMakeWriteableHandler::Get().MakeWriteable(folder / "missing"));
+}
+
+TEST(MakeWriteableHandler, ARefusalNamesTheFile) {
+    const FreshFolder folder;
+    const std::string inFile = folder.WriteFile("file", "") + "/x";
+    std::unique_ptr<VoktMakeWriteableHandler> made;
+    if (!VoktMakeWriteableHandler::Exists()) made = std::make_unique<VoktMakeWriteableHandler>();
+    EXPECT_EQ(ThrownText<QelTools::Common::Exception>(
+                  [&] { VoktMakeWriteableHandler::Get().MakeWriteable(inFile); }),
+              "VoktMakeWriteableHandler failed to chmod " + inFile);
+}
