@@ -1,0 +1,188 @@
+#include "CommandLine.h"
+
+#include "Diff.h"
+#include "Dump.h"
+#include "Header.h"
+
+#include <VokLib/Library/VokLib.h>
+
+#include <CLI/CLI.hpp>
+
+#include <cctype>
+#include <iostream>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr int kBadFile = 1;
+constexpr int kDifferent = 1;
+constexpr int kWrongUsage = 2;
+constexpr const char* kSeeHelp = "Run skel --help for more information.\n";
+
+struct Arguments {
+    std::vector<std::string> files;
+    std::string in;
+    std::string other;
+    std::string names;
+    bool isJson = false;
+    HeaderOptions header;
+};
+
+/// The parser would only say that some command is missing.
+bool IsUnknownCommand(const CLI::App& app, int argc, const char* const* argv) {
+    if (argc < 2 || argv[1][0] == '-') return false;
+    return app
+        .get_subcommands([name = std::string(argv[1])](const CLI::App* command) {
+            return command->get_name() == name;
+        })
+        .empty();
+}
+
+std::string RefuseNoIdentifier(const std::string& text) {
+    bool isIdentifier = !text.empty() && std::isdigit(static_cast<unsigned char>(text[0])) == 0;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        isIdentifier = isIdentifier && byte < 0x80 && (std::isalnum(byte) != 0 || byte == '_');
+    }
+    return isIdentifier ? std::string() : "\"" + text + "\" is no identifier in C";
+}
+
+void AddFile(CLI::App& command, const char* name, std::string& value, const char* words) {
+    command.add_option(name, value, words)->required()->type_name("");
+}
+
+void AddNames(CLI::App& command, std::string& value) {
+    command
+        .add_option("--names", value,
+                    "A scene document whose joints and channels name what the file only hashes")
+        ->type_name("SCENE");
+}
+
+CLI::App* AddCheck(CLI::App& app, Arguments& arguments) {
+    CLI::App* const command = app.add_subcommand(
+        "check",
+        "Verify skeleton files as one would who trusts nobody, and name the first fault of each "
+        "table with its place.");
+    command->add_option("FILE", arguments.files, "The files to read")->required()->type_name("");
+    return command;
+}
+
+CLI::App* AddDump(CLI::App& app, Arguments& arguments) {
+    CLI::App* const command =
+        app.add_subcommand("dump", "Show everything that a skeleton file holds.");
+    AddFile(*command, "FILE", arguments.in, "The file to read");
+    command->add_flag("--json", arguments.isJson, "As JSON, for scripts");
+    AddNames(*command, arguments.names);
+    return command;
+}
+
+CLI::App* AddDiff(CLI::App& app, Arguments& arguments) {
+    CLI::App* const command = app.add_subcommand(
+        "diff",
+        "Compare two skeletons joint by joint. The exit status is 1 when they differ; the byte "
+        "order does not count.");
+    AddFile(*command, "A", arguments.in, "The file before");
+    AddFile(*command, "B", arguments.other, "The file after");
+    command->add_flag("--json", arguments.isJson, "As JSON, for scripts");
+    AddNames(*command, arguments.names);
+    return command;
+}
+
+CLI::App* AddHeader(CLI::App& app, Arguments& arguments) {
+    CLI::App* const command = app.add_subcommand(
+        "header", "Print C constants: index, hash and parent of each joint, and the signature.");
+    AddFile(*command, "IN", arguments.header.in, "A skeleton file, or the scene it is baked from");
+    command
+        ->add_option("--prefix", arguments.header.prefix,
+                     "What the constants' names begin with (SKELETON)")
+        ->type_name("NAME")
+        ->check(RefuseNoIdentifier);
+    command->add_flag("--multi-root", arguments.header.hasMultipleRoots,
+                      "All roots of a scene are one skeleton");
+    AddNames(*command, arguments.header.names);
+    return command;
+}
+
+void PrintJson(const Json& json) {
+    std::cout << json.dump(2) << '\n';
+}
+
+bool Check(const std::vector<std::string>& paths) {
+    bool areAllSound = true;
+    for (const std::string& path : paths) {
+        try {
+            SkeletonFile::Load(path);
+            std::cout << path << ": OK" << std::endl;
+        } catch (const SkeletonFileFault& fault) {
+            std::cerr << fault.what() << std::endl;
+            areAllSound = false;
+        }
+    }
+    return areAllSound;
+}
+
+Names LoadNames(const std::string& path) {
+    return path.empty() ? Names() : Names::Load(path);
+}
+
+void Dump(const Arguments& arguments) {
+    const SkeletonFile file = SkeletonFile::Load(arguments.in);
+    const Description::Skeleton skeleton = Description::Describe(file, LoadNames(arguments.names));
+    if (arguments.isJson)
+        PrintJson(DumpJson(skeleton));
+    else
+        DumpText(skeleton, std::cout);
+}
+
+bool Diff(const Arguments& arguments) {
+    const SkeletonFile first = SkeletonFile::Load(arguments.in);
+    const SkeletonFile second = SkeletonFile::Load(arguments.other);
+    const Names names = LoadNames(arguments.names);
+    const Description::Skeleton before = Description::Describe(first, names);
+    const Description::Skeleton after = Description::Describe(second, names);
+    const SkeletonDifference difference = Compare(before, after);
+    if (arguments.isJson)
+        PrintJson(DiffJson(difference, before, after));
+    else
+        DiffText(difference, before, after, std::cout);
+    return !difference.IsEmpty();
+}
+
+}  // namespace
+
+int RunCommandLine(int argc, const char* const* argv) {
+    CLI::App app("skel looks into skeleton files, checks and compares them.", "skel");
+    Arguments arguments;
+    app.set_version_flag("--version", std::string("skel ") + kVokLibVersion);
+    app.failure_message([](const CLI::App*, const CLI::Error& error) {
+        return "skel: " + std::string(error.what()) + "\n" + kSeeHelp;
+    });
+    app.footer(
+        "Exit status: 0 for success, 1 for a file that is not sound or cannot be read, and for "
+        "skeletons that differ, 2 for wrong usage.");
+    app.require_subcommand(1);
+    const CLI::App* const check = AddCheck(app, arguments);
+    const CLI::App* const dump = AddDump(app, arguments);
+    const CLI::App* const diff = AddDiff(app, arguments);
+    AddHeader(app, arguments);
+    if (IsUnknownCommand(app, argc, argv)) {
+        std::cerr << "skel: There is no command \"" << argv[1]
+                  << "\". The commands are check dump diff header.\n"
+                  << kSeeHelp;
+        return kWrongUsage;
+    }
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        return app.exit(error) == 0 ? 0 : kWrongUsage;
+    }
+
+    if (check->parsed()) return Check(arguments.files) ? 0 : kBadFile;
+    if (diff->parsed()) return Diff(arguments) ? kDifferent : 0;
+    if (dump->parsed())
+        Dump(arguments);
+    else
+        PrintHeader(arguments.header, std::cout);
+    return 0;
+}

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Description.h"
+
+#include <nlohmann/json.hpp>
+
+#include <iosfwd>
+
+/// JSON that keeps the order of its keys and prints floats as short as they read back.
+using Json = nlohmann::basic_json<nlohmann::ordered_map, std::vector, std::string, bool,
+                                  std::int64_t, std::uint64_t, float>;
+
+/// Everything in the file, for scripts; docs/skel-dump.schema.json tells the form. Numbers that are
+/// infinite are null, as JSON has none.
+Json DumpJson(const Description::Skeleton& skeleton);
+
+/// Everything in the file, for reading.
+void DumpText(const Description::Skeleton& skeleton, std::ostream& out);
+
+/// A float as short as it reads back, in no locale.
+std::string NumberText(float number);
+/// "(0, 1, 0.5)"
+template <class Numbers>
+std::string VectorText(const Numbers& numbers) {
+    std::string text;
+    for (const float number : numbers) text += (text.empty() ? "(" : ", ") + NumberText(number);
+    return text + ")";
+}

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <unordered_map>
+
+class VokWorld;
+
+/// What stands behind the hashes of a skeleton file, as a scene tells it: the names of its joints
+/// without namespaces, and those of the channels that drive or are driven. In UTF-8, control
+/// characters as \x0A. Empty without a scene.
+class Names {
+  public:
+    Names() = default;
+    /// Throws a DocumentFailure for a document that cannot be loaded.
+    static Names Load(const std::string& scenePath);
+
+    std::optional<std::string> FindJoint(std::uint32_t hash) const { return Find(joints, hash); }
+    std::optional<std::string> FindChannel(std::uint32_t hash) const {
+        return Find(channels, hash);
+    }
+
+  private:
+    using Table = std::unordered_map<std::uint32_t, std::string>;
+    static std::optional<std::string> Find(const Table& table, std::uint32_t hash);
+    void AddChannel(const std::string& name);
+
+    Table joints;
+    Table channels;
+};

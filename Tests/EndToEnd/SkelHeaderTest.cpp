@@ -1,0 +1,117 @@
+#include "EndToEnd/ProgramRun.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+namespace {
+
+constexpr const char* kScene = R"(<scene><joint name="ns:Hips"><joint name="arm-1"/>
+    <joint name="arm_1"/><joint name="2nd"/></joint></scene>)";
+
+constexpr const char* kHeader =
+    R"(/* The joints of a skeleton, made by skel header. Indices and parents are those of the file; -1 is no parent. */
+#ifndef HERO_SKELETON_CONSTANTS_H
+#define HERO_SKELETON_CONSTANTS_H
+
+#define HERO_SIGNATURE 0xSIGNATUREu
+#define HERO_JOINT_COUNT 4
+
+#define HERO_INDEX_HIPS 0
+#define HERO_HASH_HIPS 0x811C56D0u
+#define HERO_PARENT_HIPS (-1)
+
+#define HERO_INDEX_ARM_1 1
+#define HERO_HASH_ARM_1 0x50F69BD1u
+#define HERO_PARENT_ARM_1 0
+
+#define HERO_INDEX_ARM_1_2 2
+#define HERO_HASH_ARM_1_2 0xBE9BF99Cu
+#define HERO_PARENT_ARM_1_2 0
+
+#define HERO_INDEX_2ND 3
+#define HERO_HASH_2ND 0x7A7B0E9Au
+#define HERO_PARENT_2ND 0
+
+#endif
+)";
+
+class SkelHeader : public testing::Test {
+  protected:
+    SkelHeader() {
+        folder.WriteFile("hero.qeli", Document(kScene));
+        EXPECT_EQ(folder.Rigbake({"-in", "hero.qeli", "-out", "hero.bin"}).status, 0);
+    }
+    ProgramResult Header(std::vector<std::string> arguments) const {
+        arguments.insert(arguments.begin(), "header");
+        return folder.Run("skel", arguments);
+    }
+    RunFolder folder;
+};
+
+std::string WithoutHashes(std::string text) {
+    for (std::size_t at = text.find(" 0x"); at != std::string::npos; at = text.find(" 0x", at + 1))
+        text.replace(at, text.find('u', at) - at, " 0x");
+    return text;
+}
+
+}  // namespace
+
+TEST_F(SkelHeader, FromASceneAndFromItsFileIsTheSame) {
+    const ProgramResult fromScene = Header({"hero.qeli", "--prefix", "HERO"});
+    EXPECT_EQ(fromScene.status, 0);
+    EXPECT_EQ(fromScene.errors, "");
+    EXPECT_EQ(WithoutHashes(fromScene.output), WithoutHashes(kHeader));
+    EXPECT_NE(fromScene.output.find("HERO_HASH_HIPS 0x811C56D0u\n"), std::string::npos);
+    const ProgramResult fromFile = Header({"hero.bin", "--names", "hero.qeli", "--prefix", "HERO"});
+    EXPECT_EQ(fromFile.output, fromScene.output);
+    EXPECT_EQ(fromFile.status, 0);
+}
+
+TEST_F(SkelHeader, JointsWithoutNamesAreCalledByTheirHashes) {
+    const std::string text = Header({"hero.bin"}).output;
+    EXPECT_NE(text.find("#define SKELETON_INDEX_JOINT_811C56D0 0\n"
+                        "#define SKELETON_HASH_JOINT_811C56D0 0x811C56D0u\n"),
+              std::string::npos)
+        << text;
+}
+
+TEST_F(SkelHeader, AJointWithoutARecordHasNoHash) {
+    const std::string text = Header({RIGBAKE_SOURCE_ROOT "/Fuzz/Seeds/Skeleton/roots"}).output;
+    EXPECT_NE(text.find("#define SKELETON_INDEX_JOINT_1 1\n#define SKELETON_PARENT_JOINT_1 (-1)\n"),
+              std::string::npos)
+        << text;
+}
+
+TEST_F(SkelHeader, OfSeveralRootsTheFirstIsTakenUnlessAllAreWanted) {
+    folder.WriteFile("two.qeli", Document(R"(<scene><joint name="a"/><joint name="b"/></scene>)"));
+    EXPECT_NE(Header({"two.qeli"}).output.find("JOINT_COUNT 1\n"), std::string::npos);
+    EXPECT_NE(Header({"two.qeli", "--multi-root"}).output.find("JOINT_COUNT 2\n"),
+              std::string::npos);
+}
+
+TEST_F(SkelHeader, AScenesFaultsAreToldAsWhenBaking) {
+    folder.WriteFile("bad.qeli", Document(R"(<scene><joint name="a"><node name="n"><joint name="b"/>
+        </node></joint></scene>)"));
+    ProgramResult run = Header({"bad.qeli"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(run.errors, "bad.qeli: error: Joint parented to non-joint (object ||a|n|b)\n");
+    folder.WriteFile("none.qeli", Document("<scene><node name=\"n\"/></scene>"));
+    run = Header({"none.qeli"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors, "none.qeli: error: There are no joints in the hierarchy\n");
+}
+
+TEST_F(SkelHeader, CompilesAsCAndAsCpp) {
+    folder.WriteFile("hero.h", Header({"hero.qeli", "--prefix", "HERO"}).output);
+    folder.WriteFile("use.c",
+                     "#include \"hero.h\"\n"
+                     "int parents[HERO_JOINT_COUNT] = {HERO_PARENT_HIPS, HERO_PARENT_ARM_1};\n"
+                     "unsigned hash = HERO_HASH_2ND + HERO_SIGNATURE;\n");
+    const std::string in = "cd '" + folder.GetPath().string() + "' && ";
+    if (std::system((in + "cc --version >compiler 2>&1").c_str()) != 0)
+        GTEST_SKIP() << "there is no C compiler here";
+    EXPECT_EQ(std::system((in + "cc -std=c11 -Wall -Wextra -Werror -c use.c").c_str()), 0);
+    EXPECT_EQ(std::system((in + "c++ -Wall -Wextra -Werror -x c++ -c use.c").c_str()), 0);
+}
