@@ -1,5 +1,3 @@
-#include "AnimUtil/ChannelTestTools.h"
-
 #include <AnimUtil/Animation/CompressionFilter.h>
 #include <AnimUtil/Animation/VokAnimUtil.h>
 #include <VokLib/Objects/Animation/VokAnimDiscontinuities.h>
@@ -8,11 +6,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <random>
-#include <tuple>
+#include <limits>
+
+#include "AnimUtil/ChannelTestTools.h"
 
 namespace VokAnimUtil {
-
 namespace {
 
 TEST(ConvertSamples, FewKeysWithinTheTolerance) {
@@ -96,6 +94,135 @@ TEST(ConvertSamples, MoreThanFourComponentsFailInTheFitter) {
               "component count must be between 1 and 4");
 }
 
-}  // namespace
+void Fit(VokAnimChannel& channel) {
+    ConvertTimestepToQelHermite(channel, channel, 0.001f, false, false, 0);
+}
 
+VokAnimDiscontinuities& AddMarks(VokAnimChannel& channel) {
+    auto* marks = new VokAnimDiscontinuities;
+    channel.AddChild(marks);
+    return *marks;
+}
+
+TEST(ConvertSamples, AMarkNearerThanATenThousandthBelongsToItsSample) {
+    // One unit in the last place decides: 0.000099957 and 0.00010008 from the sample at 1.
+    for (const bool near : {true, false}) {
+        const auto channel = MakeTimestep(1, 2, {0, 0, 8, 8, 8});
+        VokAnimDiscontinuities& marks = AddMarks(*channel);
+        const float distance = near ? 838 * 0x1p-23f : 839 * 0x1p-23f;
+        marks.Add(VokAnimDiscontinuities::Kind::Step, 1 + distance);
+        marks.GetAfter(0)[0] = 8;
+        EXPECT_EQ(distance < 0.0001f, near);
+        // Beside the sample there would be two that are too close, and the plain one would go.
+        Fit(*channel);
+        EXPECT_EQ(channel->keyTimes, near ? (std::vector<float>{0, 1, 1, 2})
+                                          : (std::vector<float>{0, 1 + distance, 1 + distance, 2}));
+    }
+}
+
+TEST(ConvertSamples, OfSeveralListsOfMarksTheLastCounts) {
+    const auto channel = MakeTimestep(1, 4, {0, 0, 8, 8, 8});
+    AddMarks(*channel).Add(VokAnimDiscontinuities::Kind::Unset, 1.25f);
+    VokAnimDiscontinuities& marks = AddMarks(*channel);
+    marks.Add(VokAnimDiscontinuities::Kind::Step, 2);
+    marks.GetAfter(0)[0] = 8;
+    channel->AddChild(new VokAnimChannel);
+    Fit(*channel);
+    EXPECT_EQ(channel->keyTimes, (std::vector<float>{0, 2, 2, 4}));
+}
+
+TEST(ConvertSamples, AMarkOfNoKindIsAFaultAtATimeOfItsOwn) {
+    const auto channel = MakeTimestep(1, 4, {0, 0, 8, 8, 8});
+    AddMarks(*channel).Add(VokAnimDiscontinuities::Kind::Unset, 1.25f);
+    EXPECT_EQ(TextThrownBy([&] { Fit(*channel); }), "Internal error - please report as a bug");
+}
+
+TEST(ConvertSamples, WhatIsNotSampledIsTakenOverFromTheInput) {
+    const auto in = MakeTimestep(1, 1, {0, 1, 0});
+    in->SetChannel("a|b");
+    in->attributes.SetString("inputObject", "||j");
+    in->attributes.SetString("inputChannel", "rotateX");
+    const auto out = MakeChannel(AnimInterp::SplitTangent, 3, {5}, {5, 5, 5}, {5, 5, 5});
+    out->tangents[1] = {5, 5, 5};
+    ConvertTimestepToQelHermite(*out, *in, 0.001f, false, false, 0);
+    EXPECT_EQ(out->GetChannel(), "a|b");
+    EXPECT_EQ(out->GetName(), "a_b");
+    EXPECT_EQ(out->attributes.GetString("inputObject"), "||j");
+    EXPECT_EQ(out->attributes.GetString("inputChannel"), "rotateX");
+    EXPECT_EQ(out->interp, AnimInterp::QELHermite);
+    EXPECT_EQ(out->GetKeyStride(), 1u);
+    EXPECT_EQ(out->numKeys, 3u);
+    EXPECT_TRUE(out->tangents[1].empty());
+    EXPECT_EQ(in->interp, AnimInterp::Timestep);
+}
+
+TEST(ConvertSamples, WithoutAChannelAttributeTheOutputHasAnEmptyOne) {
+    const auto in = MakeTimestep(1, 1, {0, 1, 0});
+    const auto out = std::make_unique<VokAnimChannel>();
+    ConvertTimestepToQelHermite(*out, *in, 0.001f, false, false, 0);
+    EXPECT_TRUE(out->attributes.Has("channel"));
+    EXPECT_EQ(out->GetChannel(), "");
+    EXPECT_FALSE(out->IsDrivenKey());
+}
+
+TEST(ConvertSamples, OneSampleAndNoSampleAreTooFew) {
+    const auto one = MakeTimestep(1, 1, {0});
+    EXPECT_EQ(TextThrownBy([&] { Fit(*one); }),
+              "at least two samples need to be added to the curve fitter before solving");
+    const auto none = MakeTimestep(1, 1, {});
+    EXPECT_EQ(TextThrownBy([&] { Fit(*none); }), "Anim channel has no keys.");
+    none->numKeys = 4;
+    EXPECT_EQ(TextThrownBy([&] { Fit(*none); }),
+              "Anim channel has fewer key values than its number of keys and its stride ask for.");
+}
+
+TEST(ConvertSamples, ADurationWithoutTimeIsTooShort) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float infinity = std::numeric_limits<float>::infinity();
+    for (const float duration : {0.0f, -0.0f, 0.0009f, -0.0009f, nan, infinity, -infinity}) {
+        const auto channel = MakeTimestep(1, duration, {0, 1, 0});
+        EXPECT_EQ(TextThrownBy([&] { Fit(*channel); }), "animation time is too short") << duration;
+        const auto marked = MakeTimestep(1, duration, {0, 1, 0});
+        AddMarks(*marked).Add(VokAnimDiscontinuities::Kind::Corner, 0.5f);
+        EXPECT_EQ(TextThrownBy([&] { Fit(*marked); }), "animation time is too short") << duration;
+    }
+}
+
+TEST(ConvertSamples, ANegativeDurationRunsBackwards) {
+    const auto channel = MakeTimestep(1, -1, {0, 1, 4});
+    Fit(*channel);
+    EXPECT_EQ(channel->keyTimes.front(), -1);
+    EXPECT_EQ(channel->keyValues.front(), 4);
+    EXPECT_EQ(channel->keyTimes.back(), 0);
+    EXPECT_EQ(channel->keyValues.back(), 0);
+}
+
+TEST(ConvertSamples, SamplesThatAreNoNumbersAreRefused) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float infinity = std::numeric_limits<float>::infinity();
+    const auto notANumber = MakeTimestep(1, 1, {0, nan, 0, 1});
+    EXPECT_EQ(TextThrownBy([&] { Fit(*notANumber); }),
+              "cannot set discontinuous position on continuous sample");
+    const auto endless = MakeTimestep(1, 1, {0, infinity, 0, 1, 0});
+    EXPECT_EQ(TextThrownBy([&] { Fit(*endless); }),
+              "cannot set discontinuous tangent on continuous sample");
+    const auto marked = MakeTimestep(1, 1, {0, 1, 2, 3, 2});
+    VokAnimDiscontinuities& marks = AddMarks(*marked);
+    marks.Add(VokAnimDiscontinuities::Kind::Step, 0.5f);
+    marks.GetBefore(0)[0] = nan;
+    EXPECT_EQ(TextThrownBy([&] { Fit(*marked); }),
+              "cannot set discontinuous tangent on continuous sample");
+}
+
+TEST(ConvertSamples, MarksAtTimesThatAreNoNumbersHarmNothing) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const auto channel = MakeTimestep(1, 4, {0, 1, 4, 9, 16});
+    VokAnimDiscontinuities& marks = AddMarks(*channel);
+    marks.Add(VokAnimDiscontinuities::Kind::Step, nan);
+    marks.Add(VokAnimDiscontinuities::Kind::Corner, -std::numeric_limits<float>::infinity());
+    Fit(*channel);
+    EXPECT_EQ(channel->keyValues.back(), 16);
+}
+
+}  // namespace
 }  // namespace VokAnimUtil

@@ -1,16 +1,11 @@
-#include "AnimUtil/ChannelTestTools.h"
-
+#include <AnimUtil/Animation/CompressionFilter.h>
 #include <AnimUtil/Animation/VokAnimUtil.h>
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cmath>
-#include <random>
-#include <tuple>
+#include "AnimUtil/ChannelTestTools.h"
 
 namespace VokAnimUtil {
-
 namespace {
 
 constexpr AnimInterp kKinds[] = {
@@ -33,86 +28,6 @@ TEST(CanConvert, IsTheTable) {
     }
 }
 
-TEST(ConvertType, HermiteBecomesTheSameCubic) {
-    const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {0, 2}, {1, 5}, {3, -1});
-    ConvertType(*channel, *channel, AnimInterp::QELCurve, nullptr);
-    EXPECT_EQ(channel->interp, AnimInterp::QELCurve);
-    EXPECT_EQ(channel->GetKeyStride(), 4u);
-    EXPECT_EQ(channel->numKeys, 2u);
-    EXPECT_EQ(channel->keyTimes, (std::vector<float>{0, 2}));
-    EXPECT_EQ(channel->keyValues, (std::vector<float>{1, 3, 0.5f, -0.5f, 5, 0, 0, 0}));
-    EXPECT_TRUE(channel->tangents[0].empty());
-}
-
-TEST(ConvertType, TwoKeysAtOneTimeAreNoSegment) {
-    const auto channel =
-        MakeChannel(AnimInterp::QELHermite, 1, {0, 1, 1, 2}, {0, 1, 5, 6}, {1, 1, 1, 1});
-    ConvertQelHermiteToQelCurve(*channel, *channel);
-    EXPECT_EQ(channel->keyTimes, (std::vector<float>{0, 1, 2}));
-    EXPECT_EQ(channel->keyValues, (std::vector<float>{0, 1, 0, 0, 5, 1, 0, 0, 6, 0, 0, 0}));
-}
-
-TEST(ConvertType, ComponentsOfACurveKeyStandBlockByBlock) {
-    const auto channel =
-        MakeChannel(AnimInterp::QELHermite, 2, {0, 1}, {0, 10, 1, 12}, {1, 2, 1, 2});
-    ConvertQelHermiteToQelCurve(*channel, *channel);
-    EXPECT_EQ(channel->keyValues,
-              (std::vector<float>{0, 10, 1, 2, 0, 0, 0, 0, 1, 12, 0, 0, 0, 0, 0, 0}));
-}
-
-TEST(ConvertType, ACurveGoesToHermiteAndBackWithinRounding) {
-    std::mt19937 random(7);
-    std::uniform_real_distribution<float> value(-2, 2);
-    std::vector<float> times, values, tangents;
-    for (int i = 0; i < 50; ++i) {
-        times.push_back(static_cast<float>(i) * 0.75f);
-        values.push_back(value(random));
-        tangents.push_back(value(random));
-    }
-    const auto channel = MakeChannel(AnimInterp::QELHermite, 1, times, values, tangents);
-    ConvertTypeIfNeeded(*channel, AnimInterp::QELCurve, nullptr);
-    const std::vector<float> cubic = channel->keyValues;
-    ConvertTypeIfNeeded(*channel, AnimInterp::QELHermite, nullptr);
-    ConvertTypeIfNeeded(*channel, AnimInterp::QELCurve, nullptr);
-    // Where rounding parts a segment from the next key, the two meet in a key of their own and
-    // nothing else changes.
-    ASSERT_EQ(channel->keyTimes, times);
-    ASSERT_EQ(channel->keyValues.size(), cubic.size());
-    // The last segment is left out: its end tangent comes from the last key's own coefficients,
-    // which are zeros.
-    for (std::size_t i = 0; i + 8 < cubic.size(); ++i)
-        EXPECT_NEAR(channel->keyValues[i], cubic[i], 2e-4f) << i;
-}
-
-TEST(ConvertType, ABrokenCurveGetsAKeyWithTheNextValueAndItsOwnTangent) {
-    // The first segment ends at 1 with slope 1; the second begins at 3 with slope 0.
-    const auto channel =
-        MakeChannel(AnimInterp::QELCurve, 4, {0, 1, 2}, {0, 1, 0, 0, 3, 0, 0, 0, 3, 0, 0, 0});
-    ConvertType(*channel, *channel, AnimInterp::QELHermite, nullptr);
-    EXPECT_EQ(channel->keyTimes, (std::vector<float>{0, 1, 1, 2}));
-    EXPECT_EQ(channel->keyValues, (std::vector<float>{0, 3, 3, 3}));
-    EXPECT_EQ(channel->tangents[0], (std::vector<float>{1, 1, 0, 0}));
-    EXPECT_EQ(channel->numKeys, 4u);
-    EXPECT_EQ(channel->GetKeyStride(), 1u);
-}
-
-TEST(ConvertType, TheLastSegmentIsNeverBroken) {
-    const auto channel = MakeChannel(AnimInterp::QELCurve, 4, {0, 2}, {0, 1, 0, 0, 3, 5, 1, 1});
-    ConvertQelCurveToQelHermite(*channel, *channel);
-    EXPECT_EQ(channel->keyTimes, (std::vector<float>{0, 2}));
-    EXPECT_EQ(channel->keyValues, (std::vector<float>{0, 3}));
-    // The last key's tangent is made of its own coefficients over the last segment's length.
-    EXPECT_EQ(channel->tangents[0], (std::vector<float>{1, (2 * 4 + 5 * 2 + 3 * 8) / 2.0f}));
-}
-
-TEST(ConvertType, WrongKindsAreRefusedByOneText) {
-    const auto channel = MakeTimestep(1, 1, {0, 1});
-    EXPECT_EQ(TextThrownBy([&] { ConvertQelCurveToQelHermite(*channel, *channel); }),
-              "Input animation type is not QelHermite.");
-    EXPECT_EQ(TextThrownBy([&] { ConvertQelHermiteToQelCurve(*channel, *channel); }),
-              "Input animation type is not QelHermite.");
-}
-
 TEST(ConvertType, WhatHasNoWayIsNamed) {
     const auto channel = MakeChannel(AnimInterp::Smooth, 1, {0, 1}, {0, 1});
     EXPECT_EQ(TextThrownBy([&] { ConvertType(*channel, *channel, AnimInterp::QELCurve, nullptr); }),
@@ -127,15 +42,91 @@ TEST(ConvertType, SamplesNeedAFilter) {
         "no compression filter");
 }
 
-TEST(ConvertType, ChannelsWithoutKeysAreRefused) {
-    const auto hermite = MakeChannel(AnimInterp::QELHermite, 1, {}, {});
-    EXPECT_EQ(TextThrownBy([&] { ConvertQelHermiteToQelCurve(*hermite, *hermite); }),
-              "Anim channel has no keys.");
-    const auto curve = MakeChannel(AnimInterp::QELCurve, 4, {}, {});
-    EXPECT_EQ(TextThrownBy([&] { ConvertQelCurveToQelHermite(*curve, *curve); }),
-              "Anim channel has no keys.");
+TEST(CanConvert, WhatIsNoKindCannotBecomeAnything) {
+    const auto none = static_cast<AnimInterp>(10);
+    EXPECT_EQ(CanConvert(none, AnimInterp::Timestep), 0);
+    EXPECT_EQ(CanConvert(AnimInterp::QELCurve, none), 0);
+}
+
+TEST(ConvertType, EveryPairWithoutAWayIsNamedAndLeavesTheOutputAlone) {
+    const CompressionFilterDefault filter;
+    for (const AnimInterp source : kKinds) {
+        for (const AnimInterp target : kKinds) {
+            if (CanConvert(target, source) != 0 && source != target) continue;
+            const auto in = std::make_unique<VokAnimChannel>();
+            in->interp = source;
+            const auto out = MakeTimestep(1, 3, {1, 2});
+            EXPECT_EQ(TextThrownBy([&] { ConvertType(*out, *in, target, &filter); }),
+                      "Cannot convert animation from type \"" +
+                          std::string(GetAnimInterpText(source)) + "\" to type \"" +
+                          std::string(GetAnimInterpText(target)) + "\".");
+            EXPECT_EQ(out->interp, AnimInterp::Timestep);
+            EXPECT_EQ(out->keyValues, (std::vector<float>{1, 2}));
+        }
+    }
+}
+
+TEST(ConvertType, TheSameKindNeedsNothing) {
+    for (const AnimInterp kind : kKinds) {
+        const auto channel = std::make_unique<VokAnimChannel>();
+        channel->interp = kind;
+        ConvertTypeIfNeeded(*channel, kind, nullptr);
+        EXPECT_EQ(channel->interp, kind);
+    }
+}
+
+/// Tells what it was asked.
+class AskedFilter : public CompressionFilterDefault {
+  public:
+    float GetTolerance(const std::string& name, const VokAnimChannel& channel) const override {
+        asked += "tolerance of " + name + " " + channel.GetChannel() + ";";
+        return CompressionFilterDefault::GetTolerance(name, channel);
+    }
+    mutable std::string asked;
+};
+
+TEST(ConvertType, TheFilterIsAskedByTheChannelsNameAndItsAnswersAreUsed) {
+    const auto make = [] {
+        std::vector<float> samples;
+        for (int i = 0; i < 41; ++i) samples.push_back(static_cast<float>(i % 7));
+        auto channel = MakeTimestep(1, 2, samples);
+        channel->SetName("name");
+        channel->SetChannel("text");
+        return channel;
+    };
+    const auto loose = make(), tight = make(), looping = make(), few = make();
+    AskedFilter filter;
+    filter.baseTolerance = 100;
+    ConvertTypeIfNeeded(*loose, AnimInterp::QELHermite, &filter);
+    EXPECT_EQ(filter.asked, "tolerance of name text;");
+    EXPECT_EQ(loose->numKeys, 2u);
+    filter.baseTolerance = 0.001f;
+    ConvertTypeIfNeeded(*tight, AnimInterp::QELHermite, &filter);
+    EXPECT_GT(tight->numKeys, 10u);
+    filter.looping = true;
+    ConvertTypeIfNeeded(*looping, AnimInterp::QELHermite, &filter);
+    EXPECT_NE(looping->tangents[0].front(), tight->tangents[0].front());
+    filter.maxComplexity = -1;
+    EXPECT_EQ(TextThrownBy([&] { ConvertTypeIfNeeded(*few, AnimInterp::QELHermite, &filter); }),
+              "maximum solver complexity must be non-negative");
+}
+
+TEST(ConvertType, SamplesBecomeACurveByWayOfHermiteKeys) {
+    CompressionFilterDefault filter;
+    filter.baseTolerance = 0.001f;
+    const auto direct = MakeTimestep(1, 2, {0, 1, 4, 9, 16});
+    const auto inTwo = MakeTimestep(1, 2, {0, 1, 4, 9, 16});
+    const auto in = MakeTimestep(1, 2, {0, 1, 4, 9, 16});
+    const auto apart = std::make_unique<VokAnimChannel>();
+    ConvertTypeIfNeeded(*direct, AnimInterp::QELCurve, &filter);
+    ConvertTypeIfNeeded(*inTwo, AnimInterp::QELHermite, &filter);
+    ConvertTypeIfNeeded(*inTwo, AnimInterp::QELCurve, nullptr);
+    ConvertType(*apart, *in, AnimInterp::QELCurve, &filter);
+    EXPECT_EQ(direct->keyValues, inTwo->keyValues);
+    EXPECT_EQ(direct->keyValues, apart->keyValues);
+    EXPECT_EQ(in->keyValues, (std::vector<float>{0, 1, 4, 9, 16}));
+    EXPECT_EQ(in->interp, AnimInterp::Timestep);
 }
 
 }  // namespace
-
 }  // namespace VokAnimUtil

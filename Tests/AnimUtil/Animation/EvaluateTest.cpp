@@ -1,15 +1,16 @@
-#include "AnimUtil/ChannelTestTools.h"
-
 #include <AnimUtil/Animation/VokAnimUtil.h>
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
+#include <random>
+
+#include "AnimUtil/ChannelTestTools.h"
 
 namespace VokAnimUtil {
-
 namespace {
 
 float Value(const VokAnimChannel& channel, float time, unsigned* hint = nullptr) {
@@ -149,6 +150,85 @@ TEST(Evaluate, ArraysShorterThanTheKeysAreRefused) {
               "Anim channel has no keys.");
 }
 
-}  // namespace
+TEST(FindKeyIndex, AnyHintGivesWhatNoHintGives) {
+    std::mt19937 random(4);
+    for (int round = 0; round < 300; ++round) {
+        std::vector<float> times{static_cast<float>(random() % 3)};
+        while (times.size() < 1 + random() % 9)
+            times.push_back(times.back() + static_cast<float>(random() % 3));
+        const std::vector<float> zeros(times.size());
+        const auto channel = MakeChannel(AnimInterp::QELHermite, 1, times, zeros, zeros);
+        for (int i = 0; i < 40; ++i) {
+            const float time = static_cast<float>(random() % 60) / 2 - 1;
+            auto hint = static_cast<unsigned>(random() % 12);
+            const int hinted = FindKeyIndex(*channel, time, &hint);
+            const int plain = FindKeyIndex(*channel, time, nullptr);
+            EXPECT_EQ(hinted == -1, plain == -1);
+            // Either key's segment holds the time.
+            if (hinted < 0) continue;
+            const auto k = static_cast<std::size_t>(hinted);
+            EXPECT_LE(times[k], time);
+            EXPECT_LE(time, times[std::min(k + 1, times.size() - 1)]);
+        }
+    }
+}
 
+TEST(FindKeyIndex, ATimeThatIsNoNumberIsNotBeforeAndNotBehind) {
+    const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {0, 1, 2}, {0, 1, 2}, {0, 0, 0});
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    EXPECT_EQ(FindKeyIndex(*channel, nan, nullptr), 0);
+    EXPECT_TRUE(std::isnan(Value(*channel, nan)));
+}
+
+TEST(Evaluate, IsContinuousButAtSteps) {
+    std::mt19937 random(6);
+    const auto draw = [&random] { return static_cast<float>(random() % 2001) / 1000 - 1; };
+    std::vector<float> times{0}, values, tangents;
+    for (int i = 1; i < 30; ++i)
+        times.push_back(times.back() + (i % 5 == 0 ? 0 : 0.5f + static_cast<float>(i % 3) / 4));
+    for (std::size_t i = 0; i < times.size(); ++i) {
+        values.push_back(draw());
+        tangents.push_back(draw());
+    }
+    const auto channel = MakeChannel(AnimInterp::QELHermite, 1, times, values, tangents);
+    for (std::size_t i = 1; i + 1 < times.size(); ++i) {
+        const float before = Value(*channel, std::nextafter(times[i], 0.0f));
+        const float at = Value(*channel, times[i]);
+        const bool first = times[i] == times[i + 1];
+        const bool second = times[i] == times[i - 1];
+        if (first) {
+            EXPECT_NEAR(before, values[i], 1e-5f) << i;
+            EXPECT_EQ(at, values[i + 1]) << i;
+        } else if (!second) {
+            EXPECT_NEAR(before, at, 1e-5f) << i;
+            EXPECT_EQ(at, values[i]) << i;
+        }
+    }
+}
+
+TEST(Evaluate, TimestepIsContinuous) {
+    const auto channel = MakeTimestep(1, 3, {0, 4, -2, 1, 1, 7, 0});
+    for (int i = 1; i < 600; ++i) {
+        const float time = static_cast<float>(i) / 200;
+        EXPECT_NEAR(Value(*channel, time), Value(*channel, std::nextafter(time, 0.0f)), 1e-4f);
+    }
+}
+
+TEST(Evaluate, TimestepOfNoDurationTakesAnEnd) {
+    const auto channel = MakeTimestep(1, 0, {2, 6});
+    EXPECT_EQ(Value(*channel, 1), 2);
+    EXPECT_EQ(Value(*channel, 0), 2);
+    EXPECT_EQ(Value(*channel, -1), 2);
+    EXPECT_EQ(Value(*MakeTimestep(1, 1, {3}), 0.5f), 3);
+}
+
+TEST(Evaluate, AnEmptyCurveFailsLikeATimeOutside) {
+    for (const AnimInterp kind : {AnimInterp::QELCurve, AnimInterp::QELHermite}) {
+        const auto channel = MakeChannel(kind, 4, {}, {});
+        EXPECT_EQ(TextThrownBy([&] { Value(*channel, 0); }),
+                  "Failed to find key index when evaluating animation value.");
+    }
+}
+
+}  // namespace
 }  // namespace VokAnimUtil

@@ -1,13 +1,13 @@
-#include "AnimUtil/ChannelTestTools.h"
-
 #include <AnimUtil/Animation/VokAnimUtil.h>
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <array>
+#include <limits>
+
+#include "AnimUtil/ChannelTestTools.h"
 
 namespace VokAnimUtil {
-
 namespace {
 
 TEST(Resample, TakesSamplesFromZeroToTheLastKey) {
@@ -45,6 +45,63 @@ TEST(Resample, AnEndlessChannelIsRefused) {
               "be held.");
 }
 
-}  // namespace
+TEST(Resample, SamplesAreTheCurveAtTheirTimes) {
+    const auto was = MakeChannel(AnimInterp::QELHermite, 2, {0, 0.7f, 1.9f}, {1, 2, 3, 5, -1, 0},
+                                 {0, 1, 2, -1, 0, 4});
+    const auto out = std::make_unique<VokAnimChannel>();
+    ResampleToTimestep(*out, *was, 60);
+    EXPECT_EQ(out->numKeys, 115u);
+    EXPECT_EQ(out->GetKeyStride(), 2u);
+    for (unsigned i = 0; i < out->numKeys; ++i) {
+        std::array<float, 2> value{};
+        Evaluate(value.data(), *was, static_cast<float>(i) / 114.0f * 1.9f, nullptr);
+        EXPECT_EQ(out->keyValues[2 * i], value[0]);
+        EXPECT_EQ(out->keyValues[2 * i + 1], value[1]);
+    }
+    EXPECT_EQ(was->interp, AnimInterp::QELHermite);
+}
 
+TEST(Resample, ACurvesSamplesKeepTheStrideOfItsCoefficients) {
+    const auto channel = MakeChannel(AnimInterp::QELCurve, 8, {0, 1},
+                                     {1, 2, 1, 1, 0, 0, 0, 0, 2, 3, 0, 0, 0, 0, 0, 0});
+    ResampleToTimestep(*channel, *channel, 2);
+    EXPECT_EQ(channel->GetKeyStride(), 8u);
+    EXPECT_EQ(channel->keyValues, (std::vector<float>{1, 2, 0, 0, 0, 0, 0, 0, 1.5f, 2.5f, 0, 0,
+                                                      0, 0, 0, 0, 2, 3, 0, 0, 0,    0,    0, 0}));
+}
+
+TEST(Resample, TheLongestChannelIsBoundedToTheValue) {
+    // 2^26 values; one more is refused before anything is taken.
+    const auto channel = MakeChannel(AnimInterp::QELHermite, 4, {0, 16777216},
+                                     std::vector<float>(8), std::vector<float>(8));
+    EXPECT_EQ(TextThrownBy([&] { ResampleToTimestep(*channel, *channel, 1); }),
+              "Anim channel is too long to be resampled: 16777217 samples of 4 values; at most "
+              "67108864 values can be held.");
+    EXPECT_EQ(channel->interp, AnimInterp::QELHermite);
+}
+
+TEST(Resample, TimesThatAreNoNumbersGiveTwoSamplesOrFail) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float infinity = std::numeric_limits<float>::infinity();
+    const auto endless = MakeChannel(AnimInterp::QELHermite, 1, {0, infinity}, {0, 4}, {0, 0});
+    ResampleToTimestep(*endless, *endless, 60);
+    EXPECT_EQ(endless->numKeys, 2u);
+    const auto lost = MakeChannel(AnimInterp::QELHermite, 1, {0, nan}, {0, 4}, {0, 0});
+    ResampleToTimestep(*lost, *lost, 60);
+    EXPECT_EQ(lost->numKeys, 2u);
+    const auto backwards = MakeChannel(AnimInterp::QELHermite, 1, {0, -5}, {0, 4}, {0, 0});
+    EXPECT_EQ(TextThrownBy([&] { ResampleToTimestep(*backwards, *backwards, 60); }),
+              "Failed to find key index when evaluating animation value.");
+}
+
+TEST(Resample, WhatHasNoKeysOrTimesIsRefused) {
+    const auto none = MakeChannel(AnimInterp::QELHermite, 1, {}, {});
+    EXPECT_EQ(TextThrownBy([&] { ResampleToTimestep(*none, *none, 60); }),
+              "Anim channel has no keys.");
+    const auto sampled = MakeTimestep(1, 1, {0, 1});
+    EXPECT_EQ(TextThrownBy([&] { ResampleToTimestep(*sampled, *sampled, 60); }),
+              "Anim channel has fewer key times than its number of keys asks for.");
+}
+
+}  // namespace
 }  // namespace VokAnimUtil

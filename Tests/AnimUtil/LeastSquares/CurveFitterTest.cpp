@@ -3,27 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <string>
+#include <limits>
 #include <vector>
 
-namespace Qel::LeastSquares {
+#include "AnimUtil/LeastSquares/ThrownText.h"
 
+namespace Qel::LeastSquares {
 namespace {
 
 std::vector<CurveSegment> Fit(CurveFitter& fitter) {
     std::vector<CurveSegment> segments;
     fitter.Solve(segments);
     return segments;
-}
-
-template <class Act>
-std::string TextOf(Act act) {
-    try {
-        act();
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return "nothing thrown";
 }
 
 Components At(const std::vector<CurveSegment>& segments, float time) {
@@ -208,6 +199,143 @@ TEST(CurveFitter, RefusesWhatItCannotFit) {
               "maximum solver complexity must be non-negative");
 }
 
-}  // namespace
+TEST(CurveFitter, TheShortestGapIsAThousandthToTheBit) {
+    const float gap = 0.001f;
+    for (const bool shorter : {false, true}) {
+        CurveFitter fitter;
+        fitter.SetComponentCount(1);
+        fitter.AddSample(-1, {0});
+        fitter.AddSample(0, {1});
+        fitter.AddSample(shorter ? std::nextafter(gap, 0.0f) : gap, {-1});
+        fitter.AddSample(1, {0});
+        EXPECT_EQ(Fit(fitter).size(), shorter ? 2u : 3u);
+        CurveFitter alone;
+        alone.AddSample(0, {1});
+        alone.AddSample(shorter ? std::nextafter(gap, 0.0f) : gap, {-1});
+        EXPECT_EQ(TextOf([&] { Fit(alone); }),
+                  shorter ? "animation time is too short" : "nothing thrown");
+    }
+}
 
+TEST(CurveFitter, OfASoftAndAHardSampleThatAreTooCloseTheSoftOneGoes) {
+    for (const bool softFirst : {false, true}) {
+        CurveFitter fitter;
+        fitter.SetComponentCount(1);
+        CurveSample soft;
+        soft.soft = true;
+        soft.time = softFirst ? 1 : 1.0005f;
+        fitter.AddSample(0, {0});
+        fitter.AddSample(soft);
+        // A plain sample would go before a step; here it stays.
+        fitter.AddSample(softFirst ? 1.0005f : 1, {5});
+        fitter.AddSample(2, {0});
+        const auto segments = Fit(fitter);
+        ASSERT_EQ(segments.size(), 2u);
+        EXPECT_EQ(segments[0].endTime, softFirst ? 1.0005f : 1);
+        EXPECT_EQ(segments[0].endPosition[0], 5);
+    }
+}
+
+TEST(CurveFitter, ASoftSampleGoesEvenBeforeAStepAndKeepsItOutOfTheKeys) {
+    for (const bool softFirst : {false, true}) {
+        CurveFitter fitter;
+        fitter.SetComponentCount(1);
+        CurveSample soft;
+        soft.soft = true;
+        soft.positionContinuous = soft.tangentContinuous = false;
+        soft.SetPosition({7}, {9});
+        soft.time = softFirst ? 1 : 1.0005f;
+        fitter.AddSample(0, {0});
+        fitter.AddSample(soft);
+        fitter.AddSample(softFirst ? 1.0005f : 1, {5});
+        fitter.AddSample(2, {0});
+        EXPECT_EQ(Fit(fitter)[0].endTime, softFirst ? 1.0005f : 1);
+    }
+}
+
+TEST(CurveFitter, TheEndsOfACurveBecomePlain) {
+    CurveFitter fitter;
+    fitter.SetComponentCount(1);
+    fitter.AddStep(0, {5}, {1});
+    fitter.AddStep(2, {3}, {9});
+    const auto segments = Fit(fitter);
+    ASSERT_EQ(segments.size(), 1u);
+    EXPECT_EQ(segments[0].startPosition[0], 1);
+    EXPECT_EQ(segments[0].endPosition[0], 3);
+    EXPECT_EQ(segments[0].startTangent[0], 1);
+}
+
+TEST(CurveFitter, ALoopTakesTheSlopeAcrossItsEnds) {
+    CurveFitter fitter;
+    fitter.SetComponentCount(1);
+    fitter.SetLooping(true);
+    fitter.AddSample(0, {0});
+    fitter.AddSample(1, {4});
+    fitter.AddSample(2, {0});
+    const auto segments = Fit(fitter);
+    // From the last sample, two units of time behind, to the first there is no rise.
+    EXPECT_EQ(segments.front().startTangent[0], 2);
+    EXPECT_EQ(segments.back().endTangent[0], -2);
+}
+
+TEST(CurveFitter, TheResultIsReplaced) {
+    CurveFitter fitter;
+    fitter.AddSample(0, {1});
+    fitter.AddSample(1, {2});
+    std::vector<CurveSegment> segments(7);
+    fitter.Solve(segments);
+    EXPECT_EQ(segments.size(), 1u);
+}
+
+TEST(CurveFitter, SamplesThatAreNoNumbersAreRefused) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float infinity = std::numeric_limits<float>::infinity();
+    EXPECT_EQ(TextOf([&] { CurveFitter().AddSample(0, {nan}); }),
+              "cannot set discontinuous position on continuous sample");
+    EXPECT_EQ(TextOf([&] { CurveFitter().AddCorner(0, {nan}); }),
+              "cannot set discontinuous position on continuous sample");
+    for (const float value : {nan, infinity, -infinity}) {
+        CurveFitter fitter;
+        for (int i = 0; i < 8; ++i) fitter.AddSample(static_cast<float>(i), {1});
+        fitter.AddStep(3.5f, {2}, {value});
+        EXPECT_NE(TextOf([&] { Fit(fitter); }), "nothing thrown") << value;
+    }
+}
+
+TEST(CurveFitter, StepsAloneKeepEvenWhatIsNoNumber) {
+    // Nothing is solved where every key is a step.
+    CurveFitter fitter;
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    for (int i = 0; i < 6; ++i) fitter.AddStep(static_cast<float>(i), {1}, {i == 3 ? nan : 2});
+    const auto segments = Fit(fitter);
+    EXPECT_EQ(segments.size(), 5u);
+    EXPECT_TRUE(std::isnan(segments[3].startPosition[0]));
+}
+
+TEST(CurveFitter, TimesThatAreNoNumbersAreTooShort) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    const float infinity = std::numeric_limits<float>::infinity();
+    for (const float time : {nan, -nan}) {
+        CurveFitter fitter;
+        for (const float t : {0.0f, 1.0f, time, 2.0f, time, 0.5f}) fitter.AddSample(t, {1});
+        EXPECT_EQ(TextOf([&] { Fit(fitter); }), "animation time is too short");
+    }
+    CurveFitter endless;
+    for (const float t : {infinity, 0.0f, infinity}) endless.AddSample(t, {t > 0 ? 1.0f : 0.0f});
+    EXPECT_NE(TextOf([&] { Fit(endless); }), "animation time is too short");
+}
+
+TEST(CurveFitter, ValuesAtTheEdgeOfFloatsEndInAFitOrAnError) {
+    const float huge = std::numeric_limits<float>::max();
+    CurveFitter fitter;
+    for (int i = 0; i < 20; ++i)
+        fitter.AddSample(static_cast<float>(i) / 8, {i % 2 == 0 ? huge : -huge});
+    EXPECT_NE(TextOf([&] { Fit(fitter); }), "nothing thrown");
+    CurveFitter tiny;
+    const float least = std::numeric_limits<float>::denorm_min();
+    for (int i = 0; i < 20; ++i) tiny.AddSample(static_cast<float>(i), {i % 2 == 0 ? least : 0});
+    EXPECT_EQ(Fit(tiny).size(), 1u);
+}
+
+}  // namespace
 }  // namespace Qel::LeastSquares

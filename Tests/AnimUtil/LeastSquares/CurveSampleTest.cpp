@@ -1,22 +1,13 @@
 #include <AnimUtil/LeastSquares/CurveSample.h>
-#include <AnimUtil/LeastSquares/LeastSquaresError.h>
 
 #include <gtest/gtest.h>
 
-#include <string>
+#include <limits>
+
+#include "AnimUtil/LeastSquares/ThrownText.h"
 
 namespace Qel::LeastSquares {
 namespace {
-
-template <class Act>
-std::string TextOf(Act act) {
-    try {
-        act();
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return "nothing thrown";
-}
 
 TEST(CurveSample, AContinuousSampleHasOneValue) {
     CurveSample sample;
@@ -31,6 +22,41 @@ TEST(CurveSample, AContinuousSampleHasOneValue) {
     sample.positionContinuous = false;
     sample.SetPosition({1, 0, 0, 0}, {2, 0, 0, 0});
     EXPECT_EQ(sample.positionAfter[0], 2);
+}
+
+TEST(CurveSample, ADiscontinuousSampleHasTwoSides) {
+    CurveSample sample;
+    sample.positionContinuous = false;
+    sample.tangentContinuous = false;
+    sample.SetPosition({1}, {2});
+    sample.SetTangent({3}, {4});
+    EXPECT_EQ(sample.positionBefore[0], 1);
+    EXPECT_EQ(sample.positionAfter[0], 2);
+    EXPECT_EQ(sample.tangentBefore[0], 3);
+    EXPECT_EQ(sample.tangentAfter[0], 4);
+}
+
+TEST(CurveSample, EachFlagGuardsItsOwnValue) {
+    CurveSample corner;
+    corner.tangentContinuous = false;
+    EXPECT_EQ(TextOf([&] {
+                  corner.SetPosition({0, 0, 0, 1}, {});
+              }),
+              "cannot set discontinuous position on continuous sample");
+    corner.SetTangent({0, 0, 0, 1}, {});
+    EXPECT_EQ(corner.tangentBefore[3], 1);
+    CurveSample jump;
+    jump.positionContinuous = false;
+    EXPECT_EQ(TextOf([&] {
+                  jump.SetTangent({0, 0, 0, 1}, {});
+              }),
+              "cannot set discontinuous tangent on continuous sample");
+}
+
+TEST(CurveSample, WhatIsNoNumberIsNeverTheSameTwice) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    EXPECT_EQ(TextOf([&] { CurveSample().SetPosition({nan}, {nan}); }),
+              "cannot set discontinuous position on continuous sample");
 }
 
 }  // namespace

@@ -1,12 +1,11 @@
 #include "LeastSquares/DenseMatrix.h"
 
-#include <AnimUtil/LeastSquares/LeastSquaresError.h>
-
 #include <gtest/gtest.h>
 
 #include <random>
-#include <string>
 #include <vector>
+
+#include "AnimUtil/LeastSquares/ThrownText.h"
 
 namespace Qel::LeastSquares {
 namespace {
@@ -17,16 +16,6 @@ struct Owned {
     std::vector<double> values;
     DenseMatrix matrix;
 };
-
-template <class Act>
-std::string TextOf(Act act) {
-    try {
-        act();
-    } catch (const Error& error) {
-        return error.what();
-    }
-    return "nothing thrown";
-}
 
 TEST(DenseMatrix, GivensRotationsFactorIntoAnOrthogonalAndAnUpperTriangularMatrix) {
     std::mt19937 random(5);

@@ -7,6 +7,11 @@
 #include <VokLib/Objects/Nodes/VokJoint.h>
 #include <gtest/gtest.h>
 
+#include <array>
+#include <bit>
+#include <cstdint>
+#include <iterator>
+
 namespace {
 
 const std::string kScene = R"(<scene><joint name="root"><joint name="a"/><joint name="b"/></joint>
@@ -137,6 +142,48 @@ TEST_F(DrivenKeysTest, TimestepChannelIsFittedToAThousandth) {
            "<keyValues>0 0.25 0.5 0.75 1</keyValues></animData>");
     EXPECT_EQ(Curve().keys.size(), 2u) << "a line is one segment";
     EXPECT_EQ(Curve().lastTime, 1.0f);
+}
+
+TEST_F(DrivenKeysTest, TheToleranceOfTheFitIsAThousandthToTheBit) {
+    // A curve that stays within the tolerance of its first sample is flat.
+    const auto samples = [](const char* value) {
+        return std::string(
+                   "<animData interp=\"Timestep\" numKeys=\"5\" duration=\"1\"><keyValues>"
+                   "0 0 ") +
+               value + " 0 0</keyValues></animData>";
+    };
+    AddKey("||root|a", "rotateX", samples("0.001"));
+    EXPECT_EQ(Curve().keys.size(), 2u);
+    AddKey("||root|a", "rotateY", samples("0.0010000002"));
+    EXPECT_GT(keys.GetOutputs().back().curves.front().keys.size(), 2u);
+}
+
+// The wanted bits were computed apart from this library.
+TEST_F(DrivenKeysTest, TimestepChannelKeepsTheKeysThatItNeeds) {
+    AddKey("||root|a", "rotateX",
+           "<animData interp=\"Timestep\" numKeys=\"25\" duration=\"6\"><keyValues>0.000 0.247 "
+           "0.479 0.682 0.841 0.949 0.997 0.984 0.909 0.778 0.598 0.382 0.141 -0.108 -0.351 "
+           "-0.572 -0.757 -0.895 -0.978 -0.999 -0.959 -0.859 -0.706 -0.508 -0.279</keyValues>"
+           "</animData>");
+    const std::array<std::uint32_t, 5> wanted[] = {
+        {0x00000000, 0x00000000, 0x3F7CED91, 0x3D1988C0, 0xBE4285D0},
+        {0x3F000000, 0x3EF59179, 0x3F620D04, 0xBE942A38, 0xBD707900},
+        {0x3F800000, 0x3F576905, 0x3F0CB23A, 0xBEF3346D, 0xBBCEDFC0},
+        {0x40000000, 0x3F68E349, 0xBED6B6E3, 0xBEEF3210, 0x3DF161C0},
+        {0x40400000, 0x3E106C21, 0xBF80046C, 0xBB987200, 0x3D9924C0},
+        {0x40600000, 0xBEB3A216, 0xBF72DE4E, 0x3E6B1FEF, 0x3DB78DD2},
+        {0x40880000, 0xBF65394C, 0xBEE7F4CF, 0x3EFD46AC, 0xBBAA3700},
+        {0x40A80000, 0xBF5BE4CC, 0x3F054EFA, 0x3EBBA2A8, 0xBC06A800},
+        {0x40B80000, 0xBF020C4E, 0x3F618C56, 0x3E8F2BD0, 0xBF0F2C40},
+        {0x40C00000, 0xBE8ED917, 0x00000000, 0x00000000, 0x00000000},
+    };
+    ASSERT_EQ(Curve().keys.size(), std::size(wanted));
+    for (std::size_t k = 0; k < std::size(wanted); ++k) {
+        const DrivenKey& key = Curve().keys[k];
+        EXPECT_EQ(std::bit_cast<std::uint32_t>(key.time), wanted[k][0]);
+        for (std::size_t c = 0; c < 4; ++c)
+            EXPECT_EQ(std::bit_cast<std::uint32_t>(key.coefficients[c]), wanted[k][c + 1]) << k;
+    }
 }
 
 TEST_F(DrivenKeysTest, AnimWithoutATargetIsRefused) {
