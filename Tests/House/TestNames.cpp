@@ -62,9 +62,13 @@ NamesOfFolder FindThings(const std::set<std::string>& paths) {
     for (const char* whole : {"EndToEnd", "Faults"}) things[whole].insert("Programs");
     for (const std::string& path : paths) {
         const auto [folder, name] = Apart(path);
-        if (StartsWith(folder, "Standalone/"))
-            for (const char* whole : {"EndToEnd", "Faults"})
-                things[whole].insert(Apart(folder).second);
+        if (StartsWith(folder, "Standalone/")) {
+            const std::string program = Apart(folder).second;
+            for (const std::string& whole :
+                 {std::string("EndToEnd"), std::string("Faults"), program})
+                things[whole].insert(program);
+            things[program].insert(ThingName(name));
+        }
         if (IsTest(path) || MirrorOf(folder).empty()) continue;
         things[MirrorOf(folder)].insert(StartsWith(folder, "Runtime/") ? InCapitals(ThingName(name))
                                                                        : ThingName(name));

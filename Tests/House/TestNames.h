@@ -8,9 +8,9 @@
 ///
 /// - `Tests/<folder>/<Thing>[Facet]Test.cpp` stands in the folder of its thing. The thing is the
 ///   longest beginning of the name that names a header or a source of `<folder>`: a folder of a
-///   library, `Runtime/skeleton` for `Tests/Runtime`, the tests' own helpers for `Tests/House` and
-///   `Tests/Support`. Whole runs stand in `Tests/EndToEnd` and `Tests/Faults`; their thing is a
-///   program, or `Programs` for what holds for several.
+///   library, a folder of `Standalone`, `Runtime/skeleton` for `Tests/Runtime`, the tests' own
+///   helpers for `Tests/House` and `Tests/Support`. Whole runs stand in `Tests/EndToEnd` and
+///   `Tests/Faults`; their thing is a program, or `Programs` for what holds for several.
 /// - Each source of a library has a test whose thing its own name begins with: `CBlockWrite.cpp` is
 ///   held by `CBlockTest.cpp`. What has none, because its rules show only in something larger, is
 ///   listed with the test that holds it.
