@@ -1,5 +1,7 @@
 #include <Platform/MessagePipeServer.h>
 
+#include "OwnedHandle_win32.h"
+
 #include <windows.h>
 
 #include <algorithm>
@@ -14,26 +16,6 @@ namespace {
 constexpr DWORD kPipeBuffer = 4096;
 // Where nothing is left for a further client, so many milliseconds pass before the next look.
 constexpr ULONGLONG kFullHouse = 50;
-
-/// A handle of ours, closed when it goes out of use.
-class OwnedHandle {
-  public:
-    OwnedHandle() = default;
-    OwnedHandle(const OwnedHandle&) = delete;
-    OwnedHandle& operator=(const OwnedHandle&) = delete;
-    ~OwnedHandle() {
-        if (IsValid()) CloseHandle(value);
-    }
-    HANDLE Get() const { return value; }
-    bool IsValid() const { return value != nullptr && value != INVALID_HANDLE_VALUE; }
-    void Reset(HANDLE handle) {
-        if (IsValid()) CloseHandle(value);
-        value = handle;
-    }
-
-  private:
-    HANDLE value = nullptr;
-};
 
 /// One instance of the pipe. The system writes into it until its operation has ended, also when the
 /// operation was cancelled, so it lives until then.

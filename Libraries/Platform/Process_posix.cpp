@@ -1,5 +1,7 @@
 #include <Platform/Process.h>
 
+#include "OwnedDescriptor_posix.h"
+
 #include <fcntl.h>
 #include <signal.h>
 #include <spawn.h>
@@ -59,29 +61,6 @@ class Launch {
     posix_spawnattr_t attributes;
 };
 
-/// A descriptor of ours, closed when it goes out of use.
-class Descriptor {
-  public:
-    Descriptor() = default;
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() { Reset(-1); }
-
-    int Get() const { return value; }
-    int Release() {
-        const int released = value;
-        value = -1;
-        return released;
-    }
-    void Reset(int descriptor) {
-        if (value >= 0) close(value);
-        value = descriptor;
-    }
-
-  private:
-    int value = -1;
-};
-
 bool EndsWell(pid_t child) {
     int status = 0;
     while (waitpid(child, &status, 0) < 0)
@@ -92,7 +71,7 @@ bool EndsWell(pid_t child) {
 /// Starts every command with its neighbours' pipes; false when one could not be started, with those
 /// before it in `children`.
 bool StartPipeline(const std::vector<Command>& commands, std::vector<pid_t>& children) {
-    Descriptor input;
+    OwnedDescriptor input;
     for (const Command& command : commands) {
         if (command.empty()) return false;
         Launch launch;
@@ -101,8 +80,8 @@ bool StartPipeline(const std::vector<Command>& commands, std::vector<pid_t>& chi
         else
             launch.UseNullDevice(STDIN_FILENO);
 
-        Descriptor output;
-        Descriptor nextInput;
+        OwnedDescriptor output;
+        OwnedDescriptor nextInput;
         if (&command != &commands.back()) {
             int ends[2];
             if (pipe2(ends, O_CLOEXEC) != 0) return false;

@@ -31,17 +31,6 @@ std::uint32_t CheckOwner(const OwnedDescriptor& folder) {
 
 }  // namespace
 
-int OwnedDescriptor::Release() {
-    const int released = value;
-    value = -1;
-    return released;
-}
-
-void OwnedDescriptor::Reset(int descriptor) {
-    if (value >= 0) close(value);
-    value = descriptor;
-}
-
 std::uint32_t OpenRuntimeFolder(const PipeAddress& address, bool create, OwnedDescriptor& folder) {
     // A relative path would lead each program to a folder of its own.
     std::string path = Environment("XDG_RUNTIME_DIR").value_or("");

@@ -1,5 +1,7 @@
 #include <Platform/SharedLogFile.h>
 
+#include "DescriptorIo_posix.h"
+
 #include <fcntl.h>
 #include <sys/file.h>
 #include <unistd.h>
@@ -16,12 +18,7 @@ void SharedLogFile::Append(std::string_view text) const {
     if (file < 0) return;
     while (flock(file, LOCK_EX) != 0 && errno == EINTR) {
     }
-    while (!text.empty()) {
-        const ssize_t written = write(file, text.data(), text.size());
-        if (written < 0 && errno == EINTR) continue;
-        if (written <= 0) break;
-        text.remove_prefix(static_cast<std::size_t>(written));
-    }
+    WriteAll(file, text.data(), text.size());
     close(file);  // and with it the lock
 }
 

@@ -95,6 +95,19 @@ TEST_F(HashRegistryRun, ACollisionWithAnEarlierRunIsRefused) {
     EXPECT_FALSE(folder.Has("second.bin"));
 }
 
+TEST_F(HashRegistryRun, TheGuideShowsWhatIsPrinted) {
+    EXPECT_EQ(Bake({"foot505_twist"}).status, 0);
+    folder.WriteFile("ghost.qeli", JointDocument({"LeftChain131_end"}));
+    const ProgramResult run =
+        folder.Run("rigbake", {"-in", "ghost.qeli", "-out", "ghost.bin"}, environment);
+    EXPECT_EQ(run.status, 1);
+    std::string shown = "    " + WithoutBanner(run.output);
+    shown.insert(shown.find('\n') + 1, "    ");
+    const std::string guide =
+        ProxyFolder::Content(std::string(RIGBAKE_SOURCE_ROOT) + "/docs/hash-registry.md");
+    EXPECT_NE(guide.find(shown), std::string::npos) << shown;
+}
+
 TEST_F(HashRegistryRun, FiftyToolsShareOneProxy) {
     EXPECT_EQ(Bake({}).status, 0);
     for (int i = 0; i < 50; ++i)
