@@ -7,7 +7,6 @@ const std::vector<HeldElsewhere>& SourcesHeldElsewhere() {
          {"BiffLib/CNestedBlock", "BiffLib/CWritable", "BiffLib/StreamWords"}},
         {"BiffLib/CBlockFileTest", {"BiffLib/ImageBuffer"}},
         {"BiffLib/CLabelTest", {"BiffLib/LabelTable"}},
-        {"HashClient/QelHashClientProxyTest", {"HashClient/ProxyTransport"}},
         {"Platform/ProcessTest", {"Platform/CommandLineText"}},
         {"Platform/WholeFileTest",
          {"Platform/DescriptorIo", "Platform/ErrorNumber", "Platform/HandleIo",

@@ -21,9 +21,9 @@ using Platform::MessagePipe;
 using Platform::PipeExchange;
 
 /// The program as the tools start it, in a registry of its own.
-class HashProxyTest : public testing::Test {
+class RunProxy : public testing::Test {
   protected:
-    ~HashProxyTest() override { QelHashClient::Shutdown(); }
+    ~RunProxy() override { QelHashClient::Shutdown(); }
 
     static void Start() { ASSERT_EQ(Platform::StartDetached({"QelHashProxy.exe"}), 0); }
 
@@ -70,7 +70,7 @@ const std::string kGoodbye = "\2\0\0\0\x15\0\0\0\4\0\0\0shutdown\0"s;
 
 }  // namespace
 
-TEST_F(HashProxyTest, AnswersByteForByte) {
+TEST_F(RunProxy, AnswersByteForByte) {
     Start();
     const auto pipe = Connected();
     // The four strings, 4, 2, 6 and 5 bytes, end at byte 41.
@@ -82,7 +82,7 @@ TEST_F(HashProxyTest, AnswersByteForByte) {
     EXPECT_EQ(Ask(*pipe, request), "\0\0\0\x80\x10\0\0\0\xD0\x56\x1C\x81\0\0\0\0"s);
 }
 
-TEST_F(HashProxyTest, ABadRequestEndsItsClientAlone) {
+TEST_F(RunProxy, ABadRequestEndsItsClientAlone) {
     Start();
     const auto good = Connected();
     EXPECT_EQ(Ask(*good, kGoodbye).size(), 8u);
@@ -98,7 +98,7 @@ TEST_F(HashProxyTest, ABadRequestEndsItsClientAlone) {
     EXPECT_EQ(Ask(*good, kGoodbye).size(), 8u);
 }
 
-TEST_F(HashProxyTest, ACollisionIsAnsweredWithTheStringThatWasThereFirst) {
+TEST_F(RunProxy, ACollisionIsAnsweredWithTheStringThatWasThereFirst) {
     const auto [one, two] = CollidingNames();
     ASSERT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
     EXPECT_EQ(Add(one), QelHashResult::Ok);
@@ -114,7 +114,7 @@ TEST_F(HashProxyTest, ACollisionIsAnsweredWithTheStringThatWasThereFirst) {
     EXPECT_EQ(other.data(), one);
 }
 
-TEST_F(HashProxyTest, ManyClientsAreServedAtOnce) {
+TEST_F(RunProxy, ManyClientsAreServedAtOnce) {
     Start();
     std::list<std::unique_ptr<MessagePipe>> pipes;
     for (int i = 0; i < 100; ++i) pipes.push_back(Connected());
@@ -122,7 +122,7 @@ TEST_F(HashProxyTest, ManyClientsAreServedAtOnce) {
         for (const auto& pipe : pipes) EXPECT_EQ(Ask(*pipe, kGoodbye).size(), 8u);
 }
 
-TEST_F(HashProxyTest, OfFiftyThatStartAtOnceOneServes) {
+TEST_F(RunProxy, OfFiftyThatStartAtOnceOneServes) {
     // A tool that is there from the start keeps the one at work.
     ASSERT_EQ(std::system("for i in $(seq 50); do QelHashProxy.exe & done"), 0);
     const auto pipe = Connected();
@@ -132,7 +132,7 @@ TEST_F(HashProxyTest, OfFiftyThatStartAtOnceOneServes) {
     EXPECT_EQ(Ask(*pipe, kGoodbye).size(), 8u);
 }
 
-TEST_F(HashProxyTest, ASecondOneStepsAsideWithSuccess) {
+TEST_F(RunProxy, ASecondOneStepsAsideWithSuccess) {
     Start();
     const auto pipe = Connected();
     const int server = folder.Server();
@@ -141,7 +141,7 @@ TEST_F(HashProxyTest, ASecondOneStepsAsideWithSuccess) {
     EXPECT_EQ(Ask(*pipe, kGoodbye).size(), 8u);
 }
 
-TEST_F(HashProxyTest, OneThatEndsInsteadOfAnsweringIsReplaced) {
+TEST_F(RunProxy, OneThatEndsInsteadOfAnsweringIsReplaced) {
     auto ending = std::make_unique<Platform::MessagePipeServer>(ProxyMessage::kBufferSize);
     std::uint32_t error = 0;
     ASSERT_EQ(ending->Claim(ProxyMessage::PipeAddress(), error),
@@ -156,7 +156,7 @@ TEST_F(HashProxyTest, OneThatEndsInsteadOfAnsweringIsReplaced) {
     EXPECT_EQ(Ask(*pipe, kGoodbye).size(), 8u);
 }
 
-TEST_F(HashProxyTest, AKilledProxyLosesNoAnsweredString) {
+TEST_F(RunProxy, AKilledProxyLosesNoAnsweredString) {
     ASSERT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
     std::atomic<bool> done = false;
     std::thread killer([&] {
@@ -190,7 +190,7 @@ TEST_F(HashProxyTest, AKilledProxyLosesNoAnsweredString) {
     }
 }
 
-TEST_F(HashProxyTest, AProxyThatIsGoneForGoodEndsTheRequest) {
+TEST_F(RunProxy, AProxyThatIsGoneForGoodEndsTheRequest) {
     ASSERT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
     EXPECT_EQ(Add("hips"), QelHashResult::Ok);
     EXPECT_TRUE(Eventually([&] { return folder.Proxies().size() == 1; }));
@@ -200,7 +200,7 @@ TEST_F(HashProxyTest, AProxyThatIsGoneForGoodEndsTheRequest) {
     EXPECT_EQ(QelHashClient::GetFailureError(), 9u);
 }
 
-TEST_F(HashProxyTest, EndsWhenNobodyNeedsItAndNotBefore) {
+TEST_F(RunProxy, EndsWhenNobodyNeedsItAndNotBefore) {
     environment.Set("QEL_HASH_IDLE_SECONDS", "1");
     Start();
     auto pipe = Connected();
@@ -215,14 +215,14 @@ TEST_F(HashProxyTest, EndsWhenNobodyNeedsItAndNotBefore) {
     EXPECT_FALSE(std::filesystem::exists(folder.Database() + "-wal"));
 }
 
-TEST_F(HashProxyTest, StandsInTheDatabasesFolder) {
+TEST_F(RunProxy, StandsInTheDatabasesFolder) {
     Start();
     const auto pipe = Connected();
     EXPECT_EQ(std::filesystem::read_symlink("/proc/" + std::to_string(folder.Server()) + "/cwd"),
               folder.Path("data"));
 }
 
-TEST_F(HashProxyTest, TheDatabaseStandsInTheUsersDataFolderByDefault) {
+TEST_F(RunProxy, TheDatabaseStandsInTheUsersDataFolderByDefault) {
     environment.Set("XDG_DATA_HOME", folder.Path("home"));
     environment.Set("QEL_HASH_DATABASE", "");
     Start();
@@ -230,7 +230,7 @@ TEST_F(HashProxyTest, TheDatabaseStandsInTheUsersDataFolderByDefault) {
     EXPECT_TRUE(std::filesystem::exists(folder.Path("home/QelHashProxy/registry.sqlite")));
 }
 
-TEST_F(HashProxyTest, ADatabaseThatCannotBeUsedIsToldAndNoToolIsLetIn) {
+TEST_F(RunProxy, ADatabaseThatCannotBeUsedIsToldAndNoToolIsLetIn) {
     const std::string log = folder.Path("log");
     EXPECT_EQ(Run("QEL_HASH_DATABASE='" + folder.Path() + "'", ""),
               "QelHashProxy: The hash registry's database: unable to open database file\n 1\n");
@@ -247,7 +247,7 @@ TEST_F(HashProxyTest, ADatabaseThatCannotBeUsedIsToldAndNoToolIsLetIn) {
               "QelHashProxy: There is no folder for the user's data; set QEL_HASH_DATABASE\n 1\n");
 }
 
-TEST_F(HashProxyTest, IdleSecondsAreAWholeNumber) {
+TEST_F(RunProxy, IdleSecondsAreAWholeNumber) {
     for (const char* const value : {"0", "-1", "1.5", "x", "86401", "99999999999"})
         EXPECT_EQ(Run(std::string("QEL_HASH_IDLE_SECONDS=") + value, ""),
                   std::string("QelHashProxy: QEL_HASH_IDLE_SECONDS is not a number of seconds from "
@@ -255,12 +255,12 @@ TEST_F(HashProxyTest, IdleSecondsAreAWholeNumber) {
                       value + "\n 1\n");
 }
 
-TEST_F(HashProxyTest, APipeThatCannotBeOpenedIsTold) {
+TEST_F(RunProxy, APipeThatCannotBeOpenedIsTold) {
     EXPECT_EQ(Run("XDG_RUNTIME_DIR='" + folder.Path("out") + "'", ""),
               "QelHashProxy: The pipe cannot be opened: Not a directory\n 1\n");
 }
 
-TEST_F(HashProxyTest, HelpAndVersionStartNothing) {
+TEST_F(RunProxy, HelpAndVersionStartNothing) {
     EXPECT_EQ(Run("", "--version"), "QelHashProxy 1.28.3\n 0\n");
     const std::string help = Run("", "--help");
     EXPECT_NE(help.find("QEL_HASH_DATABASE"), std::string::npos);

@@ -18,10 +18,10 @@ constexpr char kName[] =
     "fte";
 
 /// The client as it is, with proxies that do what they like.
-class BadProxyTest : public testing::Test {
+class ProxyTransport : public testing::Test {
   protected:
-    BadProxyTest() { environment.Set("PATH", ScriptedProxy::EmptyProgram(folder.Path())); }
-    ~BadProxyTest() override { QelHashClient::Shutdown(); }
+    ProxyTransport() { environment.Set("PATH", ScriptedProxy::EmptyProgram(folder.Path())); }
+    ~ProxyTransport() override { QelHashClient::Shutdown(); }
 
     /// From now on the proxy does as `script` says; it outlives the client.
     void Serve(ScriptedProxy::Script script, bool closesEachTime = false) {
@@ -54,7 +54,7 @@ const std::string kGoodbye = "\2\0\0\0\x15\0\0\0\4\0\0\0shutdown\0"s;
 
 }  // namespace
 
-TEST_F(BadProxyTest, AGoodOneSeesTheseBytes) {
+TEST_F(ProxyTransport, AGoodOneSeesTheseBytes) {
     Serve(
         [](const std::string& request) { return ScriptedProxy::GoodAnswer(request, 0xCAFEBABE); });
     ASSERT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
@@ -65,7 +65,7 @@ TEST_F(BadProxyTest, AGoodOneSeesTheseBytes) {
     EXPECT_EQ(proxy->Requests(), (Strings{kRequest, kGoodbye}));
 }
 
-TEST_F(BadProxyTest, OneThatHangsUpInsteadOfAnsweringIsAskedFiveTimes) {
+TEST_F(ProxyTransport, OneThatHangsUpInsteadOfAnsweringIsAskedFiveTimes) {
     Serve([](const std::string&) { return std::nullopt; });
     ASSERT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
     ASSERT_EQ(QelHashClient::SetApplicationName("app"), QelHashResult::Ok);
@@ -74,7 +74,7 @@ TEST_F(BadProxyTest, OneThatHangsUpInsteadOfAnsweringIsAskedFiveTimes) {
     ExpectFailure(262, ENOTCONN);
 }
 
-TEST_F(BadProxyTest, OneThatHangsUpOnceIsAskedAgain) {
+TEST_F(ProxyTransport, OneThatHangsUpOnceIsAskedAgain) {
     Serve([this](const std::string& request) {
         return ++asked == 1 ? ScriptedProxy::Answer() : ScriptedProxy::GoodAnswer(request);
     });
@@ -85,7 +85,7 @@ TEST_F(BadProxyTest, OneThatHangsUpOnceIsAskedAgain) {
     ExpectFailure(0, 0);
 }
 
-TEST_F(BadProxyTest, OneThatHangsUpBehindEachAnswerIsOpenedAgain) {
+TEST_F(ProxyTransport, OneThatHangsUpBehindEachAnswerIsOpenedAgain) {
     Serve([](const std::string& r) { return ScriptedProxy::GoodAnswer(r); }, true);
     ASSERT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
     for (int i = 0; i < 8; ++i) EXPECT_EQ(Add(), QelHashResult::Ok);
@@ -93,7 +93,7 @@ TEST_F(BadProxyTest, OneThatHangsUpBehindEachAnswerIsOpenedAgain) {
     EXPECT_EQ(proxy->Requests().size(), 9u);
 }
 
-TEST_F(BadProxyTest, NonsenseIsAnErrorAndNeverAHash) {
+TEST_F(ProxyTransport, NonsenseIsAnErrorAndNeverAHash) {
     const std::string start = "\0\0\0\x80\x16\0\0\0\x78\x56\x34\x12"s;
     Serve([this](const std::string&) { return nonsense; });
     ASSERT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
@@ -113,7 +113,7 @@ TEST_F(BadProxyTest, NonsenseIsAnErrorAndNeverAHash) {
     EXPECT_STREQ(other.data(), "a very long spi");
 }
 
-TEST_F(BadProxyTest, AReplyThatIsTooLongIsAnErrorAtOnce) {
+TEST_F(ProxyTransport, AReplyThatIsTooLongIsAnErrorAtOnce) {
     Serve([](const std::string&) { return std::string(4097, '\0'); });
     ASSERT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
     EXPECT_EQ(Add(), QelHashResult::ProxyError);
@@ -121,7 +121,7 @@ TEST_F(BadProxyTest, AReplyThatIsTooLongIsAnErrorAtOnce) {
     ExpectFailure(254, EMSGSIZE);
 }
 
-TEST_F(BadProxyTest, ALateAnswerIsAwaited) {
+TEST_F(ProxyTransport, ALateAnswerIsAwaited) {
     Serve([](const std::string& request) {
         std::this_thread::sleep_for(std::chrono::milliseconds(300));
         return ScriptedProxy::GoodAnswer(request);
@@ -131,7 +131,7 @@ TEST_F(BadProxyTest, ALateAnswerIsAwaited) {
     EXPECT_EQ(hash, 0x12345678u);
 }
 
-TEST_F(BadProxyTest, OneThatIsLateWithItsPipeIsWaitedFor) {
+TEST_F(ProxyTransport, OneThatIsLateWithItsPipeIsWaitedFor) {
     std::thread late([this] {
         std::this_thread::sleep_for(std::chrono::milliseconds(700));
         Serve([](const std::string& request) { return ScriptedProxy::GoodAnswer(request); });
@@ -142,7 +142,7 @@ TEST_F(BadProxyTest, OneThatIsLateWithItsPipeIsWaitedFor) {
     EXPECT_EQ(QelHashClient::Shutdown(), QelHashResult::Ok);
 }
 
-TEST_F(BadProxyTest, OneThatNeverListensIsGivenUpAfterTwoSeconds) {
+TEST_F(ProxyTransport, OneThatNeverListensIsGivenUpAfterTwoSeconds) {
     const auto begin = std::chrono::steady_clock::now();
     EXPECT_EQ(QelHashClient::Initialise(), QelHashResult::ConnectFailed);
     const auto time = std::chrono::steady_clock::now() - begin;
