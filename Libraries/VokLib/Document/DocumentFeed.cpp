@@ -1,6 +1,6 @@
 #include "Document/DocumentFeed.h"
 
-#include "Document/PushParser.h"
+#include "Document/DocumentParser.h"
 
 #include <VokLib/Tree/ThrowVokException.h>
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-class PushParser;
+class DocumentParser;
 
 /// Between the blocks of one document and its parser: keeps the limits, cuts the blocks between
 /// pieces of markup, and spares the parser the conversion of declared ISO-8859-1 where a block
@@ -16,7 +16,8 @@ class PushParser;
 /// alone.
 class DocumentFeed {
   public:
-    DocumentFeed(PushParser& target, std::string_view name) : parser(target), documentName(name) {}
+    DocumentFeed(DocumentParser& target, std::string_view name)
+        : parser(target), documentName(name) {}
 
     /// Returns the parser's error code, 0 for none. Throws a VokException for a limit, and whatever
     /// an event threw. An event may stop the parser; what is left is not fed then.
@@ -29,7 +30,7 @@ class DocumentFeed {
     std::size_t Scan(const char* bytes, std::size_t size);
     int Push(const char* bytes, std::size_t size, bool last);
 
-    PushParser& parser;
+    DocumentParser& parser;
     std::string documentName;
     DocumentEncoding encoding;
     MarkupScanner scanner;

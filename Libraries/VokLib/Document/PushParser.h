@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Document/DocumentParser.h"
 #include "Document/ParserEvents.h"
 #include "Document/XmlMemory.h"
 
@@ -14,32 +15,27 @@ struct _xmlParserCtxt;
 /// The push parser of libxml2 in its first SAX form. All handlers but three are null and the
 /// parser's user data is not its own context, so that declared entities are neither kept nor
 /// expanded and nothing outside the text is opened.
-class PushParser {
+class PushParser : public DocumentParser {
   public:
     /// `name` is the document's, for messages. With `refuseExternalSubset` a document type that
     /// names a file of its own ends the parse at the root element; the entities of such a document
     /// would vanish without an error.
     PushParser(ParserEvents& receiver, std::string_view name, bool refuseExternalSubset);
-    ~PushParser();
-    PushParser(const PushParser&) = delete;
-    PushParser& operator=(const PushParser&) = delete;
+    ~PushParser() override;
 
     /// May be called while an event is being received.
     void SetEvents(ParserEvents& receiver) { events = &receiver; }
-    /// Before the first bytes: they are UTF-8, whatever the XML declaration says.
-    void IgnoreDeclaredEncoding();
+    void IgnoreDeclaredEncoding() override;
     /// Ends the parse from within an event; what was pushed already counts as an error then.
     void Stop();
 
-    /// Returns libxml2's error code, 0 for none. What an event threw, or a limit on nesting or
-    /// names, goes before any error; so does std::bad_alloc when the parser itself ran out of
-    /// memory.
-    int Push(const char* bytes, std::size_t size, bool last);
+    /// What an event threw, or a limit on nesting or names, goes before any error; so does
+    /// std::bad_alloc when the parser itself ran out of memory.
+    int Push(const char* bytes, std::size_t size, bool last) override;
 
     int GetLine() const;
     int GetColumn() const;
-    /// Throws a VokException that tells the limit and the place behind everything that was pushed.
-    [[noreturn]] void FailBehindInput(const std::string& text) const;
+    [[noreturn]] void FailBehindInput(const std::string& text) const override;
 
   private:
     struct Callbacks;

@@ -1,10 +1,10 @@
 #include "Library/XmlLibrary.h"
 
 #include "Document/XmlMemory.h"
+#include "Document/XmlMessages.h"
 
 #include <libxml/globals.h>
 #include <libxml/parser.h>
-#include <libxml/xmlerror.h>
 
 namespace {
 
@@ -13,20 +13,13 @@ xmlParserInputPtr RefuseExternalEntity(const char*, const char*, xmlParserCtxtPt
     return nullptr;
 }
 
-void DropText(void*, const char*, ...) {}
-
-/// Versions of the library differ in whether the error is const.
-template <class Error>
-void DropError(void*, Error) {}
-
 }  // namespace
 
 XmlLibrary::XmlLibrary() {
     XmlMemory::Install();
     XmlMemoryWatch memory;
     // First of all: the library speaks of a lack of memory on the standard error stream, too.
-    xmlSetGenericErrorFunc(nullptr, DropText);
-    xmlSetStructuredErrorFunc(nullptr, DropError);
+    DropXmlMessages();
     xmlInitParser();
     xmlSubstituteEntitiesDefault(1);
     xmlLoadExtDtdDefaultValue = 1;
@@ -43,8 +36,7 @@ XmlLibrary::~XmlLibrary() {
 }
 
 void XmlLibrary::Restore() {
-    xmlSetStructuredErrorFunc(nullptr, nullptr);
-    xmlSetGenericErrorFunc(nullptr, nullptr);
+    ShowXmlMessages();
     xmlSetExternalEntityLoader(previousLoader);
     xmlCleanupParser();
 }

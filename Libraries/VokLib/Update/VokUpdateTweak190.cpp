@@ -1,20 +1,19 @@
 #include "Update/VokUpdateTweak190.h"
 
-#include <QelTools/Exception.h>
-
-#include "Update/VersionChain.h"
+#include <VokLib/Tree/VokWorld.h>
 
 #include <utility>
 
 VokUpdateTweak190::VokUpdateTweak190(std::string previousFilenameForm)
     : previousForm(std::move(previousFilenameForm)) {}
 
-bool VokUpdateTweak190::IsCompatible(const std::string& version) {
-    return VersionChain::IsSupersetOnly(version);
-}
-
-void VokUpdateTweak190::Update(std::ostream&, InputBuffer&, const std::string& version) {
-    VersionChain::IsSupersetOnly(version);  // refuses a version that is no version at all
-    QelTools::Common::ThrowException("This build cannot update documents of version \"" + version +
-                                     "\" yet.");
+XmlDocument VokUpdateTweak190::LoadDocument(const std::string& uri) {
+    const std::string versions = std::string(QelNamespaceRoot) + "/qeli/";
+    if (uri != versions + "1_9_0/update.xml") return VokUpdateStatic::LoadDocument(uri);
+    return ParseUpdateDocument(
+        "<QELUpdate><update source=\"" + versions + "1_8_2/qeli\"><step><xslt>" + versions +
+            "1_8_2/1_9_0.xslt</xslt><xsltparam><name>previousFilenameForm"
+            "</name><value>'" +
+            previousForm + "'</value></xsltparam></step></update></QELUpdate>",
+        uri);
 }

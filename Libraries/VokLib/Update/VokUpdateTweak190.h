@@ -1,15 +1,14 @@
 #pragma once
 
-#include <VokLib/Document/VokUpdate.h>
+#include "Update/VokUpdateStatic.h"
 
 /// The update that the library brings up. Documents older than 1_9_0 do not tell the form of their
-/// file names; `previousFilenameForm` is what they get.
-class VokUpdateTweak190 : public VokUpdate {
+/// file names, because that is the site's; `previousFilenameForm` is what they get.
+class VokUpdateTweak190 : public VokUpdateStatic {
   public:
     explicit VokUpdateTweak190(std::string previousFilenameForm);
 
-    bool IsCompatible(const std::string& version) override;
-    void Update(std::ostream& out, InputBuffer& input, const std::string& version) override;
+    XmlDocument LoadDocument(const std::string& uri) override;
 
     const std::string& GetPreviousFilenameForm() const { return previousForm; }
 

@@ -24,6 +24,19 @@ inline constexpr std::size_t kMaxNames = 10000;
 /// document.
 inline constexpr std::size_t kFreePaddedValues = 1u << 16;
 
+// A document of an old version is held as a tree while it is brought up to date.
+
+/// Bytes of such a document: its tree takes up to forty times as many.
+inline constexpr std::size_t kMaxOldDocumentBytes = 1u << 30;
+/// Elements inside one element: with the texts between them they fill half of what the stylesheets
+/// can look at together.
+inline constexpr std::size_t kMaxOldChildren = 5000000;
+/// Different names and short texts.
+inline constexpr std::size_t kMaxOldNames = 100000;
+/// Bytes that its document type may add, as entities and default attributes, beyond twice the bytes
+/// of the document.
+inline constexpr std::size_t kFreeAddedBytes = 4u << 20;
+
 /// Objects that hold one another without being parents (a shape its blend targets, a mesh its blind
 /// data): these are written and deleted one inside the other.
 inline constexpr int kMaxHeldDepth = 256;

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QelTools/Exception.h>
+
+#include <string>
+
+/// A stylesheet gave up on an old document.
+class VokUpdateFailure : public QelTools::Common::Exception {
+  public:
+    VokUpdateFailure(
+        std::string text, std::string stylesheetMessages,
+        const QelTools::Common::SourcePlace& place = QelTools::Common::SourcePlace::Current());
+
+    /// What the stylesheet said before, in lines; the last says why.
+    const std::string& GetMessages() const { return messages; }
+
+  private:
+    std::string messages;
+};

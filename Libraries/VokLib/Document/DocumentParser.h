@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+/// A parser that is fed piece by piece, as DocumentFeed sees it.
+class DocumentParser {
+  public:
+    DocumentParser() = default;
+    virtual ~DocumentParser() = default;
+    DocumentParser(const DocumentParser&) = delete;
+    DocumentParser& operator=(const DocumentParser&) = delete;
+
+    /// Before the first bytes: they are UTF-8, whatever the XML declaration says.
+    virtual void IgnoreDeclaredEncoding() = 0;
+    /// Returns libxml2's error code, 0 for none.
+    virtual int Push(const char* bytes, std::size_t size, bool last) = 0;
+    /// Throws a VokException that tells the limit and the place behind everything that was pushed.
+    [[noreturn]] virtual void FailBehindInput(const std::string& text) const = 0;
+};

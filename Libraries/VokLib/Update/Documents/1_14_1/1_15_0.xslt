@@ -1,0 +1,55 @@
+<?xml version="1.0" encoding="UTF-8"?>
+<!-- 1.14.1 to 1.15.0: channels have names, and evenly spaced keys tell their whole duration. -->
+<xsl:stylesheet version="1.0" exclude-result-prefixes="from"
+    xmlns:xsl="http://www.w3.org/1999/XSL/Transform"
+    xmlns:xsi="http://www.w3.org/2001/XMLSchema-instance"
+    xmlns:from="http://qel.example/ns/qeli/1_14_1/qeli"
+    xmlns="http://qel.example/ns/qeli/1_15_0/qeli">
+  <xsl:include href="../Shared/OneVersionOnly.xslt"/>
+  <xsl:include href="../Shared/KeepForeignContent.xslt"/>
+
+  <xsl:template match="/">
+    <xsl:call-template name="refuseOtherVersions">
+      <xsl:with-param name="expected" select="'http://qel.example/ns/qeli/1_14_1/qeli'"/>
+    </xsl:call-template>
+    <xsl:apply-templates/>
+  </xsl:template>
+
+  <xsl:template match="/from:QEL">
+    <QEL xsi:schemaLocation="http://qel.example/ns/qeli/1_15_0/qeli http://qel.example/ns/qeli/1_15_0/qeli.xsd">
+      <xsl:copy-of select="@*[local-name() != 'schemaLocation']"/>
+      <xsl:apply-templates/>
+    </QEL>
+  </xsl:template>
+
+  <xsl:template match="from:*">
+    <xsl:element name="{local-name()}">
+      <xsl:copy-of select="@*"/>
+      <xsl:apply-templates/>
+    </xsl:element>
+  </xsl:template>
+
+  <xsl:template match="from:animChannel">
+    <animChannel name="{@channel}">
+      <xsl:copy-of select="@*[name() != 'name']"/>
+      <xsl:apply-templates/>
+    </animChannel>
+  </xsl:template>
+
+  <xsl:template match="from:animData[@interp = 'Timestep']/@timeStep" priority="1">
+    <xsl:attribute name="duration">
+      <xsl:value-of select=". * (../@numKeys - 1)"/>
+    </xsl:attribute>
+  </xsl:template>
+
+  <xsl:template match="from:animData">
+    <animData>
+      <xsl:apply-templates select="@*"/>
+      <xsl:apply-templates/>
+    </animData>
+  </xsl:template>
+
+  <xsl:template match="@*">
+    <xsl:copy/>
+  </xsl:template>
+</xsl:stylesheet>

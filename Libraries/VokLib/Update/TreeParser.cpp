@@ -1,0 +1,202 @@
+#include "Update/TreeParser.h"
+
+#include <VokLib/Base/VokLimits.h>
+#include <VokLib/Tree/ThrowVokException.h>
+
+#include "Update/EntitySizes.h"
+
+#include <libxml/SAX2.h>
+#include <libxml/parserInternals.h>
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+/// What the parser calls, with its own context as user data. Exceptions do not travel through its C
+/// frames: the first one is kept and the parser stopped.
+struct TreeParser::Callbacks {
+    static TreeParser& Of(void* user) {
+        return *static_cast<TreeParser*>(static_cast<xmlParserCtxtPtr>(user)->_private);
+    }
+
+    template <class Check>
+    static bool Passes(TreeParser& parser, Check check) {
+        if (parser.failure) return false;
+        try {
+            check();
+            return true;
+        } catch (...) {
+            parser.failure = std::current_exception();
+            xmlStopParser(parser.context.get());
+            return false;
+        }
+    }
+
+    static void Start(void* user, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri,
+                      int spaceCount, const xmlChar** spaces, int attributeCount,
+                      int defaultedCount, const xmlChar** attributes) {
+        TreeParser& parser = Of(user);
+        const bool passes = Passes(parser, [&] {
+            parser.CheckStart();
+            parser.CountAddedText(spaceCount, spaces, attributeCount, attributes);
+        });
+        if (passes)
+            xmlSAX2StartElementNs(user, name, prefix, uri, spaceCount, spaces, attributeCount,
+                                  defaultedCount, attributes);
+    }
+
+    static xmlEntityPtr Entity(void* user, const xmlChar* name) {
+        return Checked(user, xmlSAX2GetEntity(user, name));
+    }
+
+    static xmlEntityPtr ParameterEntity(void* user, const xmlChar* name) {
+        return Checked(user, xmlSAX2GetParameterEntity(user, name));
+    }
+
+    static xmlEntityPtr Checked(void* user, xmlEntityPtr entity) {
+        if (entity == nullptr) return nullptr;
+        TreeParser& parser = Of(user);
+        return Passes(parser, [&] { parser.CountEntity(entity); }) ? entity : nullptr;
+    }
+
+    /// An entity that was not replaced would vanish without an error.
+    static void Reference(void* user, const xmlChar* name) {
+        TreeParser& parser = Of(user);
+        Passes(parser, [&] {
+            const Place place = parser.Here();
+            ThrowVokException("Failed to parse out of date .qeli document. The entity \"" +
+                              std::string(FromXml(name)) + "\" is not declared. Line " +
+                              std::to_string(place.line) + " Column " +
+                              std::to_string(place.column));
+        });
+    }
+
+    template <class Error>  // versions of the library differ in whether it is const
+    static void Failed(void* user, Error error) {
+        Of(user).NoteError(*error);
+    }
+};
+
+TreeParser::TreeParser() : context(xmlCreatePushParserCtxt(nullptr, nullptr, nullptr, 0, nullptr)) {
+    if (context == nullptr) throw std::bad_alloc();
+    xmlCtxtUseOptions(context.get(),
+                      XML_PARSE_NOENT | XML_PARSE_NOCDATA | XML_PARSE_NONET | XML_PARSE_HUGE);
+    context->_private = this;
+    xmlSAXHandler& handlers = *context->sax;
+    handlers.startElementNs = Callbacks::Start;
+    handlers.getEntity = Callbacks::Entity;
+    handlers.getParameterEntity = Callbacks::ParameterEntity;
+    handlers.reference = Callbacks::Reference;
+    handlers.serror = Callbacks::Failed;
+    handlers.comment = nullptr;
+    handlers.processingInstruction = nullptr;
+    memory.Check();
+}
+
+TreeParser::~TreeParser() {
+    xmlFreeDoc(std::exchange(context->myDoc, nullptr));
+}
+
+void TreeParser::IgnoreDeclaredEncoding() {
+    context->options |= XML_PARSE_IGNORE_ENC;
+}
+
+int TreeParser::Push(const char* bytes, std::size_t size, bool last) {
+    pushed += size;
+    const int code = xmlParseChunk(context.get(), bytes, static_cast<int>(size), last ? 1 : 0);
+    if (failure) std::rethrow_exception(std::exchange(failure, nullptr));
+    memory.Check();
+    return namespaceError != 0 ? namespaceError : code;
+}
+
+XmlDocument TreeParser::TakeTree() {
+    return XmlDocument(std::exchange(context->myDoc, nullptr));
+}
+
+int TreeParser::GetLine() const {
+    return namespaceError != 0 ? errorPlace.line : Here().line;
+}
+
+int TreeParser::GetColumn() const {
+    return namespaceError != 0 ? errorPlace.column : Here().column;
+}
+
+TreeParser::Place TreeParser::Here() const {
+    if (context->input == nullptr) return {};
+    return {context->input->line, context->input->col};
+}
+
+void TreeParser::NoteError(const xmlError& error) {
+    if (error.domain != XML_FROM_NAMESPACE || error.level < XML_ERR_ERROR || namespaceError != 0)
+        return;
+    namespaceError = error.code;
+    errorPlace = Here();
+    xmlStopParser(context.get());
+}
+
+void TreeParser::CheckStart() {
+    const auto depth = static_cast<std::size_t>(std::max(context->nodeNr, 0));
+    if (depth == VokLimits::kMaxElementDepth)
+        Fail("more than " + std::to_string(VokLimits::kMaxElementDepth) + " nested elements",
+             Here());
+    deepest = std::max(deepest, depth + 1);
+    if (childCounts.size() < depth + 2) childCounts.resize(depth + 2);
+    childCounts[depth + 1] = 0;
+    if (++childCounts[depth] > VokLimits::kMaxOldChildren)
+        Fail("more than " + std::to_string(VokLimits::kMaxOldChildren) + " elements in one",
+             Here());
+    if (static_cast<std::size_t>(xmlDictSize(context->dict)) > VokLimits::kMaxOldNames)
+        Fail("more than " + std::to_string(VokLimits::kMaxOldNames) + " different names", Here());
+    if (depth == 0 && context->hasExternalSubset != 0) {
+        ThrowVokException(
+            "Failed to parse out of date .qeli document. Its document type names an external file; "
+            "external files are not read.");
+    }
+}
+
+void TreeParser::CountAddedText(int spaceCount, const xmlChar** spaces, int attributeCount,
+                                const xmlChar** attributes) {
+    // Without a document type nothing stands there but what was read.
+    if (context->myDoc == nullptr || context->myDoc->intSubset == nullptr) return;
+    std::size_t byteCount = 0;
+    for (int i = 0; i < spaceCount; ++i) byteCount += FromXml(spaces[2 * i + 1]).size();
+    for (int i = 0; i < attributeCount; ++i)
+        byteCount += static_cast<std::size_t>(attributes[5 * i + 4] - attributes[5 * i + 3]);
+    Grow(byteCount);
+}
+
+void TreeParser::CountEntity(const xmlEntity* entity) {
+    if (entity->etype == XML_EXTERNAL_GENERAL_PARSED_ENTITY ||
+        entity->etype == XML_EXTERNAL_PARAMETER_ENTITY)
+        ThrowVokException("Failed to parse out of date .qeli document. The entity \"" +
+                          std::string(FromXml(entity->name)) +
+                          "\" is an external file; external files are not read.");
+    if (entity->etype == XML_INTERNAL_PREDEFINED_ENTITY) return;
+    Grow(ReplacedSize(*entity));
+}
+
+void TreeParser::Grow(std::size_t byteCount) {
+    grown += std::min(byteCount, VokLimits::kFreeAddedBytes + 1);
+    if (grown > VokLimits::kFreeAddedBytes + 2 * pushed)
+        Fail("more text in entities and default attributes than " +
+                 std::to_string(VokLimits::kFreeAddedBytes) +
+                 " bytes and twice the size of the document",
+             Here());
+}
+
+void TreeParser::FailBehindInput(const std::string& text) const {
+    Place place = Here();
+    // The parser holds back what it cannot decide on yet.
+    if (context->input != nullptr) {
+        for (const xmlChar* unread = context->input->cur; unread < context->input->end; ++unread) {
+            place.line += *unread == '\n' ? 1 : 0;
+            place.column = *unread == '\n' ? 1 : place.column + 1;
+        }
+    }
+    Fail(text, place);
+}
+
+void TreeParser::Fail(const std::string& text, const Place& place) {
+    ThrowVokException("Document limit exceeded: " + text + " Line " + std::to_string(place.line) +
+                      " Column " + std::to_string(place.column));
+}

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "Document/DocumentParser.h"
+#include "Document/XmlMemory.h"
+
+#include "Update/XmlHandles.h"
+
+#include <libxml/parser.h>
+
+#include <cstddef>
+#include <exception>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// The push parser of libxml2 as it builds trees, entities replaced, without its bounds on the
+/// length of texts and with bounds of our own on everything that a few bytes could blow up.
+class TreeParser : public DocumentParser {
+  public:
+    TreeParser();
+    ~TreeParser() override;
+
+    void IgnoreDeclaredEncoding() override;
+    /// What a limit threw goes before any error; so does std::bad_alloc when the parser itself ran
+    /// out of memory.
+    int Push(const char* bytes, std::size_t size, bool last) override;
+    [[noreturn]] void FailBehindInput(const std::string& text) const override;
+
+    /// Of the first error, where Push has returned one.
+    int GetLine() const;
+    int GetColumn() const;
+    /// Of elements inside one another.
+    std::size_t GetDepth() const { return deepest; }
+    /// Null when there is none; once.
+    XmlDocument TakeTree();
+
+  private:
+    struct Callbacks;
+    struct Place {
+        int line = 0;
+        int column = 0;
+    };
+
+    void CheckStart();
+    /// Of attributes and namespace declarations, which a document type may add to each element.
+    void CountAddedText(int spaceCount, const xmlChar** spaces, int attributeCount,
+                        const xmlChar** attributes);
+    void CountEntity(const xmlEntity* entity);
+    void Grow(std::size_t byteCount);
+    void NoteError(const xmlError& error);
+    [[noreturn]] static void Fail(const std::string& text, const Place& place);
+    Place Here() const;
+
+    XmlMemoryWatch memory;
+    std::exception_ptr failure;
+    int namespaceError = 0;  // the parser itself goes on behind these
+    Place errorPlace;
+    std::size_t pushed = 0;
+    std::size_t grown = 0;  // bytes that stand for others, or were added
+    std::size_t deepest = 0;
+    std::vector<std::size_t> childCounts;  // of the open elements, from the document down
+    std::unique_ptr<xmlParserCtxt, XmlDeleter<xmlFreeParserCtxt>> context;
+};

@@ -1,0 +1,46 @@
+#include <Platform/LargeStack.h>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <stdexcept>
+#include <system_error>
+#include <thread>
+
+namespace {
+
+/// Uses a kilobyte of stack for each level.
+int Descend(int levels) {
+    volatile char room[1024] = {};
+    room[0] = static_cast<char>(levels);
+    return levels == 0 ? 0 : Descend(levels - 1) + (room[0] == static_cast<char>(levels) ? 1 : 0);
+}
+
+TEST(LargeStack, HoldsWhatAnOrdinaryStackDoesNot) {
+    int reached = 0;
+    Platform::RunOnLargeStack(256u << 20, [&reached] { reached = Descend(50000); });
+    EXPECT_EQ(reached, 50000);
+}
+
+TEST(LargeStack, RunsOnAThreadOfItsOwnAndWaits) {
+    std::thread::id id;
+    Platform::RunOnLargeStack(1, [&id] { id = std::this_thread::get_id(); });
+    EXPECT_NE(id, std::thread::id());
+    EXPECT_NE(id, std::this_thread::get_id());
+}
+
+TEST(LargeStack, WhatTheActionThrowsIsThrownHere) {
+    try {
+        Platform::RunOnLargeStack(1u << 20, [] { throw std::runtime_error("words"); });
+        FAIL();
+    } catch (const std::runtime_error& failure) {
+        EXPECT_STREQ(failure.what(), "words");
+    }
+}
+
+TEST(LargeStack, AThreadThatCannotBeHadIsAnError) {
+    EXPECT_THROW(Platform::RunOnLargeStack(std::numeric_limits<std::size_t>::max() / 4, [] {}),
+                 std::system_error);
+}
+
+}  // namespace

@@ -1,0 +1,192 @@
+#include "Update/OldDocument.h"
+
+#include "VokLib/Update/UpdateTools.h"
+
+#include <VokLib/Base/VokException.h>
+#include <VokLib/Base/VokLimits.h>
+
+using namespace UpdateTools;
+
+namespace {
+
+constexpr const char* kHead = "<?xml version=\"1.0\" encoding=\"UTF-8\" ?>\n";
+
+class OldDocumentTest : public UpdateTest {
+  protected:
+    static OldDocument ParseText(const std::string& text) {
+        return ParseOldDocument(text.data(), text.size());
+    }
+    static std::string Written(const std::string& text) {
+        std::ostringstream out;
+        WritePlain(out, *ParseText(text).tree);
+        return out.str().substr(std::string(kHead).size());
+    }
+    static std::string Refusal(const std::string& text) {
+        return TextOf([&] { ParseText(text); });
+    }
+    static std::string ParseError(int code, int line, int column) {
+        return "Failed to parse out of date .qeli document. Libxml2 parse error: " +
+               std::to_string(code) + " Line " + std::to_string(line) + " Column " +
+               std::to_string(column);
+    }
+    static std::string Repeated(const std::string& text, std::size_t count) {
+        std::string all;
+        all.reserve(text.size() * count);
+        for (std::size_t i = 0; i < count; ++i) all += text;
+        return all;
+    }
+    static std::string Nested(std::size_t depth) {
+        return Repeated("<n>", depth) + Repeated("</n>", depth);
+    }
+};
+
+constexpr const char* kTooMuch =
+    "Document limit exceeded: more text in entities and default attributes than 4194304 bytes and "
+    "twice the size of the document Line ";
+
+TEST_F(OldDocumentTest, AMalformedDocumentTellsLineAndColumn) {
+    EXPECT_EQ(Refusal("<a>\n <b>\n</a>"), ParseError(76, 3, 5));
+    EXPECT_EQ(Refusal("<a>\n <b c=1/></a>"), ParseError(73, 2, 7));
+    EXPECT_EQ(Refusal("<a>\n &none;</a>"), ParseError(26, 2, 8));
+    EXPECT_EQ(Refusal("<a>\n <b/>"), ParseError(5, 2, 6));
+    EXPECT_EQ(Refusal(""), ParseError(5, 1, 1));
+    EXPECT_THROW(ParseText("<a>"), VokException);
+}
+
+TEST_F(OldDocumentTest, AFaultBehindTheFirstPieceTellsItsOwnPlace) {
+    const std::string lines = Repeated("<b>0123456789</b>\n", 100000);
+    ASSERT_GT(lines.size(), 1u << 20);
+    EXPECT_EQ(Refusal("<a>\n" + lines + "</c></a>"), ParseError(76, 100002, 5));
+}
+
+TEST_F(OldDocumentTest, AnUndeclaredPrefixIsAnErrorWhereItStands) {
+    EXPECT_EQ(Refusal("<a>\n<b p:c='1'/>\n<d/></a>"), ParseError(201, 2, 11));
+    EXPECT_EQ(Refusal("<a>\n<p:b/>\n</c>"), ParseError(201, 2, 5));
+}
+
+TEST_F(OldDocumentTest, NoBytesAreNoDocument) {
+    EXPECT_EQ(TextOf([] { ParseOldDocument(nullptr, 0); }), ParseError(5, 1, 1));
+}
+
+TEST_F(OldDocumentTest, TextsAreKeptAndCommentsAreNot) {
+    EXPECT_EQ(Written("<a> 1<!-- c -->2<?p i?>3<![CDATA[<&]]>4\n</a>"), "<a> 123&lt;&amp;4\n</a>");
+}
+
+TEST_F(OldDocumentTest, EncodingsAreTheReaders) {
+    const std::string latin1 = "<?xml version='1.0' encoding='ISO-8859-1'?><a b='\xE9'>\xFC</a>";
+    EXPECT_EQ(Written(latin1), "<a b=\"\xC3\xA9\">\xC3\xBC</a>");
+    EXPECT_EQ(Written("<a>\xC3\xBC</a>"), "<a>\xC3\xBC</a>");
+    std::string wide;
+    for (const char c : std::string("\xFF\xFE<a>x</a>"))
+        wide += (wide.size() < 2 ? std::string(1, c) : std::string{c, '\0'});
+    EXPECT_EQ(Written(wide), "<a>x</a>");
+}
+
+TEST_F(OldDocumentTest, DepthIsCounted) {
+    EXPECT_EQ(ParseText("<a><b><c/></b><d/></a>").depth, 3u);
+    EXPECT_EQ(ParseText(Nested(VokLimits::kMaxElementDepth)).depth, VokLimits::kMaxElementDepth);
+}
+
+TEST_F(OldDocumentTest, ADeeperTreeIsRefused) {
+    EXPECT_EQ(Refusal(Nested(VokLimits::kMaxElementDepth + 1)),
+              "Document limit exceeded: more than 10000 nested elements Line 1 Column 30003");
+}
+
+TEST_F(OldDocumentTest, TheReadersLimitsHold) {
+    std::string attributes;
+    for (int i = 0; i <= 256; ++i) attributes += " a" + std::to_string(i) + "='1'";
+    EXPECT_EQ(Refusal("<a" + attributes + "/>")
+                  .rfind("Document limit exceeded: more than 256 "
+                         "attributes on one element Line 1",
+                         0),
+              0u);
+    EXPECT_EQ(Refusal("<a><!--" + std::string(5u << 20, 'x') + "--></a>")
+                  .rfind("Document limit exceeded: more than 4194304 bytes in one tag", 0),
+              0u);
+}
+
+TEST_F(OldDocumentTest, ManyNamesAreRefused) {
+    std::string names;
+    for (int i = 0; i < 100100; ++i) names += "<n" + std::to_string(i) + "/>";
+    EXPECT_EQ(Refusal("<a>" + names + "</a>")
+                  .rfind("Document limit exceeded: more than 100000 different names Line 1", 0),
+              0u);
+}
+
+TEST_F(OldDocumentTest, EntitiesAreReplaced) {
+    EXPECT_EQ(Written("<!DOCTYPE a [<!ENTITY e 'x&f;'><!ENTITY f '<b/>y'><!ENTITY g '&#38;#60;1'>]>"
+                      "<a c='&lt;&g;'>&e;&e;&amp;</a>"),
+              "<a c=\"<<1\">x<b/>yx<b/>y&amp;</a>");
+}
+
+TEST_F(OldDocumentTest, EntityBombsInTextEndInAnError) {
+    std::string bomb = "<!ENTITY e0 'lollollollol'>";
+    for (int i = 1; i < 12; ++i) {
+        const std::string inner = "&e" + std::to_string(i - 1) + ";";
+        bomb += "<!ENTITY e" + std::to_string(i) + " '" + Repeated(inner, 10) + "'>";
+    }
+    const std::string type = "<!DOCTYPE a [" + bomb + "]>";
+    EXPECT_EQ(Refusal(type + "<a>&e11;</a>").rfind(kTooMuch, 0), 0u);
+    EXPECT_EQ(Refusal(type + "<a b='&e11;'/>").rfind(kTooMuch, 0), 0u);
+}
+
+TEST_F(OldDocumentTest, OneLongEntityUsedOftenEndsInAnError) {
+    const std::string type = "<!DOCTYPE a [<!ENTITY e '" + std::string(100000, 'x') + "'>]>";
+    EXPECT_EQ(Refusal(type + "<a>" + Repeated("&e;", 30000) + "</a>").rfind(kTooMuch, 0), 0u);
+    EXPECT_EQ(Refusal(type + "<a b='" + Repeated("&e;", 30000) + "'/>").rfind(kTooMuch, 0), 0u);
+    EXPECT_EQ(Refusal(type + "<a>" + Repeated("&e;", 10) + "</a>"), "");
+}
+
+TEST_F(OldDocumentTest, ParameterEntityBombsEndInAnError) {
+    std::string bomb = "<!ENTITY % p0 '<!-- -->'>";
+    for (int i = 1; i < 12; ++i) {
+        const std::string inner = "&#37;p" + std::to_string(i - 1) + ";";
+        bomb += "<!ENTITY % p" + std::to_string(i) + " '" + Repeated(inner, 10) + "'>";
+    }
+    EXPECT_EQ(Refusal("<!DOCTYPE a [" + bomb + "%p11;]><a/>").rfind(kTooMuch, 0), 0u);
+}
+
+TEST_F(OldDocumentTest, AnEntityThatHoldsItselfIsRefused) {
+    EXPECT_NE(Refusal("<!DOCTYPE a [<!ENTITY e '&f;'><!ENTITY f '&e;'>]><a>&e;</a>"), "");
+    EXPECT_NE(Refusal("<!DOCTYPE a [<!ENTITY e '&e;'>]><a b='&e;'/>"), "");
+}
+
+TEST_F(OldDocumentTest, DefaultAttributesThatBlowUpEndInAnError) {
+    const std::string type =
+        "<!DOCTYPE a [<!ATTLIST b c CDATA '" + std::string(100000, 'x') + "'>]>";
+    EXPECT_EQ(Refusal(type + "<a>" + Repeated("<b/>", 10000) + "</a>").rfind(kTooMuch, 0), 0u);
+    const std::string spaces =
+        "<!DOCTYPE a [<!ATTLIST b xmlns CDATA '" + std::string(100000, 'x') + "'>]>";
+    EXPECT_EQ(Refusal(spaces + "<a>" + Repeated("<b/>", 10000) + "</a>").rfind(kTooMuch, 0), 0u);
+}
+
+TEST_F(OldDocumentTest, ExternalFilesAreNotRead) {
+    const std::string words = "external files are not read.";
+    for (const std::string type :
+         {"<!DOCTYPE a SYSTEM 'a.dtd'>", "<!DOCTYPE a [<!ENTITY e SYSTEM 'file:///etc/passwd'>]>",
+          "<!DOCTYPE a [<!ENTITY % e SYSTEM 'http://127.0.0.1:9/x'>%e;]>"})
+        EXPECT_NE(Refusal(type + "<a>&e;</a>").find(words), std::string::npos) << type;
+    EXPECT_EQ(Refusal("<!DOCTYPE a [<!ENTITY e SYSTEM 'x'>]><a>&e;</a>"),
+              "Failed to parse out of date .qeli document. The entity \"e\" is an external file; "
+              "external files are not read.");
+    EXPECT_EQ(Refusal("<!DOCTYPE a SYSTEM 'a.dtd'><a/>"),
+              "Failed to parse out of date .qeli document. Its document type names an external "
+              "file; external files are not read.");
+}
+
+TEST_F(OldDocumentTest, AnEntityThatMightBeDeclaredElsewhereIsRefused) {
+    EXPECT_NE(Refusal("<!DOCTYPE a [<!ENTITY % p ''>%p;]><a>&e;</a>"), "");
+    EXPECT_NE(Refusal("<!DOCTYPE a [<!ENTITY % p ''>%p;]><a b='&e;'/>"), "");
+}
+
+TEST_F(OldDocumentTest, OneTextOf50MegabytesIsParsed) {
+    std::string text = "<a>";
+    while (text.size() < 50000000) text += "1.0 2.5 -3.25e-2 ";
+    const std::size_t size = text.size() - 3;
+    const OldDocument document = ParseText(text + "</a>");
+    const xmlNode* const root = xmlDocGetRootElement(document.tree.get());
+    EXPECT_EQ(FromXml(root->children->content).size(), size);
+    EXPECT_EQ(root->children->next, nullptr);
+}
+
+}  // namespace
