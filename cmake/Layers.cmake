@@ -1,5 +1,6 @@
-# Every library sees only the public headers of the libraries that it names: each gets an include folder of its
-# own in the build tree that holds a link to its public headers and nothing else.
+# Every library sees the public headers of the libraries that it names, and no others: each gets an include folder of
+# its own in the build tree that holds a link to its public headers and nothing else. USES PUBLIC names what its own
+# public headers include, which its users therefore see too; USES PRIVATE what only its sources include.
 
 # A source that calls the operating system ends in _posix or _win32; the other platform's sources are left out.
 function(rigbake_sources result folder)
@@ -14,6 +15,10 @@ endfunction()
 
 function(rigbake_library name)
   cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "USES")
+  cmake_parse_arguments(uses "" "" "PUBLIC;PRIVATE" ${arg_USES})
+  if(uses_UNPARSED_ARGUMENTS)
+    message(FATAL_ERROR "${name}: say PUBLIC or PRIVATE in front of ${uses_UNPARSED_ARGUMENTS}")
+  endif()
   rigbake_sources(sources Libraries/${name})
   set(view ${PROJECT_BINARY_DIR}/include/${name})
   file(MAKE_DIRECTORY ${view})
@@ -21,13 +26,16 @@ function(rigbake_library name)
   if(sources)
     add_library(${name} STATIC ${sources})
     target_include_directories(${name} PUBLIC ${view} PRIVATE ${PROJECT_SOURCE_DIR}/Libraries/${name})
-    target_link_libraries(${name} PUBLIC RigbakeOptions ${arg_USES})
+    target_link_libraries(${name} PUBLIC RigbakeOptions ${uses_PUBLIC} PRIVATE ${uses_PRIVATE})
   else()
     add_library(${name} INTERFACE)
     target_include_directories(${name} INTERFACE ${view})
-    target_link_libraries(${name} INTERFACE RigbakeOptions ${arg_USES})
+    target_link_libraries(${name} INTERFACE RigbakeOptions ${uses_PUBLIC})
   endif()
 endfunction()
+
+# All programs, without their tests.
+add_custom_target(programs)
 
 function(rigbake_program name folder)
   cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "USES")
@@ -36,6 +44,7 @@ function(rigbake_program name folder)
     add_executable(${name} ${sources})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/${folder})
     target_link_libraries(${name} PRIVATE RigbakeOptions ${arg_USES})
+    add_dependencies(programs ${name})
   endif()
 endfunction()
 
@@ -54,4 +63,5 @@ function(rigbake_program_with_library name folder)
   target_link_libraries(${name}Commands PUBLIC RigbakeOptions ${arg_USES})
   add_executable(${name} ${folder}/main.cpp)
   target_link_libraries(${name} PRIVATE ${name}Commands)
+  add_dependencies(programs ${name})
 endfunction()

@@ -24,4 +24,8 @@ void ThrowException(std::string message, const SourcePlace& place) {
     throw Exception(std::move(message), place);
 }
 
+void ThrowInternalError(const SourcePlace& place) {
+    ThrowException(kInternalErrorText, place);
+}
+
 }  // namespace QelTools::Common

@@ -6,9 +6,9 @@
 #include <HashClient/ProxyLog.h>
 #include <HashClient/ProxyMessage.h>
 #include <Platform/Clock.h>
+#include <Platform/ErrorText.h>
 #include <Platform/MessagePipe.h>
 #include <Platform/MessagePipeServer.h>
-#include <Platform/ErrorText.h>
 
 #include <array>
 #include <exception>

@@ -6,8 +6,8 @@
 
 #include <HashClient/QelHashClientUtil.h>
 #include <QelTools/AsciiText.h>
-#include <VokLib/Objects/Nodes/VokJoint.h>
 #include <VokLib/Base/VokException.h>
+#include <VokLib/Objects/Nodes/VokJoint.h>
 #include <VokLib/Tree/VokItHierarchy.h>
 #include <VokLib/Tree/VokScene.h>
 #include <VokLib/Tree/VokWorld.h>
@@ -53,7 +53,7 @@ HeaderContents FromScene(const HeaderOptions& options) {
     HeaderContents contents;
     try {
         const HashRegistry registry;
-        const std::unique_ptr<SkeletonData> skeleton = BuildSkeleton(roots, false, nullptr);
+        const std::unique_ptr<SkeletonData> skeleton = BuildSkeleton(world, roots, false, nullptr);
         contents.signature = skeleton->signature;
         for (const auto& joint : skeleton->joints)
             contents.joints.push_back(

@@ -18,7 +18,7 @@
 class RigScene {
   public:
     explicit RigScene(std::string_view body, const std::string& root = "root")
-        : scene(body), skeleton(scene.Build({root})), index(*skeleton) {}
+        : scene(body), skeleton(scene.Build({root})), index(skeleton->index) {}
 
     RigScene& WithConstraints() { return Set("-outputJointConstraints", "true"); }
     RigScene& WithoutDrivenKeys() { return Set("-outputDrivenKeys", "false"); }
@@ -59,7 +59,7 @@ class RigScene {
 
   public:
     const std::unique_ptr<SkeletonData> skeleton;
-    const SkeletonIndex index;
+    const SkeletonIndex& index;
     VoktRigbake stage{nullptr, kSkeletonForAnimation};
 };
 

@@ -57,7 +57,7 @@ std::vector<VokJoint*> TestScene::Joints(const std::vector<std::string>& names) 
 
 std::unique_ptr<SkeletonData> TestScene::Build(const std::vector<std::string>& roots, bool verbose,
                                                const VoktObjFilter* filter) {
-    return BuildSkeleton(Joints(roots), verbose, filter);
+    return BuildSkeleton(*world, Joints(roots), verbose, filter);
 }
 
 std::vector<std::string> NamesOf(const SkeletonData& skeleton) {

@@ -148,7 +148,7 @@ void ConvertQelHermiteToQelCurve(VokAnimChannel& out, const VokAnimChannel& in) 
         if (!step) AppendCurveSegment(keys, in, k, n);
     }
     if (keys.values.size() != 4 * n * keys.times.size())
-        ThrowVokException("Internal error - please report as a bug", &in);
+        ThrowVokException(QelTools::Common::kInternalErrorText, &in);
     const std::size_t last = in.numKeys - 1;
     keys.times.push_back(in.keyTimes[last]);
     const float* p = in.keyValues.data() + last * n;

@@ -88,7 +88,7 @@ class SampleFeeder {
         else if (mark.kind == Kind::Step)
             fitter.AddStep(mark.time, Pad(mark.before), Pad(mark.after));
         else
-            ThrowVokException("Internal error - please report as a bug", &channel);
+            ThrowVokException(QelTools::Common::kInternalErrorText, &channel);
     }
 
     /// Several marks at one sample are one: from what stands before the first to what stands after

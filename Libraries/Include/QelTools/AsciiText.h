@@ -6,7 +6,9 @@
 /// Letter case by ASCII alone: no locale decides how a name compares or what it becomes.
 namespace QelTools::Common {
 
-constexpr char ToLowerAscii(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c; }
+constexpr char ToLowerAscii(char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
 
 std::string ToLowerAscii(std::string_view text);
 

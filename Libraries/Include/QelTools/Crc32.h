@@ -23,8 +23,8 @@ inline constexpr std::array<std::uint32_t, 256> kCrcTable = MakeCrcTable();
 
 }  // namespace Detail
 
-/// CRC-32 of IEEE 802.3 in reflected form (polynomial 0xEDB88320, initial value all ones, final complement). Bytes
-/// count as unsigned. The empty text gives 0.
+/// CRC-32 of IEEE 802.3 in reflected form (polynomial 0xEDB88320, initial value all ones, final
+/// complement). Bytes count as unsigned. The empty text gives 0.
 constexpr std::uint32_t Crc32(std::string_view text) {
     std::uint32_t value = 0xFFFFFFFFu;
     for (const char c : text)

@@ -8,12 +8,12 @@
 
 namespace QelTools::Common {
 
-/// Base of a class of which one object exists at a time. The template owns nothing: whoever brings the service up
-/// creates the object and deletes it. `T` derives from `Singleton<T>` and names itself in a static
-/// `const char* SingletonName()`.
+/// Base of a class of which one object exists at a time. The template owns nothing: whoever brings
+/// the service up creates the object and deletes it. `T` derives from `Singleton<T>` and names
+/// itself in a static `const char* SingletonName()`.
 ///
-/// A second object, a destructor without an object and a `Get()` without one throw a TextException whose text
-/// begins with the operation's name, written out the same way with every compiler.
+/// A second object, a destructor without an object and a `Get()` without one throw a TextException
+/// whose text begins with the operation's name, written out the same way with every compiler.
 template <class T>
 class Singleton : private boost::noncopyable {
   public:

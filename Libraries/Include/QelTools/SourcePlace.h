@@ -4,8 +4,9 @@
 
 namespace QelTools::Common {
 
-/// Where in the sources a failure was raised: the file's path from the repository's root, with forward slashes,
-/// so that a report reads the same on every machine. Made by the default argument of a throwing helper.
+/// Where in the sources a failure was raised: the file's path from the repository's root, with
+/// forward slashes, so that a report reads the same on every machine. Made by the default argument
+/// of a throwing helper.
 struct SourcePlace {
     const char* file = "";
     int line = 0;

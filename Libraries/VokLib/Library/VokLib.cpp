@@ -16,6 +16,8 @@
 #include <utility>
 #include <vector>
 
+const char* const kVokLibVersion = RIGBAKE_VERSION;
+
 namespace {
 
 /// Documents older than 1_9_0 do not tell the form of their file names.

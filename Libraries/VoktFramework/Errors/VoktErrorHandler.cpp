@@ -7,25 +7,21 @@
 
 namespace {
 
-struct Description {
-    int id;
-    const char* text;
-};
-
-constexpr Description kFrameworkDescriptions[] = {
-    {0, "An unknown error occurred"},
-    {1, "An internal error occurred"},
-    {2, "An internal error occurred"},
-    {100, "An error occurred while adding components to the tool"},
-    {101, "An error occurred while parsing the command line"},
-    {102, "An error occurred while validating arguments"},
-    {103, "An error occurred during tool processing"},
-    {200, "Unhandled argument"},
-    {201, "Unable to establish communication with hash server"},
-    {202, "A problem occurred while importing references"},
-    {203, "Unimplemented virtual method"},
-    {204, "Cannot open file for write"},
-    {10000, "An unknown warning occurred"},
+/// What the framework itself reports; a stage registers the numbers of its own.
+constexpr VoktErrorId kFrameworkIds[] = {
+    VoktErrorId::Unknown,
+    VoktErrorId::SceneFailure,
+    VoktErrorId::InternalFailure,
+    VoktErrorId::AddingComponents,
+    VoktErrorId::CommandLine,
+    VoktErrorId::Validation,
+    VoktErrorId::Processing,
+    VoktErrorId::UnhandledArgument,
+    VoktErrorId::HashServer,
+    VoktErrorId::References,
+    VoktErrorId::UnimplementedMethod,
+    VoktErrorId::CannotOpenForWrite,
+    VoktErrorId::UnknownWarning,
 };
 
 std::string OnOneLine(std::string text) {
@@ -48,8 +44,7 @@ const char* SeverityText(const VoktError& error) {
 }  // namespace
 
 VoktErrorHandler::VoktErrorHandler() {
-    for (const Description& description : kFrameworkDescriptions)
-        Register(description.id, description.text);
+    for (const VoktErrorId id : kFrameworkIds) Register(id);
 }
 
 VoktErrorHandler::~VoktErrorHandler() noexcept(false) = default;
@@ -73,6 +68,10 @@ void VoktErrorHandler::Register(int id, const std::string& text) {
     const auto [entry, isNew] = descriptions.emplace(id, text);
     if (!isNew && entry->second != text)
         QelTools::Common::ThrowException("Duplicate VoktError id registered");
+}
+
+void VoktErrorHandler::Register(VoktErrorId id) {
+    Register(static_cast<int>(id), VoktErrorText(id));
 }
 
 std::size_t VoktErrorHandler::CountErrors() const {

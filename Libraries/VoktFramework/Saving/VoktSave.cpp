@@ -4,7 +4,6 @@
 
 namespace {
 
-constexpr int kUnhandledArgument = 200;
 constexpr const char* kForceWrite = "-forceWrite";
 
 }  // namespace
@@ -27,7 +26,7 @@ void VoktSave::ReadFlags(const VoktCommandLineSyntax& syntax) {
 }
 
 void VoktSave::SetFlag(const std::string& name, const std::string& value) {
-    if (name != kForceWrite) throw VoktError(kUnhandledArgument, name);
+    if (name != kForceWrite) throw VoktError(VoktErrorId::UnhandledArgument, name);
     // Only the lower case word is false, although the parser takes others.
     forceWrite = value != "0" && value != "false";
 }

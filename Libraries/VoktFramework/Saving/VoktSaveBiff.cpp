@@ -12,7 +12,6 @@
 
 namespace {
 
-constexpr int kCannotOpenForWrite = 204;
 constexpr std::string_view kOpenFailed = "Failed to open file for Biff write.";
 constexpr const char* kOut = "-out";
 
@@ -83,7 +82,7 @@ void VoktSaveBiff::Process(VoktUniverse& universe) {
             break;
         }
         default:
-            QelTools::Common::ThrowException("Internal error - please report as a bug");
+            QelTools::Common::ThrowInternalError();
     }
 }
 
@@ -95,6 +94,6 @@ void VoktSaveBiff::Save(const std::string& filename, VoktAtomBiff& atom, bool bi
         atom.block.WriteToPath(path, bigEndian ? 1 : 0);
     } catch (const std::exception& failure) {
         if (failure.what() != kOpenFailed) throw;
-        throw VoktError(kCannotOpenForWrite, std::string(kOpenFailed));
+        throw VoktError(VoktErrorId::CannotOpenForWrite, std::string(kOpenFailed));
     }
 }

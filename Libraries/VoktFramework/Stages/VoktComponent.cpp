@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr int kUnhandledArgument = 200;
 constexpr std::uint32_t kOptionsOfAList = VoktCommandLineSyntax::kMultiUse;
 
 template <class Row>
@@ -119,7 +118,7 @@ void VoktComponent::SetFlag(const std::string& name, const std::string& value) {
     } else if (const VoktSwitchFlagDefinition* sw = FindRow(switchFlags, switchFlagCount, name)) {
         sw->boolMember(*this) = true;
     } else if (valueFlagCount != 0 || switchFlagCount != 0) {
-        throw VoktError(kUnhandledArgument, name);
+        throw VoktError(VoktErrorId::UnhandledArgument, name);
     }
 }
 

@@ -14,7 +14,6 @@
 
 namespace {
 
-constexpr int kUnhandledArgument = 200;
 constexpr int kQuiet = 0;
 constexpr int kVerbose = 2;
 constexpr const char* kAutoUpdate = "-autoupdate";
@@ -59,7 +58,7 @@ void VoktLoadQeli::SetFlag(const std::string& name, const std::string& value) {
     } else if (name == kQuietLoad) {
         VokUpdate::Get().SetVerbosity(kQuiet);
     } else {
-        throw VoktError(kUnhandledArgument, name);
+        throw VoktError(VoktErrorId::UnhandledArgument, name);
     }
 }
 

@@ -23,8 +23,7 @@ void VoktMultipleWorldComponent::Process(VoktUniverse& universe) {
 }
 
 VokWorld& VoktMultipleWorldComponent::GetCurrentWorld() const {
-    if (currentWorld == nullptr)
-        QelTools::Common::ThrowException("Internal error - please report as a bug");
+    if (currentWorld == nullptr) QelTools::Common::ThrowInternalError();
     return *currentWorld;
 }
 

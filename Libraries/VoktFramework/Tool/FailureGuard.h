@@ -7,7 +7,7 @@
 /// Runs a step of the tool. What it throws comes out as a VoktError: one as it is, everything else
 /// under the step's id, with a standard exception's text as cause.
 template <class Step>
-void GuardStep(int id, Step step) {
+void GuardStep(VoktErrorId id, Step step) {
     try {
         step();
     } catch (const VoktError&) {
@@ -22,18 +22,16 @@ void GuardStep(int id, Step step) {
 /// The same for the work itself, where failures of the libraries keep their message, position and
 /// cause object.
 template <class Step>
-void GuardProcessing(int id, Step step) {
-    constexpr int kSceneFailure = 1;
-    constexpr int kInternalFailure = 2;
+void GuardProcessing(VoktErrorId id, Step step) {
     GuardStep(id, [&step] {
         try {
             step();
         } catch (const VoktError&) {
             throw;
         } catch (const VokException& failure) {
-            throw VoktError(failure, kSceneFailure);
+            throw VoktError(failure, VoktErrorId::SceneFailure);
         } catch (const QelTools::Common::Exception& failure) {
-            throw VoktError(failure, kInternalFailure);
+            throw VoktError(failure, VoktErrorId::InternalFailure);
         }
     });
 }

@@ -19,16 +19,6 @@
 
 using QelTools::Common::ThrowException;
 
-namespace {
-
-constexpr int kUnknownFailure = 0;
-constexpr int kAddingFailure = 100;
-constexpr int kCommandLineFailure = 101;
-constexpr int kValidationFailure = 102;
-constexpr int kProcessingFailure = 103;
-
-}  // namespace
-
 VoktTool::VoktTool() : failuresOnTheirWay(std::uncaught_exceptions()) {}
 
 VoktTool::~VoktTool() noexcept(false) {
@@ -60,9 +50,9 @@ void VoktTool::Run(int argc, const char* const* argv) {
     } catch (const VoktError& error) {
         handler->Add(error);
     } catch (const std::bad_alloc& failure) {
-        handler->Add(VoktError(kUnknownFailure, failure.what()));
+        handler->Add(VoktError(VoktErrorId::Unknown, failure.what()));
     } catch (...) {
-        handler->Add(VoktError(kUnknownFailure));
+        handler->Add(VoktError(VoktErrorId::Unknown));
     }
     handler->Print(std::cout);
     const std::size_t errors = handler->CountErrors();
@@ -73,21 +63,21 @@ void VoktTool::Run(int argc, const char* const* argv) {
 void VoktTool::Execute(int argc, const char* const* argv) {
     PrintBanner(argc > 0 ? argv[0] : "");
     args.assign(argv, argv + argc);
-    GuardStep(kAddingFailure, [this] {
+    GuardStep(VoktErrorId::AddingComponents, [this] {
         AddComponents();
         InitialiseComponents();
         DefineFlags();
     });
     if (argc == 1) {
-        GuardStep(kCommandLineFailure, [this] { PrintHelp(); });
+        GuardStep(VoktErrorId::CommandLine, [this] { PrintHelp(); });
         return;
     }
-    GuardStep(kCommandLineFailure, [this, argc, argv] {
+    GuardStep(VoktErrorId::CommandLine, [this, argc, argv] {
         syntax.Parse(argc, argv, 1);
         ReadFlags();
     });
-    GuardStep(kValidationFailure, [this] { Validate(); });
-    GuardProcessing(kProcessingFailure, [this] { StartLogAndProcess(); });
+    GuardStep(VoktErrorId::Validation, [this] { Validate(); });
+    GuardProcessing(VoktErrorId::Processing, [this] { StartLogAndProcess(); });
 }
 
 void VoktTool::InitialiseComponents() {

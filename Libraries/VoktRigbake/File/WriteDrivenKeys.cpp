@@ -55,7 +55,7 @@ class ObjectTable {
 
 std::uint32_t FindExternal(const ExternalChannels& channels, std::uint32_t hash) {
     const std::int32_t place = channels.FindPlace(hash);
-    if (place == -1) QelTools::Common::ThrowException("Internal error - please report as a bug");
+    if (place == -1) QelTools::Common::ThrowInternalError();
     return static_cast<std::uint32_t>(place);
 }
 

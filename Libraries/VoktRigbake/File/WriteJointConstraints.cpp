@@ -20,7 +20,6 @@ using QelTools::Common::ThrowException;
 
 namespace {
 
-constexpr const char* kInternalError = "Internal error - please report as a bug";
 constexpr std::uint16_t kNoSlot = 0xFFFF;
 
 /// What says in the file where the up direction of an aim constraint comes from.
@@ -88,7 +87,7 @@ class ConstraintWriter {
 
     std::uint32_t FindSlot(std::int32_t joint) const {
         const auto found = slots.find(joint);
-        if (found == slots.end()) ThrowException(kInternalError);
+        if (found == slots.end()) QelTools::Common::ThrowInternalError();
         return found->second;
     }
 

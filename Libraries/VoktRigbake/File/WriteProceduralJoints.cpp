@@ -3,6 +3,7 @@
 #include "File/FileTables.h"
 
 #include <VoktRigbake/Procedural/ProceduralJoints.h>
+#include <VoktRigbake/Skeleton/SkeletonData.h>
 
 namespace {
 
@@ -55,9 +56,8 @@ void AppendChannels(const ExternalChannels& channels, std::uint32_t label, Biff:
 
 }  // namespace
 
-void AppendProceduralJoints(const ProceduralJoints& procedural, const SkeletonData& skeleton,
-                            Biff::CBlock& block) {
-    const SkeletonIndex index(skeleton);
+void WriteProceduralJoints(const ProceduralJoints& procedural, const SkeletonData& skeleton,
+                           Biff::CBlock& block) {
     const Labels labels(procedural.items.size());
     AppendHeader(procedural, labels, block);
     block.AppendAlign(4);
@@ -69,7 +69,7 @@ void AppendProceduralJoints(const ProceduralJoints& procedural, const SkeletonDa
     for (const std::uint32_t label : labels.ofItems) AppendRelativeOffset(block, label);
     for (std::size_t i = 0; i < procedural.items.size(); ++i) {
         BeginTable(block, labels.ofItems[i]);
-        AppendItem(procedural.items[i], procedural, index, block);
+        AppendItem(procedural.items[i], procedural, skeleton.index, block);
     }
     BeginTable(block, labels.itemsEnd);
     AppendChannels(procedural.externalInputs, labels.externalInputs, block);

@@ -7,5 +7,5 @@ struct ProceduralJoints;
 struct SkeletonData;
 
 /// Appends the "PJ01" block; `block` stands at a multiple of 16.
-void AppendProceduralJoints(const ProceduralJoints& procedural, const SkeletonData& skeleton,
-                            Biff::CBlock& block);
+void WriteProceduralJoints(const ProceduralJoints& procedural, const SkeletonData& skeleton,
+                           Biff::CBlock& block);

@@ -106,7 +106,7 @@ bool WriteSkeleton(const SkeletonData& skeleton, Biff::CBlock& block,
     }
     if (procedural != nullptr) {
         BeginTable(block, labels.procedural);
-        AppendProceduralJoints(*procedural, skeleton, block);
+        WriteProceduralJoints(*procedural, skeleton, block);
         BeginTable(block, labels.proceduralEnd);
     }
     return true;

@@ -10,6 +10,7 @@
 #include <VokLib/Objects/Constraints/VokConstraint.h>
 #include <VokLib/Tree/VokWorld.h>
 #include <VoktRigbake/Procedural/ProceduralJoints.h>
+#include <VoktRigbake/Skeleton/SkeletonData.h>
 
 #include <iostream>
 
@@ -45,7 +46,7 @@ class ItemBuilder {
             case StageClass::Blends:
                 return ApplyBlends();
         }
-        ThrowException("Internal error - please report as a bug");
+        QelTools::Common::ThrowInternalError();
     }
 
   private:
@@ -104,8 +105,7 @@ std::unique_ptr<ProceduralJoints> BuildProceduralJoints(const ProceduralOptions&
     }
 
     auto procedural = std::make_unique<ProceduralJoints>();
-    const SkeletonIndex index(skeleton);
-    ItemBuilder builder(scene, index, *procedural);
+    ItemBuilder builder(scene, skeleton.index, *procedural);
     for (const Stage& stage : stages) builder.AddStage(stage);
     if (procedural->items.empty()) return nullptr;
     procedural->externalInputs.Sort();

@@ -13,8 +13,7 @@ bool IsBefore(const ExternalChannel& channel, std::uint32_t hash) {
 }  // namespace
 
 void ExternalChannels::Add(const ExternalChannel& channel) {
-    if (!hashes.insert(channel.channelHash).second)
-        QelTools::Common::ThrowException("Internal error - please report as a bug");
+    if (!hashes.insert(channel.channelHash).second) QelTools::Common::ThrowInternalError();
     channels.push_back(channel);
 }
 

@@ -52,7 +52,7 @@ void CheckTarget(const VokObj* target, const VokObj* constrained, const std::str
 
 void JointConstraints::Validate(const VokConstraint* constraint,
                                 const SkeletonIndex& skeleton) const {
-    if (constraint == nullptr) ThrowException("Internal error - please report as a bug");
+    if (constraint == nullptr) QelTools::Common::ThrowInternalError();
     const std::string name = "constraint " + constraint->GetName();
     const VokObj* constrained = constraint->constrained.FindTarget();
     if (!IsJoint(constrained))

@@ -10,7 +10,6 @@
 
 #include <iostream>
 #include <string>
-#include <unordered_map>
 #include <unordered_set>
 
 namespace {
@@ -73,17 +72,16 @@ void PrintJoint(const FoundJoint& found, std::int32_t parent) {
 }
 
 void FillList(const std::vector<FoundJoint>& joints, bool verbose, SkeletonData& skeleton) {
-    std::unordered_map<const VokJoint*, std::int32_t> indices;
     std::vector<const FoundJoint*> byIndex(joints.size());
+    skeleton.index.Reserve(joints.size());
     for (const FoundJoint& found : joints) {
-        indices.emplace(found.joint, found.index);
+        skeleton.index.Add(*found.joint, found.index);
         byIndex[static_cast<std::size_t>(found.index)] = &found;
     }
     JointList list(skeleton);
     for (const FoundJoint* found : byIndex) {
         // A parent that the filter left out has no index, as if there were none.
-        const auto parent = indices.find(found->parent);
-        const std::int32_t parentIndex = parent == indices.end() ? -1 : parent->second;
+        const std::int32_t parentIndex = skeleton.index.Find(found->parent);
         if (verbose) PrintJoint(*found, parentIndex);
         if (parentIndex >= found->index)
             ThrowVokException("Joint comes before parent joint in hierarchy");
@@ -93,18 +91,19 @@ void FillList(const std::vector<FoundJoint>& joints, bool verbose, SkeletonData&
 
 }  // namespace
 
-std::unique_ptr<SkeletonData> BuildSkeleton(const std::vector<VokJoint*>& roots, bool verbose,
+std::unique_ptr<SkeletonData> BuildSkeleton(const VokWorld& world,
+                                            const std::vector<VokJoint*>& roots, bool verbose,
                                             const VoktObjFilter* filter) {
     if (roots.empty()) return nullptr;
     auto skeleton = std::make_unique<SkeletonData>();
     skeleton->roots = roots;
-    const LodSets lodSets(roots);
+    const LodSets lodSets(world, roots);
     std::vector<FoundJoint> joints = FindJoints(roots, filter, lodSets);
     NumberJoints(joints);
     if (verbose) PrintOrder(joints);
     FillList(joints, verbose, *skeleton);
     skeleton->lodCounts = lodSets.CountMembers();
-    FillLocalTransforms(*skeleton);
+    FillLocalTransforms(world, *skeleton);
     skeleton->signature = ComputeSkeletonSignature(*skeleton);
     return skeleton;
 }

@@ -33,10 +33,10 @@ std::int32_t ReadLevel(const VokObjSet& set) {
 
 }  // namespace
 
-LodSets::LodSets(const std::vector<VokJoint*>& roots) : rootCount(roots.size()) {
-    const VokWorld* world = roots.front()->GetWorld();
-    for (std::size_t i = 0; i < world->GetChildCount(); ++i) {
-        const auto* set = ExactCast<VokObjSet>(world->GetChild(i));
+LodSets::LodSets(const VokWorld& world, const std::vector<VokJoint*>& roots)
+    : rootCount(roots.size()) {
+    for (std::size_t i = 0; i < world.GetChildCount(); ++i) {
+        const auto* set = ExactCast<VokObjSet>(world.GetChild(i));
         if (set != nullptr && IsLodSet(*set)) Read(*set, roots);
     }
 }

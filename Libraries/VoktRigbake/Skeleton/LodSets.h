@@ -7,6 +7,7 @@
 #include <vector>
 
 class VokJoint;
+class VokWorld;
 class VokObj;
 class VokObjSet;
 
@@ -17,7 +18,7 @@ class LodSets {
     /// Reads the sets of the roots' world. Only joints at or beneath a root count as members.
     /// Throws a VokException on the first set with a malformed name, a member without an object or
     /// a member that is no joint.
-    explicit LodSets(const std::vector<VokJoint*>& roots);
+    LodSets(const VokWorld& world, const std::vector<VokJoint*>& roots);
 
     /// The level of the first set that holds `joint`, or 0.
     std::int32_t FindLevel(const VokJoint* joint) const;

@@ -18,10 +18,6 @@ namespace {
 
 constexpr const char* kMultiRootFlag = "-multiRoot";
 
-constexpr int kMultipleSkeletonsWarning = 10100;
-constexpr const char* kMultipleSkeletonsText =
-    "Multiple skeletons found. Only the first one will be exported without -multiRoot option.";
-
 void FindRoots(const VokWorld& world, const VoktObjFilter* filter, std::vector<VokJoint*>& roots) {
     VokItHierarchy it(world.GetHierarchy(), VokItHierarchy::Kind::DepthFirst, VokJoint::TypeId());
     while (!it.AtEnd()) {
@@ -43,7 +39,7 @@ void CheckParents(const std::vector<VokJoint*>& roots) {
 
 VoktFindRootJoints::VoktFindRootJoints(const VoktObjFilter* objectFilter)
     : VoktMultipleWorldComponent(objectFilter) {
-    VoktErrorHandler::Get().Register(kMultipleSkeletonsWarning, kMultipleSkeletonsText);
+    VoktErrorHandler::Get().Register(VoktErrorId::MultipleSkeletons);
 }
 
 void VoktFindRootJoints::AddFlags(VoktCommandLineSyntax& syntax) {
@@ -69,7 +65,7 @@ void VoktFindRootJoints::ProcessWorld(VoktUniverse& universe) {
     if (multiRoot) {
         CheckParents(roots);
     } else if (roots.size() > 1) {
-        VoktErrorHandler::Get().Add(VoktError(kMultipleSkeletonsWarning));
+        VoktErrorHandler::Get().Add(VoktError(VoktErrorId::MultipleSkeletons));
         roots.resize(1);
     }
 }

@@ -22,10 +22,6 @@ constexpr const char* kOutputDrivenKeysFlag = "-outputDrivenKeys";
 constexpr const char* kOutputJointConstraintsFlag = "-outputJointConstraints";
 constexpr const char* kDebugDependenciesFlag = "-debugDependencies";
 
-constexpr int kUnhandledArgumentError = 200;
-constexpr int kNoSkeletonError = 1100;
-constexpr const char* kNoSkeletonText = "No skeleton found";
-
 /// Only these two texts are false, letter case included.
 bool IsOn(const std::string& value) {
     return value != "0" && value != "false";
@@ -35,7 +31,7 @@ bool IsOn(const std::string& value) {
 
 VoktRigbake::VoktRigbake(const VoktObjFilter* objectFilter, std::uint32_t use)
     : VoktOneWorldComponent(objectFilter), skeletonUse(use) {
-    VoktErrorHandler::Get().Register(kNoSkeletonError, kNoSkeletonText);
+    VoktErrorHandler::Get().Register(VoktErrorId::NoSkeleton);
 }
 
 void VoktRigbake::AddFlags(VoktCommandLineSyntax& syntax) {
@@ -65,7 +61,7 @@ void VoktRigbake::SetFlag(const std::string& name, const std::string& value) {
     else if (name == kOutputJointConstraintsFlag)
         procedural.jointConstraints = IsOn(value);
     else
-        throw VoktError(kUnhandledArgumentError, name);
+        throw VoktError(VoktErrorId::UnhandledArgument, name);
 }
 
 void VoktRigbake::Process(VoktUniverse& universe) {
@@ -79,8 +75,8 @@ void VoktRigbake::Process(VoktUniverse& universe) {
     universe.Add(std::move(atom), "skeleton");
 
     const std::unique_ptr<SkeletonData> skeleton =
-        BuildSkeleton(roots->joints, verboseSkeleton, filter);
-    if (skeleton == nullptr) throw VoktError(kNoSkeletonError);
+        BuildSkeleton(world, roots->joints, verboseSkeleton, filter);
+    if (skeleton == nullptr) throw VoktError(VoktErrorId::NoSkeleton);
     const std::unique_ptr<ProceduralJoints> joints =
         BuildProceduralJoints(procedural, world, *skeleton);
     if (!WriteSkeleton(*skeleton, block, joints.get(), skeletonUse))

@@ -51,7 +51,7 @@ struct HandMade {
         ProceduralJoints procedural;
         procedural.items.emplace_back(constraints);
         Biff::CBlock block;
-        AppendProceduralJoints(procedural, *rig.skeleton, block);
+        WriteProceduralJoints(procedural, *rig.skeleton, block);
         return WriteBytes(block, bigEndian ? Biff::kBigEndian : Biff::kLittleEndian);
     }
     std::string Failure() {

@@ -42,7 +42,7 @@ TEST(BuildSkeleton, JointsAreTiedToParentsChildrenAndSiblings) {
 }
 
 TEST(BuildSkeleton, NoRootsMakeNoSkeleton) {
-    EXPECT_EQ(BuildSkeleton({}, false, nullptr), nullptr);
+    EXPECT_EQ(BuildSkeleton(VokWorld(), {}, false, nullptr), nullptr);
 }
 
 TEST(BuildSkeleton, NamesAreHashedInLowerCaseWithoutNamespaces) {
@@ -53,7 +53,7 @@ TEST(BuildSkeleton, NamesAreHashedInLowerCaseWithoutNamespaces) {
 
 TEST(BuildSkeleton, BytesFrom0x80UpKeepTheirCaseInTheHash) {
     TestScene scene("<scene><joint name=\"\xC4rm\"/></scene>");
-    const auto skeleton = BuildSkeleton(scene.Joints({"\xC4rm"}), false, nullptr);
+    const auto skeleton = BuildSkeleton(scene.World(), scene.Joints({"\xC4rm"}), false, nullptr);
     EXPECT_EQ(skeleton->joints[0]->nameHash, NaiveHash("\xC4rm"));
 }
 

@@ -54,7 +54,7 @@ TEST(LodSets, MemberThatWasDeletedIsRefused) {
     TestScene scene(kScene + Set("skelLodSet1", {"||root|a"}));
     VokJoint* root = scene.Joint("root");
     root->DeleteChild(scene.Joint("a"));
-    EXPECT_EQ(ThrownText([&] { BuildSkeleton({root}, false, nullptr); }),
+    EXPECT_EQ(ThrownText([&] { BuildSkeleton(scene.World(), {root}, false, nullptr); }),
               "Can't get object from path in set {|skelLodSet1}");
 }
 

@@ -198,8 +198,8 @@ TEST(TurnWorld, AMiddleAngleThatRoundingTakesPastAPoleIsNotANumberInTheFile) {
     EXPECT_EQ(BitsOf(rotation.x, 0, rotation.z),
               (std::array<std::uint32_t, 3>{0x3FF5B462, 0, 0xBFC90FDB}));
     // Nothing of the rotation is a number then.
-    const std::string bytes = WriteBytes(*scene.Build({"a"}), 1,
-                                         "transforms[0].rotation[0] is not a number");
+    const std::string bytes =
+        WriteBytes(*scene.Build({"a"}), 1, "transforms[0].rotation[0] is not a number");
     EXPECT_NE(bytes.find(FromHex("7FC00000 7FC00000 7FC00000 7FC00000")), std::string::npos);
 }
 

@@ -29,8 +29,8 @@ VokMatrix Inverse(const VokMatrix& m);
 /// The quaternion of a rotation matrix; reads the upper 3 x 3 elements.
 VokQuaternion ToQuaternion(const VokMatrix& m);
 VokQuaternion EulerToQuaternion(const EulerRotation& euler);
-/// The angles, in radians, of a unit quaternion: away from the poles the inverse of EulerToQuaternion. A quaternion
-/// that rounding has taken past a pole gives a not-a-number.
+/// The angles, in radians, of a unit quaternion: away from the poles the inverse of
+/// EulerToQuaternion. A quaternion that rounding has taken past a pole gives a not-a-number.
 EulerRotation QuaternionToEuler(const VokQuaternion& q, RotationOrder order);
 
 }  // namespace VokMath

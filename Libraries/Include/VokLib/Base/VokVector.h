@@ -18,11 +18,14 @@ struct alignas(16) VokVector4 {
     bool operator==(const VokVector4&) const = default;
 };
 
-/// Sixteen floats, row-major, for row vectors: a point transforms as p' = p x M, the translation is the fourth row.
+/// Sixteen floats, row-major, for row vectors: a point transforms as p' = p x M, the translation is
+/// the fourth row.
 struct alignas(16) VokMatrix {
     std::array<std::array<float, 4>, 4> rows{};
     std::array<float, 4>& operator[](int row) { return rows[static_cast<unsigned>(row)]; }
-    const std::array<float, 4>& operator[](int row) const { return rows[static_cast<unsigned>(row)]; }
+    const std::array<float, 4>& operator[](int row) const {
+        return rows[static_cast<unsigned>(row)];
+    }
     bool operator==(const VokMatrix&) const = default;
 };
 

@@ -19,4 +19,4 @@ class VokLib {
 };
 
 /// The version of the library; the document format has a version of its own.
-inline constexpr const char* kVokLibVersion = "1.28.3";
+extern const char* const kVokLibVersion;

@@ -41,6 +41,8 @@ class VoktErrorHandler : public QelTools::Common::Singleton<VoktErrorHandler> {
     /// Gives an id its text. The same text again is harmless; another one throws a QelTools
     /// Exception.
     void Register(int id, const std::string& text);
+    /// The same for a number of the tool's own, with its text.
+    void Register(VoktErrorId id);
 
     /// How many records make the run a failed one.
     std::size_t CountErrors() const;

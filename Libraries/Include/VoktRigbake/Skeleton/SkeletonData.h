@@ -1,6 +1,7 @@
 #pragma once
 
 #include <VokLib/Base/VokVector.h>
+#include <VoktRigbake/Skeleton/SkeletonIndex.h>
 
 #include <cstdint>
 #include <memory>
@@ -28,6 +29,7 @@ struct SkeletonJoint {
 struct SkeletonData {
     std::uint32_t signature = 0;
     std::vector<std::unique_ptr<SkeletonJoint>> joints;
+    SkeletonIndex index;  ///< of the joints
     std::vector<VokJoint*> roots;
     /// How many members each level of detail has, by ascending level; a set counts once for each
     /// root.

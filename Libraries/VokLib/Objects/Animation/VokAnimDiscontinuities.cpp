@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr const char* kNoTime = "Internal error - please report as a bug";
+constexpr const char* kNoTime = QelTools::Common::kInternalErrorText;
 constexpr const char* kUnknownInStep = "Unrecognised tag while parsing animation discontiniuties.";
 constexpr const char* kTagInValue = "Error when parsing animation discontinuities.";
 constexpr const char* kNoComponents = "AnimationDiscontinuities component count must be non-zero.";

@@ -27,7 +27,7 @@ std::span<const VokAttributeRow<VokMotionPath>> VokMotionPath::AttributeRows() {
          .write =
              [](const VokMotionPath& path, VokAttributes& attributes) {
                  const auto text = kParameterisations.TextOf(path.parameterisation);
-                 if (!text) ThrowVokException("Internal error - please report as a bug", &path);
+                 if (!text) ThrowVokException(QelTools::Common::kInternalErrorText, &path);
                  attributes.SetString("parameterisation", *text);
              }},
         // Absent reads as false, although a new motion path orients.
