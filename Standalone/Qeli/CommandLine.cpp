@@ -58,8 +58,10 @@ bool IsUnknownCommand(const CLI::App& app, int argc, const char* const* argv) {
 CLI::App* AddConvert(CLI::App& app, Arguments& arguments) {
     CLI::App* const command = app.add_subcommand(
         "convert",
-        "Write a document, whatever its version, as a current one. OUT may be IN. Relative file "
-        "names are rewritten when OUT stands in another folder.");
+        "Write a document as one of the current version. Every version since 1_0_4 is brought up "
+        "to "
+        "date. OUT may be IN. Relative file names are rewritten when OUT stands in another "
+        "folder.");
     command->add_option("IN", arguments.in, "The document to read")->required()->type_name("");
     command->add_option("OUT", arguments.out, "The document to write; - is standard output")
         ->required()
@@ -68,8 +70,10 @@ CLI::App* AddConvert(CLI::App& app, Arguments& arguments) {
 }
 
 CLI::App* AddCheck(CLI::App& app, Arguments& arguments) {
-    CLI::App* const command =
-        app.add_subcommand("check", "Load documents and say which are fine and what is wrong.");
+    CLI::App* const command = app.add_subcommand(
+        "check",
+        "Load documents and say which are fine, in what version they are and whether that needs "
+        "the update, and what is wrong.");
     command->add_option("IN", arguments.documents, "The documents to read")
         ->required()
         ->type_name("");

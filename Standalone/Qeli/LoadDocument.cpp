@@ -7,6 +7,7 @@
 #include <VokLib/Base/VokException.h>
 #include <VokLib/Document/VokParse.h>
 #include <VokLib/Document/VokParseFailure.h>
+#include <VokLib/Document/VokUpdateFailure.h>
 #include <VokLib/Tree/VokWorld.h>
 
 #include <algorithm>
@@ -46,14 +47,26 @@ int NumberBehind(std::string_view text, std::string_view word) {
     return std::sscanf(rest.c_str(), "%d", &number) == 1 ? number : 0;
 }
 
-/// The parser's own messages end in the place; it is the more exact one where a limit was met.
-void TakePlaceFromWords(FailurePlace& place, std::string_view words) {
-    const bool isParsers = words.starts_with("Libxml2 parse error: ") ||
+/// The parser's own messages end in the place; it is the more exact one where a limit was met. Of a
+/// document that was brought up to date, the reader sees another text than the user.
+void TakePlaceFromWords(FailurePlace& place, std::string_view words,
+                        const VokDocumentVersion& version) {
+    const bool isOldText = words.starts_with("Failed to parse out of date .qeli document. ");
+    const bool isReaders = words.starts_with("Libxml2 parse error: ") ||
                            words.starts_with("Document limit exceeded: ");
-    const int line = isParsers ? NumberBehind(words, " Line ") : 0;
+    const bool isUsersText = version.use != VokVersionUse::Updated || isOldText ||
+                             words.find(" in \"") == std::string_view::npos;
+    const int line = (isOldText || isReaders) && isUsersText ? NumberBehind(words, " Line ") : 0;
     if (line == 0) return;
     place.line = line;
     place.column = NumberBehind(words, " Column ");
+}
+
+/// The last thing that a stylesheet said: why it gave up.
+std::string ReasonLine(std::string_view messages) {
+    while (messages.ends_with('\n')) messages.remove_suffix(1);
+    if (messages.empty()) return {};
+    return "\n    " + ReadableText(std::string(messages.substr(messages.rfind('\n') + 1)));
 }
 
 void ReplaceAll(std::string& text, const std::string& from, const std::string& to) {
@@ -64,11 +77,13 @@ void ReplaceAll(std::string& text, const std::string& from, const std::string& t
 
 }  // namespace
 
-void LoadDocument(VokWorld& world, const std::string& path, const std::string& shownPath) {
+VokDocumentVersion LoadDocument(VokWorld& world, const std::string& path,
+                                const std::string& shownPath) {
     VokParse reader;
     reader.SetAllowUpdate(true);
     try {
         reader.ParseFile(world, path);
+        return GetDocumentVersion(reader);
     } catch (const std::exception& failure) {
         const VokParseFailure& stop = GetParseFailure(reader);
         FailurePlace place{shownPath, stop.line, stop.column, stop.object};
@@ -77,7 +92,9 @@ void LoadDocument(VokWorld& world, const std::string& path, const std::string& s
             place.object = fromObject->GetCauseObject();
 
         std::string words = failure.what();
-        TakePlaceFromWords(place, words);
+        TakePlaceFromWords(place, words, GetDocumentVersion(reader));
+        if (const auto* update = dynamic_cast<const VokUpdateFailure*>(&failure))
+            words += ReasonLine(update->GetMessages());
         if (words.starts_with("File open error: ")) words += OpenFailureReason(path);
         if (path != shownPath) ReplaceAll(words, path, shownPath);
         throw DocumentFailure(place, words + LinkLines(stop));

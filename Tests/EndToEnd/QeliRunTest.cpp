@@ -80,7 +80,7 @@ TEST_F(QeliRun, CheckSaysOkForEachFineDocument) {
     folder.WriteFile("b c.qeli", Document("<scene/>"));
     const ProgramResult run = Run({"check", "a.qeli", "b c.qeli"});
     EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.output, "a.qeli: OK\nb c.qeli: OK\n");
+    EXPECT_EQ(run.output, "a.qeli: OK, version 1_28_1\nb c.qeli: OK, version 1_28_1\n");
     EXPECT_EQ(run.errors, "");
 }
 
@@ -90,7 +90,7 @@ TEST_F(QeliRun, CheckGoesOnBehindABadDocument) {
     folder.WriteFile("good.qeli", OneJointDocument());
     const ProgramResult run = Run({"check", "bad.qeli", "good.qeli", "none.qeli"});
     EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.output, "good.qeli: OK\n");
+    EXPECT_EQ(run.output, "good.qeli: OK, version 1_28_1\n");
     EXPECT_EQ(run.errors,
               "bad.qeli:4:17: error: Unknown tag \"jiont\" (object ||a)\n"
               "none.qeli: error: File open error: \"none.qeli\": No such file or directory\n");
@@ -120,7 +120,7 @@ TEST_F(QeliRun, CheckReadsOldVersions) {
     std::string old = OneJointDocument();
     old.replace(old.find("1_28_1"), 6, "1_20_0");
     folder.WriteFile("old.qeli", old);
-    EXPECT_EQ(Run({"check", "old.qeli"}).output, "old.qeli: OK\n");
+    EXPECT_EQ(Run({"check", "old.qeli"}).output, "old.qeli: OK, version 1_20_0, read as it stands\n");
     old.replace(old.find("1_20_0"), 6, "9_99_9");
     folder.WriteFile("new.qeli", old);
     const ProgramResult unknown = Run({"check", "new.qeli"});
@@ -137,8 +137,8 @@ TEST_F(QeliRun, AFolderIsNoDocument) {
 TEST_F(QeliRun, AFileMayBeNamedLikeACommandOrAFlag) {
     folder.WriteFile("tree", OneJointDocument());
     folder.WriteFile("--type", OneJointDocument());
-    EXPECT_EQ(Run({"check", "tree"}).output, "tree: OK\n");
-    EXPECT_EQ(Run({"check", "--", "--type"}).output, "--type: OK\n");
+    EXPECT_EQ(Run({"check", "tree"}).output, "tree: OK, version 1_28_1\n");
+    EXPECT_EQ(Run({"check", "--", "--type"}).output, "--type: OK, version 1_28_1\n");
 }
 
 class QeliTree : public QeliRun {

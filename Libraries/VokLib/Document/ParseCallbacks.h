@@ -13,6 +13,7 @@
 class VokObj;
 class VokParse;
 class VokWorld;
+struct VokDocumentVersion;
 struct VokParseFailure;
 
 /// The stack of objects that the events of the parser drive: each start tag, text and end tag goes
@@ -29,6 +30,7 @@ class VokParseCallbacks : public ParserEvents {
     /// The object that receives the events; null for none.
     const VokObj* GetReceiver() const { return stack.empty() ? nullptr : stack.back(); }
     static const VokParseFailure& FailureOf(const VokParse& reader);
+    static const VokDocumentVersion& VersionOf(const VokParse& reader);
 
     void StartElement(const char* name, const char** attributes) override;
     void EndElement(const char* name) override;

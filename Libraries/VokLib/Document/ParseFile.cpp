@@ -19,7 +19,7 @@ struct CloseFile {
 }  // namespace
 
 void VokParse::ParseFile(VokWorld& world, const std::string& path) {
-    machine->failure = {};
+    machine->ForgetResults();
     CheckFactories();
     errno = 0;
     const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));

@@ -4,6 +4,7 @@
 #include "Document/ParseCallbacks.h"
 #include "Document/PushParser.h"
 
+#include <VokLib/Document/VokDocumentVersion.h>
 #include <VokLib/Document/VokParse.h>
 #include <VokLib/Document/VokParseFailure.h>
 
@@ -23,6 +24,8 @@ struct VokParse::Machine {
     explicit Machine(VokParse& reader) : callbacks(reader), skip(reader) {}
     /// Keeps the place that the parser and the objects have reached.
     void NoteFailure();
+    /// Forgets what the last document left.
+    void ForgetResults();
 
     VokParseCallbacks callbacks;
     SkipEvents skip;
@@ -34,5 +37,7 @@ struct VokParse::Machine {
     std::vector<char> updateBuffer;  // the raw document, when it has to be updated
     std::string version;             // the default namespace of the document
     std::size_t bytesRead = 0;
-    VokParseFailure failure;  // stays when the document is done with
+    // These stay when the document is done with.
+    VokParseFailure failure;
+    VokDocumentVersion documentVersion;
 };

@@ -54,8 +54,17 @@ void VokParse::Machine::NoteFailure() {
     failure.column = parser->GetColumn();
 }
 
+void VokParse::Machine::ForgetResults() {
+    failure = {};
+    documentVersion = {};
+}
+
 const VokParseFailure& VokParseCallbacks::FailureOf(const VokParse& reader) {
     return reader.machine->failure;
+}
+
+const VokDocumentVersion& VokParseCallbacks::VersionOf(const VokParse& reader) {
+    return reader.machine->documentVersion;
 }
 
 const VokParseFailure& GetParseFailure(const VokParse& reader) {
@@ -74,7 +83,7 @@ void VokParse::SetAllowUpdate(bool allow) {
 
 void VokParse::ParseBuffer(VokWorld& world, const char* bytes, std::size_t size,
                            std::uint32_t stage, const char* filename) {
-    if ((stage & kFirstBlock) != 0) machine->failure = {};
+    if ((stage & kFirstBlock) != 0) machine->ForgetResults();
     if ((stage & ~(kFirstBlock | kLastBlock)) != 0)
         QelTools::Common::ThrowException("Invalid buffer stage parameter.");
     CheckFactories();
@@ -113,6 +122,7 @@ void VokParse::BeginDocument(VokWorld& world, const char* bytes, std::size_t siz
     const std::string_view documentName = filename != nullptr ? filename : "";
     Reset();
     machine->version = SniffVersion(bytes, size, documentName);
+    machine->documentVersion.name = machine->version;
     BuildParser(documentName);
     machine->world = &world;
     machine->callbacks.SetWorld(&world);
@@ -122,14 +132,16 @@ void VokParse::BeginDocument(VokWorld& world, const char* bytes, std::size_t siz
 void VokParse::CheckVersion() {
     if (machine->version == QelCurrentNamespace) return;
     machine->updateState = Machine::UpdateState::Compatible;
+    machine->documentVersion.use = VokVersionUse::AsItIs;
     if (!machine->allowUpdate) {
         QelTools::Common::ThrowException(
             std::string(
                 ".qeli instance is not the correct version. Expected version namespace of \"") +
             QelCurrentNamespace + "\" but got \"" + machine->version + "\".");
     }
-    if (!VokUpdate::Get().IsCompatible(machine->version))
-        machine->updateState = Machine::UpdateState::Outdated;
+    if (VokUpdate::Get().IsCompatible(machine->version)) return;
+    machine->updateState = Machine::UpdateState::Outdated;
+    machine->documentVersion.use = VokVersionUse::Updated;
 }
 
 void VokParse::FeedBlock(const char* bytes, std::size_t size, bool last,
