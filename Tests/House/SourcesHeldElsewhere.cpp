@@ -56,7 +56,7 @@ const std::vector<HeldElsewhere>& SourcesHeldElsewhere() {
           "VoktRigbake/Procedural/OrderConstraintsOfJoints",
           "VoktRigbake/Procedural/ProceduralScene"}},
         {"VoktRigbake/Procedural/DrivenKeysTest", {"VoktRigbake/Procedural/ResolveChannel"}},
-        {"VoktRigbake/Skeleton/BuildSkeletonTest",
+        {"VoktRigbake/Skeleton/BuildSkeletonTest", {"VoktRigbake/Skeleton/LodRemap"}},
         // Whose memory is that of every object: what a pool does wrong, the sanitizers and the
         // lifetimes of objects show.
         {"VokLib/Tree/VokObjLifetimeTest", {"VokLib/Base/BlockPool", "VokLib/Base/ObjectPool"}},
