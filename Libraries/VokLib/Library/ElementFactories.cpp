@@ -53,54 +53,68 @@ VokObj* Make() {
     return new Type;
 }
 
+template <class Type>
+std::vector<ElementVocabulary::Child> ListChildren() {
+    std::vector<ElementVocabulary::Child> children;
+    for (const VokChildElement<Type>& row : Type::ChildElements())
+        children.push_back({row.name, row.within});
+    return children;
+}
+
 struct Row {
     std::string_view element;
     VokFactory::Function factory;
+    std::vector<ElementVocabulary::Child> (*children)();
 };
 
+template <class Type>
+constexpr Row Of(std::string_view element) {
+    return {element, Make<Type>, ListChildren<Type>};
+}
+
 constexpr Row kRows[] = {
-    {"aimConstraint", Make<VokAimConstraint>},
-    {"anim", Make<VokAnim>},
-    {"animChannel", Make<VokAnimChannel>},
-    {"animclip", Make<VokAnimClip>},
-    {"animDiscontinuities", Make<VokAnimDiscontinuities>},
-    {"qelilocator", Make<VokQeliLocator>},
-    {"blend", Make<VokBlend>},
-    {"blendshape", Make<VokBlendshape>},
-    {"blendshapeController", Make<VokBlendshapeController>},
-    {"blendtarget", Make<VokBlendTarget>},
-    {"camera", Make<VokCamera>},
-    {"cgshader", Make<VokCgShader>},
-    {"cluster", Make<VokCluster>},
-    {"deformer", Make<VokDeformer>},
-    {"expression", Make<VokExpression>},
-    {"joint", Make<VokJoint>},
-    {"instance", Make<VokInstance>},
-    {"light", Make<VokLight>},
-    {"locator", Make<VokLocator>},
-    {"lodgroup", Make<VokLodGroup>},
-    {"material", Make<VokMaterial>},
-    {"mesh", Make<VokMesh>},
-    {"motionPath", Make<VokMotionPath>},
-    {"multiBlendTarget", Make<VokMultiBlendTarget>},
-    {"node", Make<VokNode>},
-    {"nurbsCurve", Make<VokNurbsCurve>},
-    {"nurbs", Make<VokNurbsSurface>},
-    {"objset", Make<VokObjSet>},
-    {"orientationConstraint", Make<VokOrientationConstraint>},
-    {"parentConstraint", Make<VokParentConstraint>},
-    {"pmdataQEL", Make<VokPmDataQEL>},
-    {"primitive", Make<VokPrimitiveShape>},
-    {"pose", Make<VokPose>},
-    {"reference", Make<VokReference>},
-    {"rigidBody", Make<VokRigidBody>},
-    {"scaleConstraint", Make<VokScaleConstraint>},
-    {"scene", Make<VokScene>},
-    {"skin", Make<VokSkin>},
-    {"shader", Make<VokShader>},
-    {"springConstraint", Make<VokSpringConstraint>},
-    {"texture", Make<VokTexture>},
-    {"translationConstraint", Make<VokTranslationConstraint>},
+    Of<VokAimConstraint>("aimConstraint"),
+    Of<VokAnim>("anim"),
+    Of<VokAnimChannel>("animChannel"),
+    Of<VokAnimClip>("animclip"),
+    Of<VokAnimDiscontinuities>("animDiscontinuities"),
+    Of<VokQeliLocator>("qelilocator"),
+    Of<VokBlend>("blend"),
+    Of<VokBlendshape>("blendshape"),
+    Of<VokBlendshapeController>("blendshapeController"),
+    Of<VokBlendTarget>("blendtarget"),
+    Of<VokCamera>("camera"),
+    Of<VokCgShader>("cgshader"),
+    Of<VokCluster>("cluster"),
+    Of<VokDeformer>("deformer"),
+    Of<VokExpression>("expression"),
+    Of<VokJoint>("joint"),
+    Of<VokInstance>("instance"),
+    Of<VokLight>("light"),
+    Of<VokLocator>("locator"),
+    Of<VokLodGroup>("lodgroup"),
+    Of<VokMaterial>("material"),
+    Of<VokMesh>("mesh"),
+    Of<VokMotionPath>("motionPath"),
+    Of<VokMultiBlendTarget>("multiBlendTarget"),
+    Of<VokNode>("node"),
+    Of<VokNurbsCurve>("nurbsCurve"),
+    Of<VokNurbsSurface>("nurbs"),
+    Of<VokObjSet>("objset"),
+    Of<VokOrientationConstraint>("orientationConstraint"),
+    Of<VokParentConstraint>("parentConstraint"),
+    Of<VokPmDataQEL>("pmdataQEL"),
+    Of<VokPrimitiveShape>("primitive"),
+    Of<VokPose>("pose"),
+    Of<VokReference>("reference"),
+    Of<VokRigidBody>("rigidBody"),
+    Of<VokScaleConstraint>("scaleConstraint"),
+    Of<VokScene>("scene"),
+    Of<VokSkin>("skin"),
+    Of<VokShader>("shader"),
+    Of<VokSpringConstraint>("springConstraint"),
+    Of<VokTexture>("texture"),
+    Of<VokTranslationConstraint>("translationConstraint"),
 };
 
 }  // namespace
@@ -123,4 +137,10 @@ ElementFactories::~ElementFactories() {
 
 void ElementFactories::Unregister() noexcept {
     while (registered > 0) VokFactory::UnregisterFactory(kRows[--registered].element);
+}
+
+std::vector<ElementVocabulary> DescribeElements() {
+    std::vector<ElementVocabulary> elements;
+    for (const Row& row : kRows) elements.push_back({row.element, row.children()});
+    return elements;
 }
