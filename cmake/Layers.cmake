@@ -10,6 +10,12 @@ function(rigbake_sources result folder)
   else()
     list(FILTER sources EXCLUDE REGEX "_win32\\.cpp$")
   endif()
+  # A shared library that few runs need is loaded by those; an archive is linked.
+  if(RIGBAKE_EXSLT_LIBRARY)
+    list(FILTER sources EXCLUDE REGEX "ExsltMath_linked\\.cpp$")
+  else()
+    list(FILTER sources EXCLUDE REGEX "ExsltMath_loaded\\.cpp$")
+  endif()
   set(${result} ${sources} PARENT_SCOPE)
 endfunction()
 

@@ -2,7 +2,8 @@
 
 #include "Document/XmlMessages.h"
 
-#include <libexslt/exslt.h>
+#include "Update/ExsltMath.h"
+
 #include <libxslt/xslt.h>
 #include <libxslt/xsltutils.h>
 
@@ -15,7 +16,7 @@ void DropText(void*, const char*, ...) {}
 XsltLibrary::XsltLibrary() {
     DropXmlMessages();
     xsltInit();
-    exsltMathRegister();
+    RegisterExsltMath();
     xsltSetGenericErrorFunc(nullptr, DropText);
 }
 

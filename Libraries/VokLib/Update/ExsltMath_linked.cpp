@@ -1,0 +1,7 @@
+#include "Update/ExsltMath.h"
+
+#include <libexslt/exslt.h>
+
+void RegisterExsltMath() {
+    exsltMathRegister();
+}
