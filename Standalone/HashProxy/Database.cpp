@@ -73,6 +73,12 @@ void Database::RollBack() {
     sqlite3_exec(handle, "ROLLBACK", nullptr, nullptr, nullptr);
 }
 
+bool Database::HasMoved() {
+    int moved = 0;
+    return sqlite3_file_control(handle, "main", SQLITE_FCNTL_HAS_MOVED, &moved) == SQLITE_OK &&
+           moved != 0;
+}
+
 std::int64_t Database::Number(const std::string& statement) {
     Statement prepared(*this, statement);
     return prepared.Step() ? prepared.Number(0) : 0;

@@ -24,6 +24,9 @@ class Database {
     /// Undoes what was begun, if the database has not done so itself. Throws nothing.
     void RollBack();
 
+    /// Whether the file's name leads to this database no more: somebody removed or replaced it.
+    bool HasMoved();
+
     /// The number that a statement gives.
     std::int64_t Number(const std::string& statement);
 

@@ -4,6 +4,8 @@
 #include <Platform/UserFolders.h>
 #include <QelTools/Exception.h>
 
+#include <utility>
+
 namespace {
 
 // "QelH" in the file's header tells a registry from any other database.
@@ -57,11 +59,20 @@ void CreateTable(Database& database) {
 
 }  // namespace
 
-Registry::Registry(const std::string& file) : database(file) {
-    CreateTable(database);
-    database.Run(kModes);
-    find.emplace(database, kFind);
-    insert.emplace(database, kInsert);
+Registry::Registry(std::string databaseFile) : file(std::move(databaseFile)) {
+    Open();
+}
+
+void Registry::Open() {
+    find.reset();
+    insert.reset();
+    database.emplace(file);
+    CreateTable(*database);
+    database->Run(kModes);
+    find.emplace(*database, kFind);
+    insert.emplace(*database, kInsert);
+    // What an earlier process left may be as little on the disk as what is to come.
+    hasUnflushed = true;
 }
 
 std::optional<std::string> Registry::Find(std::string_view category, std::uint32_t hash) {
@@ -75,6 +86,8 @@ std::optional<std::string> Registry::Find(std::string_view category, std::uint32
 }
 
 Registry::Answer Registry::Add(const ProxyMessage::AddStringRequest& request) {
+    // What a removed file still took would be lost with this process.
+    if (!insert.has_value() || database->HasMoved()) Open();
     const std::uint32_t hash = QelHashClient::LocalHash(request.string);
     std::optional<std::string> first = Find(request.category, hash);
     if (!first.has_value()) {
@@ -101,7 +114,7 @@ Registry::Answer Registry::Add(const ProxyMessage::AddStringRequest& request) {
 // A change at full synchronisation takes the whole log to the disk; this one changes nothing.
 void Registry::Flush() {
     if (!hasUnflushed) return;
-    database.Run("PRAGMA synchronous = FULL; PRAGMA user_version = " + std::to_string(kVersion) +
-                 "; PRAGMA synchronous = NORMAL;");
+    database->Run("PRAGMA synchronous = FULL; PRAGMA user_version = " + std::to_string(kVersion) +
+                  "; PRAGMA synchronous = NORMAL;");
     hasUnflushed = false;
 }

@@ -15,8 +15,8 @@
 class Registry {
   public:
     /// Opens the database file or makes a new one; its folder must exist. A file that holds
-    /// something else is refused.
-    explicit Registry(const std::string& file);
+    /// something else is refused. When the file is removed later, a new one takes its place.
+    explicit Registry(std::string databaseFile);
 
     struct Answer {
         std::uint32_t hash = 0;
@@ -31,9 +31,11 @@ class Registry {
     void Flush();
 
   private:
+    void Open();
     std::optional<std::string> Find(std::string_view category, std::uint32_t hash);
 
-    Database database;
+    std::string file;
+    std::optional<Database> database;
     std::optional<Statement> find;
     std::optional<Statement> insert;
     bool hasUnflushed = false;

@@ -10,17 +10,21 @@
 #include <Platform/MessagePipe.h>
 #include <Platform/MessagePipeServer.h>
 
+#include <algorithm>
 #include <array>
+#include <chrono>
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <thread>
 
 namespace {
 
 constexpr int kGood = 0;
 constexpr int kFailed = 1;
 constexpr std::uint32_t kStartMilliseconds = 10'000;
-constexpr int kPauseMilliseconds = 20;
+constexpr int kFirstPauseMilliseconds = 10;
+constexpr int kLongestPauseMilliseconds = 1000;
 constexpr int kAnswerMilliseconds = 5000;
 
 // The tool that started this process shows neither stream; the debug log shows what is wrong.
@@ -63,6 +67,7 @@ int ServeRegistry(Platform::MessagePipeServer& server) {
 
 int ServeOrStepAside() {
     const std::uint32_t start = Platform::ClockMilliseconds();
+    int pause = kFirstPauseMilliseconds;
     do {
         std::uint32_t error = 0;
         Platform::MessagePipeServer server(ProxyMessage::kBufferSize);
@@ -76,7 +81,8 @@ int ServeOrStepAside() {
         }
         if (AnotherServes()) return kGood;
         // It is about to begin or to end; whichever, the next round will tell.
-        Platform::WaitForPipe(ProxyMessage::PipeAddress(), kPauseMilliseconds);
+        std::this_thread::sleep_for(std::chrono::milliseconds(pause));
+        pause = std::min(2 * pause, kLongestPauseMilliseconds);
     } while (Platform::ClockMilliseconds() - start < kStartMilliseconds);
     Report("Another process holds the pipe and does not answer");
     return kFailed;

@@ -173,6 +173,22 @@ TEST_F(RegistryTest, WhatSomebodyElseWroteIsShownAsFarAsItGoes) {
     EXPECT_EQ(Add(registry, "hips").other, "a\xE9??z?");
 }
 
+TEST_F(RegistryTest, ARemovedFileIsReplacedByANewOne) {
+    const auto [one, two] = CollidingNames();
+    Registry registry(file);
+    EXPECT_FALSE(Add(registry, one).other.has_value());
+    for (const char* const end : {"", "-wal", "-shm"}) std::filesystem::remove(file + end);
+    EXPECT_FALSE(Add(registry, two).other.has_value());
+    EXPECT_EQ(Column(file, "string"), two);
+    for (const char* const end : {"", "-wal", "-shm"}) std::filesystem::remove(file + end);
+    std::ofstream(file) << std::string(2000, 'a');
+    for (int i = 0; i < 2; ++i) EXPECT_THROW(Add(registry, one), QelTools::Common::Exception);
+    std::filesystem::remove(file);
+    EXPECT_FALSE(Add(registry, one).other.has_value());
+    registry.Flush();
+    EXPECT_EQ(Column(file, "string"), one);
+}
+
 TEST_F(RegistryTest, AFlushChangesNothing) {
     Registry registry(file);
     registry.Flush();

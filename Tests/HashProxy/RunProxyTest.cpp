@@ -200,6 +200,21 @@ TEST_F(RunProxy, AProxyThatIsGoneForGoodEndsTheRequest) {
     EXPECT_EQ(QelHashClient::GetFailureError(), 9u);
 }
 
+TEST_F(RunProxy, AFullDiskRefusesWhatIsNewAndKeepsWhatIsThere) {
+    ASSERT_EQ(std::system("(ulimit -f 64; exec QelHashProxy.exe 2>/dev/null) &"), 0);
+    Connected();
+    ASSERT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
+    int added = 0;
+    while (added < 1000 && Add("name" + std::to_string(added)) == QelHashResult::Ok) ++added;
+    EXPECT_GT(added, 1);
+    EXPECT_LT(added, 1000);
+    EXPECT_EQ(QelHashClient::GetFailureLocation(), 262);
+    EXPECT_EQ(Add("name0"), QelHashResult::Ok);
+    EXPECT_EQ(Add("name" + std::to_string(added)), QelHashResult::ProxyError);
+    // Its strings could not be put on the disk, and the tool learns that in the end.
+    EXPECT_EQ(QelHashClient::Shutdown(), QelHashResult::ProxyError);
+}
+
 TEST_F(RunProxy, EndsWhenNobodyNeedsItAndNotBefore) {
     environment.Set("QEL_HASH_IDLE_SECONDS", "1");
     Start();
