@@ -119,6 +119,7 @@ void MessagePipeServer::Pipes::RemoveName() {
 std::optional<MessagePipeServer::Message> MessagePipeServer::Pipes::WaitForMessage(
     int milliseconds) {
     const Clock::time_point end = Clock::now() + Milliseconds(milliseconds);
+    bool hasLooked = false;
     for (;;) {
         while (!ready.empty()) {
             const Client client = ready.back();
@@ -126,8 +127,9 @@ std::optional<MessagePipeServer::Message> MessagePipeServer::Pipes::WaitForMessa
             if (std::optional<Message> message = Receive(client)) return message;
         }
         const auto left = std::chrono::ceil<Milliseconds>(end - Clock::now()).count();
-        if (left <= 0) return std::nullopt;
-        Poll(static_cast<int>(left));
+        if (left <= 0 && hasLooked) return std::nullopt;
+        Poll(left > 0 ? static_cast<int>(left) : 0);
+        hasLooked = true;
     }
 }
 
