@@ -35,6 +35,7 @@ void VoktRigbakeTool::AddComponents() {
     AddComponent(std::make_unique<VoktHashClient>());
 
     auto loader = std::make_unique<VoktLoadQeli>();
+    loader->SetWanted(VokParse::Wanted::WhatABakeReads);
     load = loader.get();
     AddComponent(std::move(loader));
 

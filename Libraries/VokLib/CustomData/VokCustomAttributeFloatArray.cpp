@@ -23,8 +23,9 @@ void VokCustomAttributeFloatArray::WriteContents(VokFile& file) const {
 }
 
 bool VokCustomAttributeFloatArray::ParseAttributes(const VokAttributes& attributes,
-                                                   VokElementReader&) {
+                                                   VokElementReader& parse) {
     if (IsArray()) return true;
+    if (!parse.KeepsContents()) parse.CountText();
     ownCount = attributes.GetInt("count", 0);
     SetValue({});
     return true;
@@ -35,6 +36,7 @@ bool VokCustomAttributeFloatArray::ParseStartTag(VokElementReader& parse) {
     const int outerIndex = CurrentIndex();
     VokCustomAttributeMap<std::vector<float>>::ParseStartTag(parse);
     if (!InValue()) return true;
+    if (!parse.KeepsContents()) parse.CountText();
     // A value inside a value takes its text; the outer one stays with what its count promised.
     if (wasInValue && CurrentIndex() != outerIndex) StoreZeros(parse, outerIndex, valueCount);
     // Any element inside a value states the count anew; what is not an array keeps its own text's
@@ -47,10 +49,14 @@ bool VokCustomAttributeFloatArray::ParseStartTag(VokElementReader& parse) {
 void VokCustomAttributeFloatArray::StoreZeros(VokElementReader& parse, int index, int count) {
     const auto size = static_cast<std::size_t>(std::max(count, 0));
     parse.ClaimPadding(size);
-    Store(index, std::vector<float>(size));
+    if (parse.KeepsContents()) Store(index, std::vector<float>(size));
 }
 
 void VokCustomAttributeFloatArray::Read(VokElementReader& parse, int index, int count) {
+    if (!parse.KeepsContents()) {
+        parse.SkipValues(count);
+        return;
+    }
     std::vector<float> floats;
     parse.ReadFloats(floats, count);
     Store(index, std::move(floats));

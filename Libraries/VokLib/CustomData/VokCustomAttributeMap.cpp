@@ -44,7 +44,7 @@ bool VokCustomAttributeMap<T>::ParseData(VokElementReader& parse) {
     if (!inValue) return true;
     T value{};
     CustomValueText::Read(parse, value);
-    values.Set(currentIndex, std::move(value));
+    if (parse.KeepsContents() || RefersToOthers()) values.Set(currentIndex, std::move(value));
     return true;
 }
 

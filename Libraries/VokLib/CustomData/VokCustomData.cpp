@@ -11,6 +11,9 @@
 
 namespace {
 
+constexpr std::string_view kTable = "customData";
+constexpr std::string_view kAttribute = "attribute";
+
 using QelTools::Common::ThrowException;
 
 std::unique_ptr<VokCustomAttribute> MakeAttribute(const VokAttributes& attributes) {
@@ -30,7 +33,8 @@ VokCustomData::VokCustomData() = default;
 
 VokCustomData::~VokCustomData() = default;
 
-VokCustomData::VokCustomData(const VokCustomData& other) : inAttribute(other.inAttribute) {
+VokCustomData::VokCustomData(const VokCustomData& other)
+    : inAttribute(other.inAttribute), leftOut(other.leftOut) {
     attributes.reserve(other.attributes.size());
     for (const auto& attribute : other.attributes) attributes.push_back(attribute->Clone());
 }
@@ -40,14 +44,19 @@ VokCustomData& VokCustomData::operator=(const VokCustomData& other) {
         VokCustomData copy(other);
         attributes.swap(copy.attributes);
         inAttribute = copy.inAttribute;
+        leftOut = copy.leftOut;
     }
     return *this;
 }
 
+bool VokCustomData::IsBegin(std::string_view tag) {
+    return tag == kTable || tag == kAttribute;
+}
+
 bool VokCustomData::ParseStartTag(VokElementReader& parse) {
     const std::string_view tag = parse.GetTag();
-    if (tag == "customData") return true;
-    if (tag == "attribute") {
+    if (tag == kTable) return true;
+    if (tag == kAttribute) {
         AddAttribute(MakeAttribute(parse.GetAttributes()))
             .ParseAttributes(parse.GetAttributes(), parse);
         inAttribute = true;
@@ -63,9 +72,14 @@ bool VokCustomData::ParseData(VokElementReader& parse) {
 }
 
 bool VokCustomData::ParseEndTag(VokElementReader& parse) {
-    // First, so that the attribute's own end does not reach it.
-    if (parse.GetTag() == "attribute") inAttribute = false;
-    return !inAttribute || Last().ParseEndTag(parse);
+    if (parse.GetTag() != kAttribute) return !inAttribute || Last().ParseEndTag(parse);
+    // The attribute's own end does not reach it.
+    if (inAttribute && !parse.KeepsContents() && !Last().RefersToOthers()) {
+        attributes.pop_back();
+        leftOut = true;
+    }
+    inAttribute = false;
+    return true;
 }
 
 bool VokCustomData::Write(VokFile& file) const {

@@ -20,6 +20,8 @@ void VokParseCallbacks::Clear() {
 }
 
 void VokParseCallbacks::StartElement(const char* name, const char** attributes) {
+    // Only the text behind the last child reaches ParseData.
+    parse.ClearText();
     SetAttributes(attributes);
     bool isPushed = false;
     if (!stack.empty()) {
@@ -37,8 +39,6 @@ void VokParseCallbacks::StartElement(const char* name, const char** attributes) 
     } else {
         parse.Skip();
     }
-    // Only the text behind the last child reaches ParseData.
-    parse.ClearText();
     // The end of a skipped element does not come here.
     if (!skipping) pushed.push_back(isPushed);
 }

@@ -14,6 +14,7 @@
 
 #include "Text/FloatRead.h"
 #include "Text/IntRead.h"
+#include "Text/WordCount.h"
 
 namespace {
 
@@ -79,12 +80,20 @@ VokTextReader::~VokTextReader() {
 }
 
 void VokTextReader::ClearText() {
+    if (isSpecial) ForgetSpecialText();
     length = 0;
     buffer[0] = '\0';
     cursor = buffer;
 }
 
 void VokTextReader::AppendText(const char* bytes, std::size_t count) {
+    if (isSpecial)
+        AppendSpecialText(bytes, count);
+    else
+        Store(bytes, count);
+}
+
+void VokTextReader::Store(const char* bytes, std::size_t count) {
     if (length + count + 1 > capacity) {
         // A share of what is there, so that a text of any length is copied a constant number of
         // times.
@@ -244,6 +253,17 @@ std::string VokTextReader::ReadString() {
     cursor = end;
     CheckCursor();
     return VokEncoding::HasHighBytes(rest) ? VokEncoding::ToLatin1(rest) : std::string(rest);
+}
+
+void VokTextReader::SkipValues(long long count) {
+    const auto wanted = static_cast<std::size_t>(std::max(count, 0LL));
+    const std::size_t found =
+        wordCount != nullptr ? std::min(wordCount->Get(), wanted) : SkipWords(wanted);
+    if (found != wanted) ClaimPadding(wanted - found);
+}
+
+std::size_t VokTextReader::SkipWords(std::size_t count) {
+    return VokNumberText::SkipWords(cursor, buffer + length, count);
 }
 
 void VokTextReader::ClaimPadding(std::size_t count) {

@@ -9,10 +9,11 @@ namespace {
 
 /// Calls `visit` with each custom attribute of type filename and each index that holds a value.
 template <class Visit>
-void ForEachFilename(const VokCustomData& data, Visit visit) {
+void ForEachFilename(const VokCustomData* data, Visit visit) {
+    if (data == nullptr) return;
     std::vector<int> indices;
-    for (std::size_t i = 0; i < data.GetCount(); ++i) {
-        auto* attribute = dynamic_cast<VokCustomAttributeFilename*>(&data.GetAttribute(i));
+    for (std::size_t i = 0; i < data->GetCount(); ++i) {
+        auto* attribute = dynamic_cast<VokCustomAttributeFilename*>(&data->GetAttribute(i));
         if (attribute == nullptr) continue;
         indices.clear();
         attribute->GetIndices(indices);
@@ -33,14 +34,14 @@ void VokDependencies::Add(const std::string& file) {
 }
 
 bool VokObj::GetDependencies(VokDependencies& files) const {
-    ForEachFilename(customData, [&files](const VokCustomAttributeFilename& attribute, int index) {
+    ForEachFilename(customData.get(), [&files](const VokCustomAttributeFilename& attribute, int index) {
         files.Add(GetFilename(attribute, index));
     });
     return true;
 }
 
 bool VokObj::UpdateDependencies(VokUpdateDependencies& update) {
-    ForEachFilename(customData, [&](VokCustomAttributeFilename& attribute, int index) {
+    ForEachFilename(customData.get(), [&](VokCustomAttributeFilename& attribute, int index) {
         const std::string& file = GetFilename(attribute, index);
         if (file.empty()) return;
         std::string translated;

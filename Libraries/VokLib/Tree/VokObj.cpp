@@ -4,6 +4,7 @@
 
 #include <VokLib/Links/VokObjLinkStore.h>
 #include <VokLib/Tree/ThrowVokException.h>
+#include <VokLib/Tree/VokBulk.h>
 #include <VokLib/Tree/VokWorld.h>
 
 #include <algorithm>
@@ -173,6 +174,20 @@ VokWorld* VokObj::GetWorld(const VokObj* object) {
     if (!top->IsExactly(VokWorld::TypeId()))
         ThrowVokException("GetWorld() did not find an VokWorld", object);
     return static_cast<VokWorld*>(const_cast<VokObj*>(top));
+}
+
+VokCustomData& VokObj::GetCustomData() {
+    if (customDataLeftOut || (customData != nullptr && customData->HasLeftOut()))
+        ThrowNotLoaded(this);
+    if (customData == nullptr) customData = std::make_unique<VokCustomData>();
+    return *customData;
+}
+
+const VokCustomData& VokObj::GetCustomData() const {
+    static const VokCustomData kNone;
+    if (customDataLeftOut || (customData != nullptr && customData->HasLeftOut()))
+        ThrowNotLoaded(this);
+    return customData != nullptr ? *customData : kNone;
 }
 
 bool VokObj::IsA(VokTypeId) const {

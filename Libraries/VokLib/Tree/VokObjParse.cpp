@@ -28,11 +28,9 @@ void VokObj::ParseStartTag(VokParse& parse) {
         VokObj* child = made.release();
         child->ParseAttributes(parse);
         parse.PushNewObject(child);
-    } else if (customData.ParseStartTag(parse)) {
-        customDataActive = true;
-    } else if (kRefuseUnknownTags) {
-        ThrowVokException("Unknown tag \"" + std::string(parse.GetTag()) + "\"", this);
-    } else {
+    } else if (!ParseCustomData(parse)) {
+        if (kRefuseUnknownTags)
+            ThrowVokException("Unknown tag \"" + std::string(parse.GetTag()) + "\"", this);
         parse.Skip();
     }
 }
@@ -48,11 +46,27 @@ void VokObj::ParseHeldObject(VokParse& parse, VokObj& held) {
     parse.PushNewObject(&held);
 }
 
+bool VokObj::ParseCustomData(VokParse& parse) {
+    if (customData == nullptr) {
+        if (!VokCustomData::IsBegin(parse.GetTag())) return false;
+        customData = std::make_unique<VokCustomData>();
+    }
+    return customData->ParseStartTag(parse);
+}
+
 void VokObj::ParseData(VokParse& parse) {
-    if (customDataActive && !customData.ParseData(parse)) ThrowVokException("Unknown data", this);
+    if (customData != nullptr && !customData->ParseData(parse))
+        ThrowVokException("Unknown data", this);
 }
 
 void VokObj::ParseEndTag(VokParse& parse) {
-    if (customDataActive && !customData.ParseEndTag(parse))
-        ThrowVokException("Unexpected end", this);
+    if (customData == nullptr) return;
+    if (!customData->ParseEndTag(parse)) ThrowVokException("Unexpected end", this);
+    if (!parse.KeepsContents()) DropIdleCustomData(parse);
+}
+
+/// A table of which everything was left out is not held on to.
+void VokObj::DropIdleCustomData(VokParse& parse) {
+    customDataLeftOut = customDataLeftOut || customData->HasLeftOut();
+    if (parse.GetTag() == "customData" && customData->IsIdle()) customData.reset();
 }

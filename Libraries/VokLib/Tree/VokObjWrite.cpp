@@ -60,5 +60,5 @@ bool VokObj::IsHierarchy() const {
 void VokObj::WriteContents(VokFile&) const {}
 
 void VokObj::WriteTail(VokFile& file) const {
-    customData.Write(file);
+    GetCustomData().Write(file);
 }

@@ -83,5 +83,6 @@ void VoktLoadQeli::Process(VoktUniverse& universe) {
     universe.Add(std::move(atom), GetWorldName());
     VokParse reader;
     reader.SetAllowUpdate(autoUpdate);
+    reader.SetWanted(wanted);
     reader.ParseFile(world, inputFilename);
 }

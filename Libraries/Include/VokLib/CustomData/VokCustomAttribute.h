@@ -32,6 +32,9 @@ class VokCustomAttribute {
     /// Appends the indices that hold a value, in ascending order.
     virtual void GetIndices(std::vector<int>& indices) const = 0;
     virtual void WriteAttributes(VokAttributes& attributes) const;
+    /// True when the values lead to objects or files: these a load follows, so that they are kept
+    /// whatever its user wants.
+    virtual bool RefersToOthers() const { return false; }
 
     const std::string& GetName() const { return name; }
     /// The type keyword of the document, such as "float".

@@ -11,4 +11,5 @@ class VokCustomAttributeFilename : public VokCustomAttributeMap<std::string> {
     std::unique_ptr<VokCustomAttribute> Clone() const override;
     void WriteContents(VokFile& file) const override;
     bool ParseData(VokElementReader& parse) override;
+    bool RefersToOthers() const override { return true; }
 };

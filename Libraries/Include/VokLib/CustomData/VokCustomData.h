@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string_view>
 #include <vector>
 
 class VokCustomAttribute;
@@ -17,6 +18,8 @@ class VokCustomData {
     VokCustomData(const VokCustomData& other);
     VokCustomData& operator=(const VokCustomData& other);
 
+    /// True for the two elements with which custom data can begin.
+    static bool IsBegin(std::string_view tag);
     /// Called with each element that the object itself does not know. True when custom data takes
     /// it.
     virtual bool ParseStartTag(VokElementReader& parse);
@@ -26,6 +29,10 @@ class VokCustomData {
     virtual bool Write(VokFile& file) const;
 
     std::size_t GetCount() const { return attributes.size(); }
+    /// True when the reader left attributes out: it keeps what refers to objects and files alone.
+    bool HasLeftOut() const { return leftOut; }
+    /// True when there are no attributes and none is being read.
+    bool IsIdle() const { return attributes.empty() && !inAttribute; }
     /// Throws "Custom data index out of range".
     VokCustomAttribute& GetAttribute(std::size_t index) const;
     VokCustomAttribute& AddAttribute(std::unique_ptr<VokCustomAttribute> attribute);
@@ -36,4 +43,5 @@ class VokCustomData {
 
     std::vector<std::unique_ptr<VokCustomAttribute>> attributes;
     bool inAttribute = false;
+    bool leftOut = false;
 };

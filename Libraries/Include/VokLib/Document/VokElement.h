@@ -27,6 +27,8 @@ struct VokChildElement {
     std::string_view within = {};
     /// The end of the element; may be null.
     void (*end)(Type&, VokParse&) = nullptr;
+    /// The text holds contents (VokBulk) and is only counted where contents are left out.
+    bool isBulk = false;
 
     VokTypeId id = MakeTypeId(name);
 };
@@ -71,6 +73,7 @@ class VokElement : public Base {
             if (row != kNone) {
                 const std::int16_t outer = parseChild;
                 parseChild = static_cast<std::int16_t>(row);
+                if (Rows()[Index(row)].isBulk && !parse.KeepsContents()) parse.CountText();
                 if (Rows()[Index(row)].start != nullptr) Rows()[Index(row)].start(Self(), parse);
                 // An object that took the element over gets its end, too.
                 if (parse.GetNewObject() != nullptr) parseChild = outer;

@@ -29,6 +29,14 @@ class VokParse : public VokElementReader {
     /// Whether an old document may be brought up to the current version; false at first.
     void SetAllowUpdate(bool allow);
 
+    /// What the user of the worlds will look at; everything at first. What is not wanted is read
+    /// past: every failure stays what it is, and asking for it later is a failure of its own.
+    enum class Wanted {
+        Everything,
+        WhatABakeReads,  ///< no contents (VokBulk), and of custom data only what refers to others
+    };
+    void SetWanted(Wanted wanted) { keepsContents = wanted == Wanted::Everything; }
+
     /// Reads the file at `path` (as typed) into `world`, which should be new.
     void ParseFile(VokWorld& world, const std::string& path);
     /// One block of a document. `filename` may be null; with the first block it names the world.

@@ -22,6 +22,7 @@ class VokCustomAttributeObjLink : public VokCustomAttribute {
     bool ParseData(VokElementReader& parse) override;
     bool ParseEndTag(VokElementReader& parse) override;
     void GetIndices(std::vector<int>& indices) const override;
+    bool RefersToOthers() const override { return true; }
 
     // These throw as those of VokCustomAttributeMap do.
 

@@ -17,9 +17,13 @@ class VokElementReader : public VokTextReader {
     /// The attributes of the last start tag; they stay valid until the next one, its own end
     /// included.
     const VokAttributes& GetAttributes() const { return attributes; }
+    /// False when the user of the document never looks at contents (VokBulk): their text is
+    /// checked as ever and nothing of it is to be kept.
+    bool KeepsContents() const { return keepsContents; }
 
   protected:
     std::string_view tag;
     VokTypeId tagId = 0;
     VokAttributes attributes;
+    bool keepsContents = true;
 };

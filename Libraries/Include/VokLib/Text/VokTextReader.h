@@ -2,12 +2,18 @@
 
 #include <VokLib/Base/RotationOrder.h>
 #include <VokLib/Base/VokVector.h>
+#include <VokLib/Text/VokTextStream.h>
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+namespace VokNumberText {
+class WordCount;
+}
 
 /// The text of the current element and a cursor that typed reads move along it. The reader of
 /// documents collects the text; object types read it while ParseData runs. Missing tokens read as
@@ -35,6 +41,23 @@ class VokTextReader {
     /// Forgets what was padded for the document before.
     void ResetPadding() { paddedValues = 0; }
 
+    // Texts of which nothing is to stay. Each call holds for the text that is collected from now
+    // to the next ClearText.
+
+    /// The text is counted in words and not collected; only SkipValues makes something of it.
+    void CountText();
+    /// The text goes to `stream` as it comes in and is not collected.
+    void StreamText(std::unique_ptr<VokTextStream> stream);
+    /// At the text's end: gives its rest to the stream that was begun for it, or the whole to
+    /// `fresh` when there is none, and returns the one that has read it. `Stream` is the type of
+    /// either.
+    template <class Stream>
+    Stream FinishStream(Stream fresh) {
+        Stream reader = stream != nullptr ? static_cast<Stream&>(*stream) : std::move(fresh);
+        reader.Take(*this);
+        return reader;
+    }
+
     // Reads.
 
     /// Whether anything but blanks stands behind the cursor.
@@ -60,6 +83,10 @@ class VokTextReader {
     void ReadInts(std::vector<int>& values, long long count);
     /// As ReadBool reads them one by one, so that all but the text's last word are false.
     void ReadBools(std::vector<bool>& values, long long count);
+    /// Goes over `count` values as ReadFloats does, claims included, and makes nothing of them.
+    void SkipValues(long long count);
+    /// Goes over up to `count` words; returns how many there were.
+    std::size_t SkipWords(std::size_t count);
     /// A count, then as many pairs of an index and a value.
     void ReadIndexedFloats(std::vector<std::pair<int, float>>& pairs);
     /// The rest of the text, blanks included, in the document's single-byte form.
@@ -73,11 +100,17 @@ class VokTextReader {
     template <class T, class Read>
     void ReadArray(std::vector<T>& values, long long count, Read read);
     void CheckCursor() const;
+    void ForgetSpecialText();
+    void AppendSpecialText(const char* bytes, std::size_t count);
+    void Store(const char* bytes, std::size_t count);
 
     char* buffer;
     std::size_t length = 0;
     std::size_t capacity = 0;
     const char* cursor;
+    bool isSpecial = false;  // the text is counted or streamed
+    std::unique_ptr<VokNumberText::WordCount> wordCount;
+    std::unique_ptr<VokTextStream> stream;
     std::size_t documentBytes = 0;
     std::size_t paddedValues = 0;
 };

@@ -121,8 +121,9 @@ class VokObj : private boost::noncopyable {
     /// The same for an object that may be null, which throws "this is NULL".
     static VokWorld* GetWorld(const VokObj* object);
 
-    VokCustomData& GetCustomData() { return customData; }
-    const VokCustomData& GetCustomData() const { return customData; }
+    /// Throws a VokException "contents were not loaded" when the reader left some of it out.
+    VokCustomData& GetCustomData();
+    const VokCustomData& GetCustomData() const;
 
     // Links that point here; used by the link store alone.
 
@@ -142,14 +143,16 @@ class VokObj : private boost::noncopyable {
     void CutIncomingLinks() noexcept;
     void UnlinkIncoming(VokObjLink& link) noexcept;
     bool IsHierarchy() const;
+    bool ParseCustomData(VokParse& parse);
+    void DropIdleCustomData(VokParse& parse);
 
     VokTypeId typeId = 0;
-    bool customDataActive = false;
+    bool customDataLeftOut = false;
     std::uint16_t heldDepth = 0;  // how often an object above is held by one that is not its parent
     VokObj* parent = nullptr;
     std::string name;
     std::vector<VokObj*> children;
-    VokCustomData customData;
+    std::unique_ptr<VokCustomData> customData;  // made when there is something to hold
     VokObjLink* firstIncoming = nullptr;  // in the order in which they were added
     VokObjLink* lastIncoming = nullptr;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <VokLib/Document/VokParse.h>
 #include <VoktFramework/Stages/VoktComponent.h>
 
 #include <cstdint>
@@ -27,6 +28,8 @@ class VoktLoadQeli : public VoktComponent {
     /// "world" for the default input flag, else the flag's name.
     virtual std::string GetWorldName() const;
 
+    /// What the stages behind look at; everything at first.
+    void SetWanted(VokParse::Wanted contents) { wanted = contents; }
     const std::string& GetInputFilename() const { return inputFilename; }
 
   protected:
@@ -38,5 +41,7 @@ class VoktLoadQeli : public VoktComponent {
     std::string inputFilename;
 
   private:
+    VokParse::Wanted wanted = VokParse::Wanted::Everything;
+
     std::string InputFlag() const { return "-" + flagName; }
 };

@@ -40,7 +40,7 @@ void BlindDataBase::SetBool(std::size_t, bool) {
 template <class T>
 void BlindData<T>::SetInt(std::size_t index, int value) {
     if constexpr (std::is_same_v<T, int>)
-        Store(values, index, value);
+        Store(values.Edit(), index, value);
     else
         BlindDataBase::SetInt(index, value);
 }
@@ -48,7 +48,7 @@ void BlindData<T>::SetInt(std::size_t index, int value) {
 template <class T>
 void BlindData<T>::SetFloat(std::size_t index, float value) {
     if constexpr (std::is_same_v<T, float>)
-        Store(values, index, value);
+        Store(values.Edit(), index, value);
     else
         BlindDataBase::SetFloat(index, value);
 }
@@ -56,25 +56,19 @@ void BlindData<T>::SetFloat(std::size_t index, float value) {
 template <class T>
 void BlindData<T>::SetBool(std::size_t index, bool value) {
     if constexpr (std::is_same_v<T, bool>)
-        Store(values, index, value);
+        Store(values.Edit(), index, value);
     else
         BlindDataBase::SetBool(index, value);
 }
 
 template <class T>
 void BlindData<T>::Read(VokParse& parse, long long count) {
-    if constexpr (std::is_same_v<T, int>) {
-        parse.ReadInts(values, count);
-    } else if constexpr (std::is_same_v<T, float>) {
-        parse.ReadFloats(values, count);
-    } else {
-        parse.ReadBools(values, count);
-    }
+    values.Read(parse, count);
 }
 
 template <class T>
 void BlindData<T>::WriteValues(VokFile& file) const {
-    for (const auto value : values) {
+    for (const auto value : values.Get()) {
         if constexpr (std::is_same_v<T, int>)
             file.WriteInt(value);
         else if constexpr (std::is_same_v<T, float>)

@@ -20,16 +20,18 @@ std::span<const VokChildElement<VokBlendTarget>> VokBlendTarget::ChildElements()
          .start = readCount,
          .data =
              [](VokBlendTarget& target, VokParse& parse) {
-                 parse.ReadUnsigneds(target.diffs.back().indices, target.claimedCount);
+                 target.diffs.back().indices.Read(parse, target.claimedCount);
              },
-         .within = "diff"},
+         .within = "diff",
+         .isBulk = true},
         {.name = "deltas",
          .start = readCount,
          .data =
              [](VokBlendTarget& target, VokParse& parse) {
-                 parse.ReadFloats(target.diffs.back().deltas, target.claimedCount);
+                 target.diffs.back().deltas.Read(parse, target.claimedCount);
              },
-         .within = "diff"},
+         .within = "diff",
+         .isBulk = true},
     };
     return rows;
 }
@@ -48,13 +50,13 @@ void VokBlendTarget::WriteDiffs(const VokBlendTarget& target, VokFile& file,
         attributes.SetString("name", diff.name);
         file.OpenTag(name, attributes);
         VokAttributes count;
-        count.SetUnsigned("count", static_cast<unsigned>(diff.indices.size()));
+        count.SetUnsigned("count", static_cast<unsigned>(diff.indices.Get().size()));
         file.OpenTag("indices", count);
-        for (const unsigned index : diff.indices) file.WriteUnsigned(index);
+        for (const unsigned index : diff.indices.Get()) file.WriteUnsigned(index);
         file.CloseTag("indices");
-        count.SetUnsigned("count", static_cast<unsigned>(diff.deltas.size()));
+        count.SetUnsigned("count", static_cast<unsigned>(diff.deltas.Get().size()));
         file.OpenTag("deltas", count);
-        file.WriteFloats(diff.deltas.data(), diff.deltas.size());
+        file.WriteFloats(diff.deltas.Get().data(), diff.deltas.Get().size());
         file.CloseTag("deltas");
         file.CloseTag(name);
     }

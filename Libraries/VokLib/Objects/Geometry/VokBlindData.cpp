@@ -72,19 +72,21 @@ std::span<const VokChildElement<VokBlindData>> VokBlindData::ChildElements() {
         {.name = "components",
          .start = [](VokBlindData& table, VokParse&) { table.namesComponents = true; },
          .data = [](VokBlindData& table,
-                    VokParse& parse) { parse.ReadInts(table.components, table.numComponents); },
+                    VokParse& parse) { table.components.Read(parse, table.numComponents); },
          .write =
              [](const VokBlindData& table, VokFile& file, std::string_view name) {
                  if (!table.namesComponents) return;
                  file.OpenTag(name);
-                 for (const int index : table.components) file.WriteInt(index);
+                 for (const int index : table.components.Get()) file.WriteInt(index);
                  file.CloseTag(name);
-             }},
+             },
+         .isBulk = true},
         {.name = "attribute",
          .start = ReadColumn,
          .data = [](VokBlindData& table,
                     VokParse& parse) { table.columns.back()->Read(parse, table.numComponents); },
-         .write = WriteColumns},
+         .write = WriteColumns,
+         .isBulk = true},
     };
     return rows;
 }

@@ -13,18 +13,25 @@ namespace {
 constexpr VokEnumText<VokMesh::PrimitiveType, 4> kPrimitiveTypes{
     {"POLYGONS", "TRIANGLES", "TRISTRIPS", "TRIFANS"}};
 
-/// How many indices the primitives of a set ask for; what would not fit is more than any document
-/// holds.
-long long CountIndices(const VokMesh::PrimitiveSet& set) {
-    constexpr auto kMost = std::numeric_limits<long long>::max() / 2;
-    const auto bindings = static_cast<long long>(set.bindings.size());
-    long long corners = 0;
-    for (const unsigned size : set.sizes) {
-        if (corners > kMost - size) return kMost;
-        corners += size;
-    }
-    return bindings != 0 && corners > kMost / bindings ? kMost : corners * bindings;
+/// What would not fit is more than any document holds.
+constexpr long long kMost = std::numeric_limits<long long>::max() / 2;
+
+long long AddCorners(long long corners, unsigned size) {
+    return corners > kMost - size ? kMost : corners + size;
 }
+
+/// Adds sizes up that are not kept.
+class SizeStream : public VokTextStream {
+  public:
+    explicit SizeStream(long long claimed) : missing(claimed) {}
+    void Take(VokTextReader& text) override {
+        for (; missing > 0 && text.HasTokens(); --missing)
+            corners = AddCorners(corners, text.ReadUnsigned());
+    }
+
+    long long missing;  // of the sizes that were claimed
+    long long corners = 0;
+};
 
 }  // namespace
 
@@ -42,15 +49,14 @@ std::span<const VokChildElement<VokMesh>> VokMesh::ChildElements() {
                      parse.GetAttributes().GetString("source"));
              },
          .within = "primitives"},
-        {.name = "sizes", .data = ReadSizes, .within = "primitives"},
-        {.name = "indices", .data = ReadIndices, .within = "primitives"},
+        {.name = "sizes", .start = BeginSizes, .data = ReadSizes, .within = "primitives"},
+        {.name = "indices", .data = ReadIndices, .within = "primitives", .isBulk = true},
         {.name = "array",
          .start = ReadArray,
-         .data =
-             [](VokMesh& mesh, VokParse& parse) {
-                 parse.ReadFloats(mesh.LastArray().values, mesh.claimedValues);
-             },
-         .within = "vertexArray"},
+         .data = [](VokMesh& mesh,
+                    VokParse& parse) { mesh.LastArray().values.Read(parse, mesh.claimedValues); },
+         .within = "vertexArray",
+         .isBulk = true},
         {.name = "blindData",
          .start =
              [](VokMesh& mesh, VokParse& parse) {
@@ -60,10 +66,10 @@ std::span<const VokChildElement<VokMesh>> VokMesh::ChildElements() {
              },
          .within = "vertexArray"},
         // Beside the sets the two belong to the last of them.
-        {.name = "sizes", .data = ReadLateSizes, .within = "vertexArray"},
-        {.name = "indices", .data = ReadIndices, .within = "vertexArray"},
-        {.name = "sizes", .data = ReadLateSizes},
-        {.name = "indices", .data = ReadIndices},
+        {.name = "sizes", .start = BeginSizes, .data = ReadLateSizes, .within = "vertexArray"},
+        {.name = "indices", .data = ReadIndices, .within = "vertexArray", .isBulk = true},
+        {.name = "sizes", .start = BeginSizes, .data = ReadLateSizes},
+        {.name = "indices", .data = ReadIndices, .isBulk = true},
     };
     return rows;
 }
@@ -86,6 +92,8 @@ void VokMesh::ReadPrimitives(VokMesh& mesh, VokParse& parse) {
     PrimitiveSet& set = *mesh.primitives.emplace_back(std::make_unique<PrimitiveSet>(&mesh));
     set.type = *type;
     mesh.claimedPrimitives = GetCount(attributes, "count", 0);
+    mesh.corners = 0;
+    mesh.indexCount = 0;
     ReadLink(set.shader, attributes, "shader");
 }
 
@@ -96,14 +104,29 @@ void VokMesh::ReadArray(VokMesh& mesh, VokParse& parse) {
     // No number of floats but none is a multiple of a stride of 0.
     if (stride == 0 ? count != 0 : count % stride != 0)
         ThrowVokException("Count is not a multiple of stride.", &mesh);
-    DataArray& array = *mesh.arrays.emplace_back(std::make_unique<DataArray>());
+    DataArray& array = *mesh.arrays.emplace_back(std::make_unique<DataArray>(&mesh));
     array.name = attributes.GetString("name");
     array.stride = stride;
     mesh.claimedValues = count;
 }
 
+void VokMesh::BeginSizes(VokMesh& mesh, VokParse& parse) {
+    if (!parse.KeepsContents())
+        parse.StreamText(std::make_unique<SizeStream>(mesh.claimedPrimitives));
+}
+
 void VokMesh::ReadSizes(VokMesh& mesh, VokParse& parse) {
-    parse.ReadUnsigneds(mesh.LastPrimitives().sizes, mesh.claimedPrimitives);
+    VokBulk<unsigned>& sizes = mesh.LastPrimitives().sizes;
+    mesh.corners = 0;
+    if (parse.KeepsContents()) {
+        sizes.Read(parse, mesh.claimedPrimitives);
+        for (const unsigned size : sizes.Get()) mesh.corners = AddCorners(mesh.corners, size);
+        return;
+    }
+    const SizeStream read = parse.FinishStream(SizeStream(mesh.claimedPrimitives));
+    sizes.LeaveOut();
+    mesh.corners = read.corners;
+    if (read.missing > 0) parse.ClaimPadding(static_cast<std::size_t>(read.missing));
 }
 
 void VokMesh::ReadLateSizes(VokMesh& mesh, VokParse& parse) {
@@ -112,17 +135,31 @@ void VokMesh::ReadLateSizes(VokMesh& mesh, VokParse& parse) {
 }
 
 void VokMesh::ReadIndices(VokMesh& mesh, VokParse& parse) {
-    PrimitiveSet& set = mesh.LastPrimitives();
-    parse.ReadInts(set.indices, CountIndices(set));
+    VokBulk<int>& indices = mesh.LastPrimitives().indices;
+    const long long wanted = mesh.CountIndices();
+    indices.Read(parse, wanted);
+    mesh.indexCount = wanted;
+}
+
+/// How many indices the primitives of the last set ask for.
+long long VokMesh::CountIndices() const {
+    const auto bindings = static_cast<long long>(primitives.back()->bindings.size());
+    if (corners == kMost || (bindings != 0 && corners > kMost / bindings)) return kMost;
+    return corners * bindings;
 }
 
 /// Corners that were given no indices, or came behind them, have zeros.
 void VokMesh::FillIndices(VokParse& parse) {
-    PrimitiveSet& set = LastPrimitives();
-    const auto wanted = static_cast<std::size_t>(CountIndices(set));
-    if (wanted > set.indices.size()) parse.ClaimPadding(wanted - set.indices.size());
-    set.indices.reserve(wanted);
-    set.indices.resize(wanted);
+    VokBulk<int>& indices = LastPrimitives().indices;
+    const long long wanted = CountIndices();
+    if (wanted > indexCount) parse.ClaimPadding(static_cast<std::size_t>(wanted - indexCount));
+    indexCount = wanted;
+    if (!parse.KeepsContents()) {
+        indices.LeaveOut();
+        return;
+    }
+    indices.Edit().reserve(static_cast<std::size_t>(wanted));
+    indices.Edit().resize(static_cast<std::size_t>(wanted));
 }
 
 void VokMesh::WriteVertexArray(const VokMesh& mesh, VokFile& file, std::string_view name) {
@@ -131,10 +168,10 @@ void VokMesh::WriteVertexArray(const VokMesh& mesh, VokFile& file, std::string_v
     for (const auto& array : mesh.arrays) {
         VokAttributes attributes;
         attributes.SetString("name", array->name);
-        attributes.SetUnsigned("count", static_cast<unsigned>(array->values.size()));
+        attributes.SetUnsigned("count", static_cast<unsigned>(array->values.Get().size()));
         attributes.SetUnsigned("stride", array->stride);
         file.OpenTag("array", attributes);
-        file.WriteFloats(array->values.data(), array->values.size());
+        file.WriteFloats(array->values.Get().data(), array->values.Get().size());
         file.CloseTag("array");
     }
     for (const auto& table : mesh.blindData) {
@@ -150,7 +187,7 @@ void VokMesh::WritePrimitives(const PrimitiveSet* set, VokFile& file) const {
     if (!type) ThrowVokException("Unknown primitive type", this);
     VokAttributes attributes;
     attributes.SetString("type", *type);
-    attributes.SetUnsigned("count", static_cast<unsigned>(set->sizes.size()));
+    attributes.SetUnsigned("count", static_cast<unsigned>(set->sizes.Get().size()));
     if (set->shader.IsValid()) WriteLink(set->shader, attributes, "shader");
     file.OpenTag("primitives", attributes);
     for (const std::string& source : set->bindings) {
@@ -159,10 +196,10 @@ void VokMesh::WritePrimitives(const PrimitiveSet* set, VokFile& file) const {
         file.EmptyTag("binding", binding);
     }
     file.OpenTag("sizes");
-    for (const unsigned size : set->sizes) file.WriteUnsigned(size);
+    for (const unsigned size : set->sizes.Get()) file.WriteUnsigned(size);
     file.CloseTag("sizes");
     file.OpenTag("indices");
-    for (const int index : set->indices) file.WriteInt(index);
+    for (const int index : set->indices.Get()) file.WriteInt(index);
     file.CloseTag("indices");
     file.CloseTag("primitives");
 }

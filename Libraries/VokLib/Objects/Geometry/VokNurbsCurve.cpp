@@ -72,12 +72,13 @@ std::span<const VokChildElement<VokNurbsCurve>> VokNurbsCurve::ChildElements() {
              },
          .data =
              [](VokNurbsCurve& curve, VokParse& parse) {
-                 parse.ReadFloats(curve.points, curve.claimedCount * kFloatsPerPoint);
+                 curve.points.Read(parse, curve.claimedCount * kFloatsPerPoint);
              },
          .write =
              [](const VokNurbsCurve& curve, VokFile& file, std::string_view name) {
-                 WriteList(curve.points, kFloatsPerPoint, file, name);
-             }},
+                 WriteList(curve.points.Get(), kFloatsPerPoint, file, name);
+             },
+         .isBulk = true},
         {.name = "knots",
          .start =
              [](VokNurbsCurve& curve, VokParse& parse) {
@@ -85,9 +86,10 @@ std::span<const VokChildElement<VokNurbsCurve>> VokNurbsCurve::ChildElements() {
                      curve, parse.GetAttributes(), "Nurbs curve missing knots count attribute");
              },
          .data = [](VokNurbsCurve& curve,
-                    VokParse& parse) { parse.ReadFloats(curve.knots, curve.claimedCount); },
+                    VokParse& parse) { curve.knots.Read(parse, curve.claimedCount); },
          .write = [](const VokNurbsCurve& curve, VokFile& file,
-                     std::string_view name) { WriteList(curve.knots, 1, file, name); }},
+                     std::string_view name) { WriteList(curve.knots.Get(), 1, file, name); },
+         .isBulk = true},
     };
     return rows;
 }

@@ -48,26 +48,28 @@ std::span<const VokChildElement<VokNurbsSurface>> VokNurbsSurface::ChildElements
              },
          .data =
              [](VokNurbsSurface& nurbs, VokParse& parse) {
-                 parse.ReadFloats(nurbs.controlVertices,
-                                  CountFloats(nurbs.numCVinU, nurbs.numCVinV));
+                 nurbs.controlVertices.Read(parse, CountFloats(nurbs.numCVinU, nurbs.numCVinV));
              },
-         .within = "surface"},
+         .within = "surface",
+         .isBulk = true},
         {.name = "knotsInU",
          .start =
              [](VokNurbsSurface& nurbs, VokParse& parse) {
                  nurbs.claimedCount = GetCount(parse.GetAttributes(), "numKnotsInU", 0);
              },
          .data = [](VokNurbsSurface& nurbs,
-                    VokParse& parse) { parse.ReadFloats(nurbs.knotsInU, nurbs.claimedCount); },
-         .within = "surface"},
+                    VokParse& parse) { nurbs.knotsInU.Read(parse, nurbs.claimedCount); },
+         .within = "surface",
+         .isBulk = true},
         {.name = "knotsInV",
          .start =
              [](VokNurbsSurface& nurbs, VokParse& parse) {
                  nurbs.claimedCount = GetCount(parse.GetAttributes(), "numKnotsInV", 0);
              },
          .data = [](VokNurbsSurface& nurbs,
-                    VokParse& parse) { parse.ReadFloats(nurbs.knotsInV, nurbs.claimedCount); },
-         .within = "surface"},
+                    VokParse& parse) { nurbs.knotsInV.Read(parse, nurbs.claimedCount); },
+         .within = "surface",
+         .isBulk = true},
     };
     return rows;
 }
@@ -86,12 +88,12 @@ void VokNurbsSurface::WriteSurface(const VokNurbsSurface& nurbs, VokFile& file,
     VokAttributes grid;
     grid.SetUnsigned("numCVinU", nurbs.numCVinU);
     grid.SetUnsigned("numCVinV", nurbs.numCVinV);
-    WriteList(file, "controlVertices", grid, nurbs.controlVertices);
+    WriteList(file, "controlVertices", grid, nurbs.controlVertices.Get());
     VokAttributes inU;
-    inU.SetUnsigned("numKnotsInU", static_cast<unsigned>(nurbs.knotsInU.size()));
-    WriteList(file, "knotsInU", inU, nurbs.knotsInU);
+    inU.SetUnsigned("numKnotsInU", static_cast<unsigned>(nurbs.knotsInU.Get().size()));
+    WriteList(file, "knotsInU", inU, nurbs.knotsInU.Get());
     VokAttributes inV;
-    inV.SetUnsigned("numKnotsInV", static_cast<unsigned>(nurbs.knotsInV.size()));
-    WriteList(file, "knotsInV", inV, nurbs.knotsInV);
+    inV.SetUnsigned("numKnotsInV", static_cast<unsigned>(nurbs.knotsInV.Get().size()));
+    WriteList(file, "knotsInV", inV, nurbs.knotsInV.Get());
     file.CloseTag(name);
 }

@@ -11,24 +11,27 @@ void ReadClaim(VokPmDataQEL& data, VokParse& parse) {
     data.claimedCount = GetCount(parse.GetAttributes(), "count", 0);
 }
 
-template <std::vector<int> VokPmDataQEL::*List>
+template <VokBulk<int> VokPmDataQEL::*List>
 void ReadNumbers(VokPmDataQEL& data, VokParse& parse) {
-    parse.ReadInts(data.*List, data.claimedCount);
+    (data.*List).Read(parse, data.claimedCount);
 }
 
-template <std::vector<int> VokPmDataQEL::*List>
+template <VokBulk<int> VokPmDataQEL::*List>
 void WriteNumbers(const VokPmDataQEL& data, VokFile& file, std::string_view name) {
     VokAttributes attributes;
-    attributes.SetUnsigned("count", static_cast<unsigned>((data.*List).size()));
+    attributes.SetUnsigned("count", static_cast<unsigned>((data.*List).Get().size()));
     file.OpenTag(name, attributes);
-    for (const int number : data.*List) file.WriteInt(number);
+    for (const int number : (data.*List).Get()) file.WriteInt(number);
     file.CloseTag(name);
 }
 
-template <std::vector<int> VokPmDataQEL::*List>
+template <VokBulk<int> VokPmDataQEL::*List>
 constexpr VokChildElement<VokPmDataQEL> NumbersRow(std::string_view name) {
-    return {
-        .name = name, .start = ReadClaim, .data = ReadNumbers<List>, .write = WriteNumbers<List>};
+    return {.name = name,
+            .start = ReadClaim,
+            .data = ReadNumbers<List>,
+            .write = WriteNumbers<List>,
+            .isBulk = true};
 }
 
 }  // namespace
@@ -53,15 +56,16 @@ std::span<const VokChildElement<VokPmDataQEL>> VokPmDataQEL::ChildElements() {
         {.name = "costs",
          .start = ReadClaim,
          .data = [](VokPmDataQEL& data,
-                    VokParse& parse) { parse.ReadFloats(data.costs, data.claimedCount); },
+                    VokParse& parse) { data.costs.Read(parse, data.claimedCount); },
          .write =
              [](const VokPmDataQEL& data, VokFile& file, std::string_view name) {
                  VokAttributes attributes;
-                 attributes.SetUnsigned("count", static_cast<unsigned>(data.costs.size()));
+                 attributes.SetUnsigned("count", static_cast<unsigned>(data.costs.Get().size()));
                  file.OpenTag(name, attributes);
-                 file.WriteFloats(data.costs.data(), data.costs.size());
+                 file.WriteFloats(data.costs.Get().data(), data.costs.Get().size());
                  file.CloseTag(name);
-             }},
+             },
+         .isBulk = true},
         NumbersRow<&VokPmDataQEL::splits>("splits"),
         NumbersRow<&VokPmDataQEL::fixFaces>("fixFaces"),
     };

@@ -3,7 +3,31 @@
 #include <VokLib/Document/VokFields.h>
 #include <VokLib/Tree/ThrowVokException.h>
 
+#include <algorithm>
+#include <memory>
+
 using namespace VokFields;
+
+namespace {
+
+/// Goes over rows of weights that are not kept: a number, then as many pairs.
+class RowStream : public VokTextStream {
+  public:
+    explicit RowStream(long long claimed) : missing(claimed) {}
+    void Take(VokTextReader& text) override {
+        for (;;) {
+            wordsInRow -= text.SkipWords(wordsInRow);
+            if (wordsInRow != 0 || missing == 0 || !text.HasTokens()) return;
+            wordsInRow = 2 * static_cast<std::size_t>(std::max(text.ReadInt(), 0));
+            --missing;
+        }
+    }
+
+    long long missing;           // of the rows that were claimed
+    std::size_t wordsInRow = 0;  // that the row in hand still asks for
+};
+
+}  // namespace
 
 std::span<const VokAttributeRow<VokSkin>> VokSkin::AttributeRows() {
     static constexpr VokAttributeRow<VokSkin> rows[] = {
@@ -27,30 +51,27 @@ std::span<const VokChildElement<VokSkin>> VokSkin::ChildElements() {
          .data = [](VokSkin& skin,
                     VokParse& parse) { skin.influences.back().bindInverse = parse.ReadMatrix(); },
          .within = "influence"},
-        {.name = "weights",
-         .start =
-             [](VokSkin& skin, VokParse& parse) {
-                 skin.claimedCount = GetCount(parse.GetAttributes(), "count", 0);
-             },
-         .data = ReadWeights,
-         .write = WriteWeights},
+        {.name = "weights", .start = BeginWeights, .data = ReadWeights, .write = WriteWeights},
         {.name = "components",
          .start =
              [](VokSkin& skin, VokParse& parse) {
                  skin.claimedCount = GetCount(parse.GetAttributes(), "count", 0);
-                 skin.components.emplace();
+                 skin.components.emplace(&skin);
              },
          .data = [](VokSkin& skin,
-                    VokParse& parse) { parse.ReadUnsigneds(*skin.components, skin.claimedCount); },
+                    VokParse& parse) { skin.components->Read(parse, skin.claimedCount); },
          .write =
              [](const VokSkin& skin, VokFile& file, std::string_view name) {
                  if (!skin.components) return;
                  VokAttributes attributes;
-                 attributes.SetUnsigned("count", static_cast<unsigned>(skin.components->size()));
+                 attributes.SetUnsigned("count",
+                                        static_cast<unsigned>(skin.components->Get().size()));
                  file.OpenTag(name, attributes);
-                 for (const unsigned component : *skin.components) file.WriteUnsigned(component);
+                 for (const unsigned component : skin.components->Get())
+                     file.WriteUnsigned(component);
                  file.CloseTag(name);
-             }},
+             },
+         .isBulk = true},
     };
     return rows;
 }
@@ -69,18 +90,39 @@ VokSkin::Influence& VokSkin::AddInfluence() {
     return influences.emplace_back(Influence{VokObjLinkHandle(this), {}});
 }
 
+std::size_t VokSkin::GetRowCount() const {
+    static_cast<void>(weights.Get());
+    return rowEnds.size();
+}
+
 std::span<const VokSkin::Weight> VokSkin::GetRow(std::size_t index) const {
     const std::size_t begin = index == 0 ? 0 : rowEnds[index - 1];
-    return std::span(weights).subspan(begin, rowEnds[index] - begin);
+    return std::span(weights.Get()).subspan(begin, rowEnds[index] - begin);
 }
 
 void VokSkin::AddRow(std::span<const Weight> row) {
-    weights.insert(weights.end(), row.begin(), row.end());
-    rowEnds.push_back(weights.size());
+    std::vector<Weight>& all = weights.Edit();
+    all.insert(all.end(), row.begin(), row.end());
+    rowEnds.push_back(all.size());
+}
+
+void VokSkin::BeginWeights(VokSkin& skin, VokParse& parse) {
+    skin.claimedCount = GetCount(parse.GetAttributes(), "count", 0);
+    if (!parse.KeepsContents()) parse.StreamText(std::make_unique<RowStream>(skin.claimedCount));
+}
+
+/// Takes the rows of weights that are not kept.
+void VokSkin::PassWeights(VokSkin& skin, VokParse& parse) {
+    const RowStream read = parse.FinishStream(RowStream(skin.claimedCount));
+    skin.weights.LeaveOut();
+    // A pair without its weight is one.
+    parse.ClaimPadding(read.wordsInRow / 2 * 2);
+    parse.ClaimPadding(static_cast<std::size_t>(read.missing));
 }
 
 void VokSkin::ReadWeights(VokSkin& skin, VokParse& parse) {
-    skin.weights.clear();
+    if (!parse.KeepsContents()) return PassWeights(skin, parse);
+    skin.weights.Edit().clear();
     skin.rowEnds.clear();
     long long row = 0;
     for (; row < skin.claimedCount && parse.HasTokens(); ++row) {
@@ -90,8 +132,8 @@ void VokSkin::ReadWeights(VokSkin& skin, VokParse& parse) {
     // Rows that the text does not hold are without influences.
     const auto missing = static_cast<std::size_t>(skin.claimedCount - row);
     parse.ClaimPadding(missing);
-    skin.rowEnds.resize(skin.rowEnds.size() + missing, skin.weights.size());
-    skin.weights.shrink_to_fit();
+    skin.rowEnds.resize(skin.rowEnds.size() + missing, skin.weights.Get().size());
+    skin.weights.Edit().shrink_to_fit();
     skin.rowBuffer = {};
 }
 

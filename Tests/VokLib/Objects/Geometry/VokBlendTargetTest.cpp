@@ -26,8 +26,8 @@ TEST(BlendTarget, CountsThatLieAreFilledOrRefused) {
     Scene scene(R"(<blendtarget name="t"><diff name="d"><indices count="3">1</indices>
 <deltas count="-1">1 2</deltas></diff></blendtarget>)");
     const VokBlendTarget::Diff& diff = scene.First<VokBlendTarget>().GetDiff(0);
-    EXPECT_EQ(diff.indices, (std::vector<unsigned>{1, 0, 0}));
-    EXPECT_TRUE(diff.deltas.empty());
+    EXPECT_EQ(diff.indices.Get(), (std::vector<unsigned>{1, 0, 0}));
+    EXPECT_TRUE(diff.deltas.Get().empty());
 }
 
 TEST(BlendTarget, ACountBeyondTheDocumentIsRefused) {

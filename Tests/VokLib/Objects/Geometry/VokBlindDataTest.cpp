@@ -75,18 +75,18 @@ TEST(BlindData, WithoutComponentsNoneAreWritten) {
 TEST(BlindData, AColumnHasAValueForEachRow) {
     Scene scene(Table(3, R"(<attribute name="a" type="Int">1</attribute>
 <attribute name="b" type="Float">1 2 3 4</attribute><attribute name="c" type="Enum"/>)"));
-    EXPECT_EQ(TableOf(scene).GetColumnOf<int>(0).values, (std::vector<int>{1, 0, 0}));
-    EXPECT_EQ(TableOf(scene).GetColumnOf<float>(1).values, (std::vector<float>{1, 2, 3}));
-    EXPECT_EQ(TableOf(scene).GetColumnOf<int>(2).values, (std::vector<int>{0, 0, 0}));
+    EXPECT_EQ(TableOf(scene).GetColumnOf<int>(0).values.Get(), (std::vector<int>{1, 0, 0}));
+    EXPECT_EQ(TableOf(scene).GetColumnOf<float>(1).values.Get(), (std::vector<float>{1, 2, 3}));
+    EXPECT_EQ(TableOf(scene).GetColumnOf<int>(2).values.Get(), (std::vector<int>{0, 0, 0}));
     EXPECT_EQ(TableOf(scene).GetColumn(2).GetType(), BlindDataType::Enum);
 }
 
 TEST(BlindData, OfAListOfBoolsTheLastAloneCanBeTrue) {
     Scene scene(Table(2, R"(<attribute name="a" type="Bool">true true</attribute>
 <attribute name="b" type="Bool">1 0</attribute><attribute name="c" type="Bool">0 1 </attribute>)"));
-    EXPECT_EQ(TableOf(scene).GetColumnOf<bool>(0).values, (std::vector<bool>{false, true}));
-    EXPECT_EQ(TableOf(scene).GetColumnOf<bool>(1).values, (std::vector<bool>{false, false}));
-    EXPECT_EQ(TableOf(scene).GetColumnOf<bool>(2).values, (std::vector<bool>{false, false}));
+    EXPECT_EQ(TableOf(scene).GetColumnOf<bool>(0).values.Get(), (std::vector<bool>{false, true}));
+    EXPECT_EQ(TableOf(scene).GetColumnOf<bool>(1).values.Get(), (std::vector<bool>{false, false}));
+    EXPECT_EQ(TableOf(scene).GetColumnOf<bool>(2).values.Get(), (std::vector<bool>{false, false}));
 }
 
 TEST(BlindData, AColumnNeedsAKnownType) {
@@ -119,9 +119,9 @@ TEST(BlindData, ColumnsTakeTheirOwnKindOfValueAlone) {
     table.GetColumn(0).SetInt(0, 5);
     table.GetColumn(1).SetFloat(0, 2.5f);
     table.GetColumn(2).SetBool(0, false);
-    EXPECT_EQ(table.GetColumnOf<int>(0).values, std::vector<int>{5});
-    EXPECT_EQ(table.GetColumnOf<float>(1).values, std::vector<float>{2.5f});
-    EXPECT_EQ(table.GetColumnOf<bool>(2).values, std::vector<bool>{false});
+    EXPECT_EQ(table.GetColumnOf<int>(0).values.Get(), std::vector<int>{5});
+    EXPECT_EQ(table.GetColumnOf<float>(1).values.Get(), std::vector<float>{2.5f});
+    EXPECT_EQ(table.GetColumnOf<bool>(2).values.Get(), std::vector<bool>{false});
     EXPECT_EQ(FailureOf([&] { table.GetColumn(1).SetInt(0, 1); }),
               (Failure{"Attempt to set int blind data on non-int array", ""}));
     EXPECT_EQ(FailureOf([&] { table.GetColumn(2).SetFloat(0, 1); }),

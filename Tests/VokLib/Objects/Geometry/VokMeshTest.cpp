@@ -44,12 +44,12 @@ TEST(Mesh, HoldsWhatTheDocumentSays) {
     EXPECT_EQ(mesh.primitives[0]->type, VokMesh::PrimitiveType::Polygons);
     EXPECT_EQ(mesh.primitives[0]->shader.GetTarget(), &scene.First<VokMaterial>());
     EXPECT_EQ(mesh.primitives[0]->bindings, (std::vector<std::string>{"position", "uv"}));
-    EXPECT_EQ(mesh.primitives[0]->sizes, (std::vector<unsigned>{3, 4}));
-    EXPECT_EQ(mesh.primitives[0]->indices.size(), 14u);
+    EXPECT_EQ(mesh.primitives[0]->sizes.Get(), (std::vector<unsigned>{3, 4}));
+    EXPECT_EQ(mesh.primitives[0]->indices.Get().size(), 14u);
     EXPECT_FALSE(mesh.primitives[1]->shader.IsValid());
     ASSERT_EQ(mesh.arrays.size(), 2u);
     EXPECT_EQ(mesh.arrays[0]->stride, 3u);
-    EXPECT_EQ(mesh.arrays[1]->values, (std::vector<float>{0.25f, 0.75f}));
+    EXPECT_EQ(mesh.arrays[1]->values.Get(), (std::vector<float>{0.25f, 0.75f}));
     ASSERT_EQ(mesh.blindData.size(), 1u);
     EXPECT_EQ(mesh.GetChildCount(), 1u) << "blind data is no child";
 }
@@ -57,9 +57,9 @@ TEST(Mesh, HoldsWhatTheDocumentSays) {
 TEST(Mesh, VectorsFitExactly) {
     Scene scene(R"(<material name="skin"/>)" + std::string(kWhole));
     const VokMesh& mesh = scene.First<VokMesh>();
-    EXPECT_EQ(mesh.arrays[1]->values.capacity(), 2u);
-    EXPECT_EQ(mesh.primitives[1]->indices.capacity(), 3u);
-    EXPECT_EQ(mesh.primitives[0]->sizes.capacity(), 2u);
+    EXPECT_EQ(mesh.arrays[1]->values.Get().capacity(), 2u);
+    EXPECT_EQ(mesh.primitives[1]->indices.Get().capacity(), 3u);
+    EXPECT_EQ(mesh.primitives[0]->sizes.Get().capacity(), 2u);
 }
 
 TEST(Mesh, WithNothingItWritesAnEmptyVertexArray) {
@@ -109,15 +109,15 @@ TEST(Mesh, SizesBesideTheSetsGoToTheLast) {
     Scene scene(InArray(R"(<primitives type="TRIANGLES" count="1"><binding source="a"/></primitives>
 <sizes>3</sizes><indices>7 8 9</indices><array name="a" count="1" stride="1">5</array>)"));
     const VokMesh& mesh = scene.First<VokMesh>();
-    EXPECT_EQ(mesh.primitives[0]->sizes, std::vector<unsigned>{3});
-    EXPECT_EQ(mesh.primitives[0]->indices, (std::vector<int>{7, 8, 9}));
+    EXPECT_EQ(mesh.primitives[0]->sizes.Get(), std::vector<unsigned>{3});
+    EXPECT_EQ(mesh.primitives[0]->indices.Get(), (std::vector<int>{7, 8, 9}));
     EXPECT_EQ(mesh.arrays.size(), 1u) << "the vertexArray is still open";
 }
 
 TEST(Mesh, IndicesNeedSizesAndBindingsInFront) {
     Scene scene(InArray(R"(<primitives type="TRIANGLES" count="1"><indices>1 2 3</indices>
 <binding source="a"/><sizes>3</sizes></primitives>)"));
-    EXPECT_EQ(scene.First<VokMesh>().primitives[0]->indices, (std::vector<int>{0, 0, 0}));
+    EXPECT_EQ(scene.First<VokMesh>().primitives[0]->indices.Get(), (std::vector<int>{0, 0, 0}));
 }
 
 TEST(Mesh, CornersWithoutIndicesHaveZerosAndRoundTrip) {
@@ -135,7 +135,7 @@ TEST(Mesh, ThePrimitivesWrittenAreThoseThatHaveSizes) {
     Scene scene(InArray(R"(<primitives type="TRIANGLES" count="3"><sizes>1 2</sizes></primitives>
 <primitives type="TRIANGLES" count="7"></primitives>)"));
     const VokMesh& mesh = scene.First<VokMesh>();
-    EXPECT_EQ(mesh.primitives[0]->sizes, (std::vector<unsigned>{1, 2, 0}));
+    EXPECT_EQ(mesh.primitives[0]->sizes.Get(), (std::vector<unsigned>{1, 2, 0}));
     EXPECT_NE(Write(mesh).find("TRIANGLES\" count=\"0\""), std::string::npos);
 }
 
@@ -154,9 +154,9 @@ TEST(Mesh, ValuesThatTheTextDoesNotHoldAreZero) {
     Scene scene(InArray(R"(<array name="a" count="6" stride="3">1 2</array>
 <array name="b" count="2" stride="1">1 2 3 4</array><array name="c" count="2" stride="2"/>)"));
     const VokMesh& mesh = scene.First<VokMesh>();
-    EXPECT_EQ(mesh.arrays[0]->values, (std::vector<float>{1, 2, 0, 0, 0, 0}));
-    EXPECT_EQ(mesh.arrays[1]->values, (std::vector<float>{1, 2}));
-    EXPECT_EQ(mesh.arrays[2]->values, (std::vector<float>{0, 0}));
+    EXPECT_EQ(mesh.arrays[0]->values.Get(), (std::vector<float>{1, 2, 0, 0, 0, 0}));
+    EXPECT_EQ(mesh.arrays[1]->values.Get(), (std::vector<float>{1, 2}));
+    EXPECT_EQ(mesh.arrays[2]->values.Get(), (std::vector<float>{0, 0}));
 }
 
 TEST(Mesh, CountsBeyondTheDocumentAreRefused) {

@@ -58,8 +58,8 @@ TEST(NurbsCurve, CountsThatLieAreFilledOrRefused) {
     EXPECT_TRUE(claimsTooMuch(R"(<knots count="2000000000">1 2 3</knots>)"));
     Scene scene(R"(<nurbsCurve name="c" degree="1"><points count="2">1 2 3 4</points>
 <knots count="-2">1 2</knots></nurbsCurve>)");
-    EXPECT_EQ(scene.First<VokNurbsCurve>().points, (std::vector<float>{1, 2, 3, 4, 0, 0}));
-    EXPECT_TRUE(scene.First<VokNurbsCurve>().knots.empty());
+    EXPECT_EQ(scene.First<VokNurbsCurve>().points.Get(), (std::vector<float>{1, 2, 3, 4, 0, 0}));
+    EXPECT_TRUE(scene.First<VokNurbsCurve>().knots.Get().empty());
 }
 
 }  // namespace

@@ -41,8 +41,8 @@ TEST(NurbsSurface, AGridBeyondAnyNumberIsRefused) {
             << grid;
     Scene scene(R"(<nurbs name="s"><surface><controlVertices numCVinU="-3" numCVinV="7">1 2
 </controlVertices><knotsInU numKnotsInU="2">1</knotsInU></surface></nurbs>)");
-    EXPECT_TRUE(scene.First<VokNurbsSurface>().controlVertices.empty());
-    EXPECT_EQ(scene.First<VokNurbsSurface>().knotsInU, (std::vector<float>{1, 0}));
+    EXPECT_TRUE(scene.First<VokNurbsSurface>().controlVertices.Get().empty());
+    EXPECT_EQ(scene.First<VokNurbsSurface>().knotsInU.Get(), (std::vector<float>{1, 0}));
 }
 
 TEST(NurbsSurface, ListsOutsideASurfaceAreUnknown) {

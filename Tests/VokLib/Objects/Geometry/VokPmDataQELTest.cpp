@@ -41,9 +41,9 @@ TEST(PmDataQEL, CountsThatLieAreFilledOrRefused) {
             << list;
     Scene scene(R"(<pmdataQEL name="p"><vs count="-1">1</vs><vt count="3">1 2</vt>
 <costs>1</costs></pmdataQEL>)");
-    EXPECT_TRUE(scene.First<VokPmDataQEL>().vs.empty());
-    EXPECT_EQ(scene.First<VokPmDataQEL>().vt, (std::vector<int>{1, 2, 0}));
-    EXPECT_TRUE(scene.First<VokPmDataQEL>().costs.empty());
+    EXPECT_TRUE(scene.First<VokPmDataQEL>().vs.Get().empty());
+    EXPECT_EQ(scene.First<VokPmDataQEL>().vt.Get(), (std::vector<int>{1, 2, 0}));
+    EXPECT_TRUE(scene.First<VokPmDataQEL>().costs.Get().empty());
 }
 
 }  // namespace

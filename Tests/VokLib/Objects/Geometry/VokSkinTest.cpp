@@ -99,7 +99,7 @@ TEST(Skin, CountsThatLieAreZeroOrRefused) {
     Scene scene(R"(<skin name="s"><weights count="-1">1 0 1.0</weights>
 <components count="-7">1 2</components></skin>)");
     EXPECT_EQ(scene.First<VokSkin>().GetRowCount(), 0u);
-    EXPECT_TRUE(scene.First<VokSkin>().components->empty());
+    EXPECT_TRUE(scene.First<VokSkin>().components->Get().empty());
 }
 
 TEST(Skin, ARowOfLessThanNoPairsIsEmpty) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <VokLib/Document/VokElement.h>
+#include <VokLib/Tree/VokBulk.h>
 
 #include <cstddef>
 #include <string>
@@ -13,15 +14,16 @@ class VokBlendTarget : public VokElement<VokBlendTarget, VokObj> {
     static std::span<const VokChildElement<VokBlendTarget>> ChildElements();
 
     struct Diff {
+        explicit Diff(const VokObj* owner) : indices(owner), deltas(owner) {}
         std::string name;
-        std::vector<unsigned> indices;
-        std::vector<float> deltas;
+        VokBulk<unsigned> indices;
+        VokBulk<float> deltas;
     };
 
     std::size_t GetDiffCount() const { return diffs.size(); }
     /// Throws "Diff index out of range", and "No diffs" when there are none.
     const Diff& GetDiff(std::size_t index) const;
-    Diff& AddDiff() { return diffs.emplace_back(); }
+    Diff& AddDiff() { return diffs.emplace_back(this); }
 
   private:
     static void WriteDiffs(const VokBlendTarget& target, VokFile& file, std::string_view name);

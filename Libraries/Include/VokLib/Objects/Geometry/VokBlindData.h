@@ -1,6 +1,7 @@
 #pragma once
 
 #include <VokLib/Document/VokElement.h>
+#include <VokLib/Tree/VokBulk.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -45,14 +46,14 @@ template <class T>
 class BlindData : public BlindDataBase {
   public:
     using BlindDataBase::BlindDataBase;
-    std::size_t GetCount() const override { return values.size(); }
+    std::size_t GetCount() const override { return values.Get().size(); }
     void SetInt(std::size_t index, int value) override;
     void SetFloat(std::size_t index, float value) override;
     void SetBool(std::size_t index, bool value) override;
     void Read(VokParse& parse, long long count) override;
     void WriteValues(VokFile& file) const override;
 
-    std::vector<T> values;
+    VokBulk<T> values{owner};
 };
 
 /// A typed table that is attached to the polygons, edges or vertices of a mesh, which makes and
@@ -82,7 +83,7 @@ class VokBlindData : public VokElement<VokBlindData, VokObj> {
     Component component = Component::Invalid;
     unsigned numComponents = 0;
     bool namesComponents = false;  ///< the rows belong to `components` and not to all in order
-    std::vector<int> components;
+    VokBulk<int> components{this};
 
   private:
     std::vector<std::unique_ptr<BlindDataBase>> columns;

@@ -3,6 +3,7 @@
 #include <VokLib/Document/VokElement.h>
 #include <VokLib/Links/VokObjLink.h>
 #include <VokLib/Objects/Geometry/VokBlindData.h>
+#include <VokLib/Tree/VokBulk.h>
 
 #include <cstddef>
 #include <cstdint>
@@ -19,9 +20,10 @@ class VokMesh : public VokElement<VokMesh, VokObj> {
 
     /// Values of the vertices: `stride` floats for each.
     struct DataArray {
+        explicit DataArray(const VokObj* owner) : values(owner) {}
         std::string name;
         unsigned stride = 0;
-        std::vector<float> values;
+        VokBulk<float> values;
     };
 
     enum class PrimitiveType : std::uint32_t { Polygons, Triangles, TriStrips, TriFans };
@@ -29,12 +31,12 @@ class VokMesh : public VokElement<VokMesh, VokObj> {
     /// Primitives of one kind. For each primitive, for each of its corners, one index for each
     /// binding, back to back.
     struct PrimitiveSet {
-        explicit PrimitiveSet(VokObj* owner) : shader(owner) {}
+        explicit PrimitiveSet(VokObj* owner) : shader(owner), sizes(owner), indices(owner) {}
         PrimitiveType type = PrimitiveType::Polygons;
         VokObjLinkHandle shader;
         std::vector<std::string> bindings;  ///< the names of the arrays that the indices go into
-        std::vector<unsigned> sizes;        ///< corners of each primitive
-        std::vector<int> indices;
+        VokBulk<unsigned> sizes;            ///< corners of each primitive
+        VokBulk<int> indices;
     };
 
     std::vector<std::unique_ptr<PrimitiveSet>> primitives;
@@ -44,15 +46,20 @@ class VokMesh : public VokElement<VokMesh, VokObj> {
   private:
     static void ReadPrimitives(VokMesh& mesh, VokParse& parse);
     static void ReadArray(VokMesh& mesh, VokParse& parse);
+    static void BeginSizes(VokMesh& mesh, VokParse& parse);
     static void ReadSizes(VokMesh& mesh, VokParse& parse);
     static void ReadLateSizes(VokMesh& mesh, VokParse& parse);
     static void ReadIndices(VokMesh& mesh, VokParse& parse);
     void FillIndices(VokParse& parse);
+    long long CountIndices() const;
     static void WriteVertexArray(const VokMesh& mesh, VokFile& file, std::string_view name);
     void WritePrimitives(const PrimitiveSet* set, VokFile& file) const;
     PrimitiveSet& LastPrimitives();
     DataArray& LastArray();
 
-    long long claimedPrimitives = 0;  // by the set that is being read
-    long long claimedValues = 0;      // by the array that is being read
+    // Of the set that is being read.
+    long long claimedPrimitives = 0;
+    long long corners = 0;  // of all its primitives
+    long long indexCount = 0;
+    long long claimedValues = 0;  // by the array that is being read
 };

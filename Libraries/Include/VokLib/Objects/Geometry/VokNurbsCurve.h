@@ -1,6 +1,7 @@
 #pragma once
 
 #include <VokLib/Document/VokElement.h>
+#include <VokLib/Tree/VokBulk.h>
 
 #include <cstdint>
 #include <vector>
@@ -16,8 +17,8 @@ class VokNurbsCurve : public VokElement<VokNurbsCurve, VokObj> {
 
     unsigned degree = 0;
     Form form = Form::Open;
-    std::vector<float> points;
-    std::vector<float> knots;
+    VokBulk<float> points{this};
+    VokBulk<float> knots{this};
 
   private:
     long long claimedCount = 0;  // of the list that is being read

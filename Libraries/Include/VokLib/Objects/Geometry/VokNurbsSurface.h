@@ -1,6 +1,7 @@
 #pragma once
 
 #include <VokLib/Document/VokElement.h>
+#include <VokLib/Tree/VokBulk.h>
 
 #include <vector>
 
@@ -19,9 +20,9 @@ class VokNurbsSurface : public VokElement<VokNurbsSurface, VokObj> {
     float vMax = 0;
     unsigned numCVinU = 0;
     unsigned numCVinV = 0;
-    std::vector<float> controlVertices;
-    std::vector<float> knotsInU;
-    std::vector<float> knotsInV;
+    VokBulk<float> controlVertices{this};
+    VokBulk<float> knotsInU{this};
+    VokBulk<float> knotsInV{this};
 
   private:
     static void WriteSurface(const VokNurbsSurface& nurbs, VokFile& file, std::string_view name);

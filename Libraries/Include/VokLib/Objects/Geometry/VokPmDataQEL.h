@@ -2,8 +2,7 @@
 
 #include <VokLib/Document/VokElement.h>
 #include <VokLib/Links/VokObjLink.h>
-
-#include <vector>
+#include <VokLib/Tree/VokBulk.h>
 
 /// The lists of a progressive mesh, carried as they stand.
 class VokPmDataQEL : public VokElement<VokPmDataQEL, VokObj> {
@@ -15,12 +14,12 @@ class VokPmDataQEL : public VokElement<VokPmDataQEL, VokObj> {
     void ParseData(VokParse& parse) override;
 
     VokObjLinkHandle target{this};
-    std::vector<int> vs;
-    std::vector<int> vt;
-    std::vector<int> faces;
-    std::vector<float> costs;
-    std::vector<int> splits;
-    std::vector<int> fixFaces;
+    VokBulk<int> vs{this};
+    VokBulk<int> vt{this};
+    VokBulk<int> faces{this};
+    VokBulk<float> costs{this};
+    VokBulk<int> splits{this};
+    VokBulk<int> fixFaces{this};
 
     long long claimedCount = 0;  ///< of the list that is being read
 };

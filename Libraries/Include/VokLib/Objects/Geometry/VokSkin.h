@@ -2,6 +2,7 @@
 
 #include <VokLib/Document/VokElement.h>
 #include <VokLib/Links/VokObjLink.h>
+#include <VokLib/Tree/VokBulk.h>
 
 #include <cstddef>
 #include <optional>
@@ -30,22 +31,24 @@ class VokSkin : public VokElement<VokSkin, VokObj> {
     const Influence& GetInfluence(std::size_t index) const;
     Influence& AddInfluence();
 
-    std::size_t GetRowCount() const { return rowEnds.size(); }
+    std::size_t GetRowCount() const;
     /// `index` must be below GetRowCount().
     std::span<const Weight> GetRow(std::size_t index) const;
     void AddRow(std::span<const Weight> row);
 
     std::string type;
-    std::optional<std::vector<unsigned>>
+    std::optional<VokBulk<unsigned>>
         components;  ///< the vertices that the rows belong to, if not all in order
 
   private:
+    static void BeginWeights(VokSkin& skin, VokParse& parse);
+    static void PassWeights(VokSkin& skin, VokParse& parse);
     static void ReadWeights(VokSkin& skin, VokParse& parse);
     static void WriteInfluences(const VokSkin& skin, VokFile& file, std::string_view name);
     static void WriteWeights(const VokSkin& skin, VokFile& file, std::string_view name);
 
     std::vector<Influence> influences;
-    std::vector<Weight> weights;       // all rows back to back
+    VokBulk<Weight> weights{this};     // all rows back to back
     std::vector<std::size_t> rowEnds;  // where each row ends in `weights`
     std::vector<Weight> rowBuffer;     // while rows are read
     long long claimedCount = 0;        // of the element that is being read
