@@ -169,10 +169,10 @@ std::string Bake(std::string_view document, VokParse::Wanted wanted, std::string
     return outcome.str();
 }
 
-class ContentsLeftOut : public testing::Test {
+class RigbakeContents : public testing::Test {
   protected:
-    ContentsLeftOut() { QelHashClientUtil::Initialise(); }
-    ~ContentsLeftOut() noexcept override { QelHashClientUtil::Shutdown(); }
+    RigbakeContents() { QelHashClientUtil::Initialise(); }
+    ~RigbakeContents() noexcept override { QelHashClientUtil::Shutdown(); }
 
     static bool IsTheSame(std::string_view document) {
         const std::string_view axis = document.size() % 2 == 0 ? "y" : "z";
@@ -186,16 +186,16 @@ class ContentsLeftOut : public testing::Test {
     std::mt19937 random{2026};
 };
 
-TEST_F(ContentsLeftOut, TestDocumentsBakeTheSame) {
+TEST_F(RigbakeContents, TestDocumentsBakeTheSame) {
     for (const std::string& document : TestDocuments()) IsTheSame(document);
 }
 
-TEST_F(ContentsLeftOut, ListsOfEveryLengthAreTakenForTheSame) {
+TEST_F(RigbakeContents, ListsOfEveryLengthAreTakenForTheSame) {
     for (int round = 0; round < 1000; ++round)
         if (!IsTheSame(MakeDocument(random))) return;
 }
 
-TEST_F(ContentsLeftOut, BrokenDocumentsFailTheSame) {
+TEST_F(RigbakeContents, BrokenDocumentsFailTheSame) {
     std::vector<std::string> documents = TestDocuments();
     for (int i = 0; i < 12; ++i) documents.push_back(MakeDocument(random));
     for (int round = 0; round < 5000; ++round)
