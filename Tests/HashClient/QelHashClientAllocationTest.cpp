@@ -28,17 +28,18 @@ class ThriftyProxy : public NotingProxy {
 
 }  // namespace
 
-void* operator new(std::size_t size) {
+// Not inlined: the compiler would take the pair of them for a mismatch.
+[[gnu::noinline]] void* operator new(std::size_t size) {
     ++allocations;
     if (void* const memory = std::malloc(size != 0 ? size : 1)) return memory;
     throw std::bad_alloc();
 }
 
-void operator delete(void* memory) noexcept {
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }
 
-void operator delete(void* memory, std::size_t) noexcept {
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
 
