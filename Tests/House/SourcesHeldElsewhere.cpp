@@ -16,7 +16,6 @@ const std::vector<HeldElsewhere>& SourcesHeldElsewhere() {
         {"VokLib/CustomData/VokCustomAttributeNumericTest",
          {"VokLib/CustomData/CustomValueGuards", "VokLib/CustomData/VokCustomAttribute",
           "VokLib/CustomData/VokCustomAttributeMap"}},
-        {"VokLib/Document/VokElementTest", {"VokLib/Document/VokFields"}},
         {"VokLib/Document/VokParseTest", {"VokLib/Document/ParseCallbacks"}},
         {"VokLib/Document/DocumentFeedTest", {"VokLib/Document/PushParser"}},
         {"VokLib/Document/VokParseVersionTest",

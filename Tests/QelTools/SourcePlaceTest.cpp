@@ -16,6 +16,9 @@ TEST(RepositoryPath, BeginsAtTheTopFoldersOfTheSources) {
     EXPECT_EQ(RepositoryPath({"../Libraries/A/B.cpp", 1}), "Libraries/A/B.cpp");
     EXPECT_EQ(RepositoryPath({"Libraries/A/B.cpp", 1}), "Libraries/A/B.cpp");
     EXPECT_EQ(RepositoryPath({"elsewhere.cpp", 1}), "elsewhere.cpp");
+    // A checkout may itself stand in a folder of such a name.
+    EXPECT_EQ(RepositoryPath({"/opt/Libraries/rigbake/Libraries/VokLib/A.cpp", 1}),
+              "Libraries/VokLib/A.cpp");
 }
 
 }  // namespace

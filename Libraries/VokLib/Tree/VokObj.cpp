@@ -122,12 +122,14 @@ void VokObj::InsertChild(VokObj* child, std::size_t index) {
     if (index > children.size()) ThrowVokException("Index for new child out of range", this);
     children.insert(children.begin() + static_cast<std::ptrdiff_t>(index), child);
     child->parent = this;
+    child->heldDepth = heldDepth;
 }
 
 void VokObj::InsertChildBefore(VokObj* child, const VokObj* before) {
     CheckNewChild(child);
     children.insert(std::find(children.begin(), children.end(), before), child);
     child->parent = this;
+    child->heldDepth = heldDepth;
 }
 
 VokObj* VokObj::RemoveChild(std::size_t index) {
@@ -152,6 +154,7 @@ void VokObj::AdoptChildren(VokObj& from) {
     children.reserve(children.size() + from.children.size());
     for (VokObj* child : from.children) {
         child->parent = this;
+        child->heldDepth = heldDepth;
         children.push_back(child);
     }
     from.children.clear();

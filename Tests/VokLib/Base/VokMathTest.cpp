@@ -238,6 +238,17 @@ TEST(VokMath, AQuaternionPastAPoleHasNoMiddleAngle) {
     EXPECT_FALSE(std::isnan(VokMath::QuaternionToEuler(past, RotationOrder::yzx).y));
 }
 
+TEST(VokMath, AnOrderThatThereIsNotTurnsAsXyz) {
+    const EulerRotation euler{0.3f, -0.7f, 1.1f, static_cast<RotationOrder>(6)};
+    const EulerRotation xyz{0.3f, -0.7f, 1.1f, RotationOrder::xyz};
+    const VokQuaternion turned = VokMath::EulerToQuaternion(euler);
+    const VokQuaternion expected = VokMath::EulerToQuaternion(xyz);
+    EXPECT_EQ(turned.x, expected.x);
+    EXPECT_EQ(turned.y, expected.y);
+    EXPECT_EQ(turned.z, expected.z);
+    EXPECT_EQ(turned.w, expected.w);
+}
+
 TEST(VokMath, NotANumberPassesThrough) {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     EXPECT_TRUE(std::isnan(VokMath::EulerToQuaternion({nan, 0, 0}).w));

@@ -46,7 +46,8 @@ using Result = std::pair<std::string, int>;
 
 class Echo : public VokFilenameTranslator {
   public:
-    explicit Echo(const std::string& form) : VokFilenameTranslator(form, false) {}
+    explicit Echo(const std::string& form, bool primary = false)
+        : VokFilenameTranslator(form, primary) {}
     int FromAbsolute(std::string& out, const std::string& absoluteName,
                      const VokObj*) const override {
         out = absoluteName;
@@ -128,6 +129,24 @@ TEST_F(FilenameTranslator, LaterOneReplacesAnEarlierOfItsForm) {
     delete second;
     EXPECT_EQ(ThrownBy([] { GetTranslator("echo"); }),
               Plain("No filename translator registered for filename form \"echo\"."));
+}
+
+TEST_F(FilenameTranslator, OfTwoPrimaryOnesTheLaterCountsForAsLongAsItLives) {
+    auto first = std::make_unique<Echo>("first", true);
+    auto second = std::make_unique<Echo>("second", true);
+    EXPECT_EQ(GetFormString(GetPrimaryTranslator()), "second");
+    first.reset();
+    EXPECT_EQ(GetFormString(GetPrimaryTranslator()), "second");
+    second.reset();
+    EXPECT_EQ(ThrownBy([] { GetPrimaryTranslator(); }),
+              Plain("No primary filename translator instance registered."));
+}
+
+TEST_F(FilenameTranslator, TheEarlierPrimaryOneDoesNotComeBack) {
+    const Echo first("first", true);
+    { const Echo second("second", true); }
+    EXPECT_EQ(ThrownBy([] { GetPrimaryTranslator(); }),
+              Plain("No primary filename translator instance registered."));
 }
 
 TEST_F(FilenameTranslator, AbsoluteNamesAreFolded) {

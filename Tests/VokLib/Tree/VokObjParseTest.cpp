@@ -1,7 +1,11 @@
 #include "VokLib/CoreScene.h"
 
+#include <VokLib/Base/VokLimits.h>
+#include <VokLib/Document/VokParse.h>
 #include <VokLib/Objects/Nodes/VokJoint.h>
 #include <VokLib/Tree/VokNode.h>
+
+#include <deque>
 
 using namespace CoreScene;
 
@@ -79,4 +83,60 @@ TEST_F(ForeignElements, CustomDataOfOneObjectIsNoOtherObjects) {
     EXPECT_EQ(Refusal("<node name='n'><customData><attribute name='a' type='int'>"
                       "<node name='k'><value>1</value></node></attribute></customData></node>"),
               OfObject("Unknown tag \"value\"", "||n|k"));
+}
+
+/// An object whose start needs no attributes, so that it can be held without a document.
+class Holder : public VokNode {
+  public:
+    void ParseAttributes(VokParse&) override {}
+    /// Whether it may hold a further object; none at the limit of objects that hold one another.
+    bool MayHold() {
+        Holder held;
+        VokParse parse;
+        return ThrownBy([&] { ParseHeldObject(parse, held); }).text == "nothing";
+    }
+};
+
+class HeldObjects : public CoreScene::Test {
+  protected:
+    HeldObjects() {
+        for (int i = 0; i < VokLimits::kMaxHeldDepth; ++i) {
+            VokParse parse;
+            chain[static_cast<std::size_t>(i)].ParseHeldObject(
+                parse, chain[static_cast<std::size_t>(i) + 1]);
+        }
+    }
+
+    std::deque<Holder> chain = std::deque<Holder>(VokLimits::kMaxHeldDepth + 1);
+    Holder& deepest = chain.back();
+    Holder* child = new Holder;
+};
+
+TEST_F(HeldObjects, AreLimitedInDepth) {
+    EXPECT_TRUE(chain[VokLimits::kMaxHeldDepth - 1].MayHold());
+    EXPECT_FALSE(deepest.MayHold());
+    EXPECT_TRUE(child->MayHold());
+    delete child;
+}
+
+TEST_F(HeldObjects, AddedChildrenStandAsDeepAsTheirParent) {
+    deepest.AddChild(child);
+    EXPECT_FALSE(child->MayHold());
+}
+
+TEST_F(HeldObjects, InsertedChildrenStandAsDeepAsTheirParent) {
+    deepest.InsertChild(child, 0);
+    EXPECT_FALSE(child->MayHold());
+    auto* before = new Holder;
+    deepest.InsertChildBefore(before, child);
+    EXPECT_FALSE(before->MayHold());
+}
+
+TEST_F(HeldObjects, AdoptedChildrenStandAsDeepAsTheirNewParent) {
+    Holder other;
+    other.AddChild(child);
+    deepest.AdoptChildren(other);
+    EXPECT_FALSE(child->MayHold());
+    other.AdoptChildren(deepest);
+    EXPECT_TRUE(child->MayHold());
 }

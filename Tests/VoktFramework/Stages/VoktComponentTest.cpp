@@ -206,7 +206,10 @@ TEST(ComponentFlags, NumbersReadAsTheScannerReadsThem) {
     }
     for (const char* value :
          {"0x1F", "0xabcDEFg", "0x", "0xg", "0x 1f", "0x-1", "0x+1", "0x0x1F", "0x0X1F", "0x0",
-          "0xFFFFFFFF", "0x123456789", "0X1F", "0x- 1", "0xFFFFFFFFFFFFFFFFFF"}) {
+          "0xFFFFFFFF", "0x123456789", "0X1F", "0x- 1", "0xFFFFFFFFFFFFFFFFFF",
+          // 64 bits and one digit more: what does not fit counts as the largest number.
+          "0x123456789ABCDEF0", "0x10000000000000000", "0x-10000000000000000",
+          "0x0123456789ABCDEF0"}) {
         unsigned expected = 0;
         if (std::sscanf(value, "0x%x", &expected) != 1) expected = 0;
         component.SetFlag("-number", value);
