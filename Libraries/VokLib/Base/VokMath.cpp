@@ -1,5 +1,7 @@
 #include <VokLib/Base/VokMath.h>
 
+#include "Base/LargeAngle.h"
+
 #include <cmath>
 
 namespace {
@@ -8,7 +10,12 @@ struct SineCosine {
     float s, c;
     explicit SineCosine(float angle)
         : s(static_cast<float>(std::sin(static_cast<double>(angle)))),
-          c(static_cast<float>(std::cos(static_cast<double>(angle)))) {}
+          c(static_cast<float>(std::cos(static_cast<double>(angle)))) {
+        if (!std::isfinite(angle) || std::fabs(angle) < LargeAngle::kSmallest) return;
+        const auto [sine, cosine] = LargeAngle::Take(angle);
+        s = static_cast<float>(sine);
+        c = static_cast<float>(cosine);
+    }
 };
 
 VokMatrix AboutX(float angle) {
