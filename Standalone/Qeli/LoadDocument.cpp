@@ -29,8 +29,8 @@ std::string OpenFailureReason(const std::string& path) {
 }
 
 std::string LinkLines(const VokParseFailure& failure) {
-    const std::size_t count = failure.unresolvedLinks.size();
-    const std::size_t shown = std::min(count, kMostLinksShown);
+    const std::size_t count = failure.unresolvedCount;
+    const std::size_t shown = std::min(failure.unresolvedLinks.size(), kMostLinksShown);
     std::string lines;
     for (std::size_t i = 0; i < shown; ++i)
         lines += "\n    " + ReadableText(failure.unresolvedLinks[i]);

@@ -1,12 +1,15 @@
 #include "Document/UnresolvedLinks.h"
 
+#include <VokLib/Document/VokParseFailure.h>
 #include <VokLib/Links/VokObjLinkStore.h>
+#include <VokLib/Links/VokUnresolvedLinks.h>
 #include <VokLib/Tree/ThrowVokException.h>
 #include <VokLib/Tree/VokWorld.h>
 
 #include <algorithm>
 #include <iostream>
-#include <set>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -22,12 +25,16 @@ bool HasLooseLinks(const std::string& version) {
 }  // namespace
 
 void ResolveDocumentLinks(VokWorld& world, const std::string& outdatedVersion,
-                          std::vector<std::string>& unresolved) {
+                          VokParseFailure& failure) {
     VokObjLinkStore& store = VokObjLinkStore::Get();
-    std::set<std::string> failed;
-    if (store.ResolveLinks(&world, &failed, false) == 0) return;
+    VokUnresolvedLinks failed;
+    const auto note = [&failed](const VokObjLink& link) { failed.Add(link); };
+    if (store.ResolveLinks(&world, note, false) == 0) return;
+    const std::vector<std::string> texts = failed.MakeTexts();
+    const std::size_t count = failed.Count();
     if (!HasLooseLinks(outdatedVersion)) {
-        unresolved.assign(failed.begin(), failed.end());
+        failure.unresolvedLinks = texts;
+        failure.unresolvedCount = count;
         ThrowVokException("Unresolved VokObjLinks");
     }
 
@@ -37,6 +44,8 @@ void ResolveDocumentLinks(VokWorld& world, const std::string& outdatedVersion,
               << "         that would be invalid in a newer, stricter qeli version.\n"
               << "         These links have been removed.\n"
               << rule << '\n';
-    for (const std::string& link : failed) std::cerr << "Unresolved link: " << link << '\n';
+    for (const std::string& link : texts) std::cerr << "Unresolved link: " << link << '\n';
+    if (count > texts.size())
+        std::cerr << "Unresolved link: and " << count - texts.size() << " more\n";
     store.RemoveUnresolved();
 }

@@ -101,7 +101,7 @@ void VokParse::ParseBuffer(VokWorld& world, const char* bytes, std::size_t size,
         if (!last) return;
         const bool isCurrent = machine->updateState == Machine::UpdateState::Current;
         ResolveDocumentLinks(*machine->world, isCurrent ? std::string() : machine->version,
-                             machine->failure.unresolvedLinks);
+                             machine->failure);
         TakePrimaryForm(*machine->world);
     } catch (...) {
         Reset();

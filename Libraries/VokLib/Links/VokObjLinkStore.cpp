@@ -76,6 +76,17 @@ void VokObjLinkStore::Remove(VokObjLink* link) {
 
 std::size_t VokObjLinkStore::ResolveLinks(VokObj* world, std::set<std::string>* unresolved,
                                           bool retryDeferred) {
+    const auto addText = [unresolved](const VokObjLink& link) {
+        if (unresolved == nullptr) return;
+        const std::string owner = link.owner != nullptr ? VokPath(link.owner).GetText() : "?";
+        unresolved->insert(owner + "->" + link.path);
+    };
+    return ResolveLinks(world, std::function<void(const VokObjLink&)>(addText), retryDeferred);
+}
+
+std::size_t VokObjLinkStore::ResolveLinks(VokObj* world,
+                                          const std::function<void(const VokObjLink&)>& failed,
+                                          bool retryDeferred) {
     const Guard guard(lock);
     VokPathCache cache(world);
     std::size_t failures = 0;
@@ -95,11 +106,7 @@ std::size_t VokObjLinkStore::ResolveLinks(VokObj* world, std::set<std::string>* 
         } else {
             ++failures;
             link->state = VokLinkState::Failed;
-            if (unresolved != nullptr) {
-                const std::string owner =
-                    link->owner != nullptr ? VokPath(link->owner).GetText() : "?";
-                unresolved->insert(owner + "->" + link->path);
-            }
+            failed(*link);
         }
     }
     return failures;

@@ -37,6 +37,9 @@ inline constexpr std::size_t kMaxOldNames = 100000;
 /// of the document.
 inline constexpr std::size_t kFreeAddedBytes = 4u << 20;
 
+/// Bytes of the texts that tell of links without a target; the rest is counted.
+inline constexpr std::size_t kMaxUnresolvedText = 16u << 20;
+
 /// Objects that hold one another without being parents (a shape its blend targets, a mesh its blind
 /// data): these are written and deleted one inside the other.
 inline constexpr int kMaxHeldDepth = 256;

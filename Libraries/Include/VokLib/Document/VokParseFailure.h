@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -14,8 +15,11 @@ struct VokParseFailure {
     int column = 0;
     /// The path of the object that was being read; empty for none.
     std::string object;
-    /// The links without a target, each as "owner->path", sorted.
+    /// The links without a target, each as "owner->path", sorted; the first of them where all
+    /// together are longer than VokLimits::kMaxUnresolvedText.
     std::vector<std::string> unresolvedLinks;
+    /// How many there are.
+    std::size_t unresolvedCount = 0;
 };
 
 /// What stopped the last load of `reader`; empty when nothing did. Valid until its next load.

@@ -4,6 +4,7 @@
 #include <VokLib/Links/VokObjLink.h>
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <set>
@@ -31,6 +32,9 @@ class VokObjLinkStore : public QelTools::Common::Singleton<VokObjLinkStore> {
     /// `unresolved` is given, entered in it as "owner->path" ("?" for no owner). With
     /// `retryDeferred` those in state Deferred are tried again.
     std::size_t ResolveLinks(VokObj* world, std::set<std::string>* unresolved, bool retryDeferred);
+    /// The same with a call for each link that failed, in order of creation, in place of the texts.
+    std::size_t ResolveLinks(VokObj* world, const std::function<void(const VokObjLink&)>& failed,
+                             bool retryDeferred);
     /// Calls the callback of every record in state Failed.
     void RemoveUnresolved();
     /// Makes every link that points at `oldTarget` point at `newTarget`.
