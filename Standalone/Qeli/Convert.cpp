@@ -2,6 +2,7 @@
 
 #include "FailureText.h"
 #include "FileNames.h"
+#include "LimitedBuffer.h"
 #include "LoadDocument.h"
 #include "OutputFile.h"
 #include "ReadBack.h"
@@ -11,8 +12,14 @@
 #include <VokLib/Tree/VokWorld.h>
 
 #include <memory>
+#include <ostream>
 
 namespace {
+
+/// What a written document may take beyond so many times the document that it is made of. Defaults
+/// that are written out come to less than twenty times.
+constexpr std::size_t kFreeBytes = 64u << 20;
+constexpr std::size_t kMostGrowth = 32;
 
 void CheckWritten(VokWorld& world, const OutputFile& file, const std::string& out) {
     VokWorld readBack;
@@ -30,13 +37,21 @@ void CheckWritten(VokWorld& world, const OutputFile& file, const std::string& ou
 
 void Convert(const std::string& in, const std::string& out) {
     VokWorld world;
-    LoadDocument(world, in);
+    const std::size_t documentBytes = LoadDocument(world, in).bytes;
     OutputFile file(out);
     try {
         if (OutputFile::IsKept(out)) MoveDocument(world, in, out);
-        VokDocumentFile document(file.GetStream());
+        LimitedBuffer buffer(*file.GetStream().rdbuf(), kFreeBytes + kMostGrowth * documentBytes);
+        std::ostream limited(&buffer);
+        VokDocumentFile document(limited);
         world.Write(document);
         document.WriteRaw("\n");
+        if (buffer.IsExceeded())
+            throw DocumentFailure({in}, "The document would be written with more than " +
+                                            std::to_string(buffer.GetLimit()) +
+                                            " bytes: its links are written with the whole paths "
+                                            "of their targets, and these are too long");
+        if (!limited) file.GetStream().setstate(std::ios_base::badbit);
         file.Finish();
         CheckWritten(world, file, out);
     } catch (const DocumentFailure&) {

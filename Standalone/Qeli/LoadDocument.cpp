@@ -19,6 +19,12 @@ namespace {
 
 constexpr std::size_t kMostLinksShown = 20;
 
+/// The parser's number for an entity that it does not know.
+constexpr const char* kUndeclaredEntity = "Libxml2 parse error: 26 ";
+constexpr const char* kEntitiesAreNotRead =
+    ": an entity that is not one of XML's own five; entities that a document declares itself are "
+    "not read";
+
 /// The system's reason why a file does not open; the reader itself tells none.
 std::string OpenFailureReason(const std::string& path) {
     if (Platform::IsFolder(path)) return ": " + Platform::ErrorText(EISDIR);
@@ -77,13 +83,13 @@ void ReplaceAll(std::string& text, const std::string& from, const std::string& t
 
 }  // namespace
 
-VokDocumentVersion LoadDocument(VokWorld& world, const std::string& path,
-                                const std::string& shownPath) {
+LoadedDocument LoadDocument(VokWorld& world, const std::string& path,
+                            const std::string& shownPath) {
     VokParse reader;
     reader.SetAllowUpdate(true);
     try {
         reader.ParseFile(world, path);
-        return GetDocumentVersion(reader);
+        return {GetDocumentVersion(reader), reader.GetDocumentBytes()};
     } catch (const std::exception& failure) {
         const VokParseFailure& stop = GetParseFailure(reader);
         FailurePlace place{shownPath, stop.line, stop.column, stop.object};
@@ -95,6 +101,7 @@ VokDocumentVersion LoadDocument(VokWorld& world, const std::string& path,
         TakePlaceFromWords(place, words, GetDocumentVersion(reader));
         if (const auto* update = dynamic_cast<const VokUpdateFailure*>(&failure))
             words += ReasonLine(update->GetMessages());
+        if (words.starts_with(kUndeclaredEntity)) words += kEntitiesAreNotRead;
         if (words.starts_with("File open error: ")) words += OpenFailureReason(path);
         if (path != shownPath) ReplaceAll(words, path, shownPath);
         throw DocumentFailure(place, words + LinkLines(stop));

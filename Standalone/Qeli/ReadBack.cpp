@@ -3,13 +3,16 @@
 #include "FailureText.h"
 #include "MarkupFault.h"
 
+#include <VokLib/Objects/Constraints/VokAimConstraint.h>
 #include <VokLib/Text/VokAttributes.h>
 #include <VokLib/Text/VokDocumentFile.h>
 #include <VokLib/Tree/ThrowVokException.h>
+#include <VokLib/Tree/VokCast.h>
 #include <VokLib/Tree/VokItHierarchy.h>
 #include <VokLib/Tree/VokWorld.h>
 
 #include <algorithm>
+#include <cstring>
 #include <sstream>
 #include <string_view>
 
@@ -61,6 +64,24 @@ std::string Excerpt(std::string_view text, std::size_t at) {
                       &object);
 }
 
+/// What a bake takes from an object although the format has no place for it: an aim constraint
+/// whose up object gives a position may have a global up vector, which is written with the others
+/// alone.
+void CheckBaked(const VokObj& object, const VokObj& readBack) {
+    const auto* const before = ExactCast<VokAimConstraint>(&object);
+    const auto* const after = ExactCast<VokAimConstraint>(&readBack);
+    if (before == nullptr || after == nullptr) return;
+    const VokVector4& up = before->globalUp;
+    const VokVector4& kept = after->globalUp;
+    if (std::memcmp(&up, &kept, sizeof up) == 0 ||
+        before->upMethod != AimUpMethod::ObjectTranslation)
+        return;
+    ThrowVokException(
+        "The written document would be baked otherwise: the format has no globalup beside an "
+        "upobject whose transform is \"translate\"",
+        &object);
+}
+
 }  // namespace
 
 void CheckMarkup(VokWorld& world) {
@@ -82,6 +103,7 @@ void CheckReadBack(VokWorld& written, VokWorld& readBack) {
         const std::string& before = ours.Of(object);
         const std::string& after = theirs.Of(*other.Current());
         if (before != after) ThrowDifference(object, before, after);
+        CheckBaked(object, *other.Current());
     }
     if (!other.AtEnd())
         ThrowVokException("The written document would be read with a further object",

@@ -10,5 +10,5 @@ class VokWorld;
 void CheckMarkup(VokWorld& world);
 
 /// Throws a VokException that names the first object which `readBack`, what was written of
-/// `written`, holds otherwise.
+/// `written`, holds otherwise, also where that shows in a bake alone.
 void CheckReadBack(VokWorld& written, VokWorld& readBack);

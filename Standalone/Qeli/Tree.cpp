@@ -14,6 +14,13 @@
 namespace {
 
 constexpr std::size_t kIndent = 2;
+/// Deeper lines tell their level in place of further blanks, which would be most of the output.
+constexpr std::size_t kMostLevelsIndented = 64;
+
+std::string Indentation(std::size_t level) {
+    const std::string blanks(kIndent * std::min(level, kMostLevelsIndented), ' ');
+    return level <= kMostLevelsIndented ? blanks : blanks + "[" + std::to_string(level) + "] ";
+}
 
 std::string Label(const VokObj& object, const VokWorld& world, const std::string& path) {
     const std::string type(object.GetElementName());
@@ -46,8 +53,7 @@ void PrintTree(const std::string& path, const TreeOptions& options) {
         if (options.depth && depth >= static_cast<std::size_t>(*options.depth)) it.SkipChildren();
         while (!shownAbove.empty() && shownAbove.back() >= depth) shownAbove.pop_back();
         if (!isWanted(*it.Current())) continue;
-        std::cout << std::string(kIndent * shownAbove.size(), ' ')
-                  << Label(*it.Current(), world, path) << '\n';
+        std::cout << Indentation(shownAbove.size()) << Label(*it.Current(), world, path) << '\n';
         shownAbove.push_back(depth);
     }
 }

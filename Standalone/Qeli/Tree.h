@@ -13,5 +13,5 @@ struct TreeOptions {
 std::vector<std::string> KnownTypes();
 
 /// Prints the objects of a document on standard output, one a line, each indented below the nearest
-/// one above it that is shown.
+/// one above it that is shown. Lines far to the right tell their level instead.
 void PrintTree(const std::string& path, const TreeOptions& options);

@@ -88,7 +88,8 @@ void PathResolver::ResolveNextInstance(VokPathCache::SpecialChildren& special) {
 
 void PathResolver::AcceptScene(VokPathCache::SpecialChildren& special, VokObj* target) {
     if (target == nullptr || !target->IsExactly(VokScene::TypeId())) ThrowNoScene();
-    if (special.knownScenes.insert(target).second) special.scenes.push_back(target);
+    if (special.placesOfScenes.emplace(target, special.scenes.size()).second)
+        special.scenes.push_back(target);
     ++special.resolved;
     special.resolving = false;
 }

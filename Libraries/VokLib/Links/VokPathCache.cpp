@@ -7,14 +7,16 @@
 
 #include "Links/NameSpaces.h"
 
+#include <algorithm>
+
 namespace {
 
 /// Up to here a scan is as fast as an index.
 constexpr std::size_t kNarrow = 16;
 /// A parent that is asked this often is worth an index.
 constexpr unsigned kScansBeforeIndex = 4;
-/// Merged scenes take no more than this many names, whatever a document holds.
-constexpr std::size_t kMaxMergedNames = std::size_t{1} << 20;
+/// Up to here a search in the index is quick enough to be repeated.
+constexpr std::size_t kFew = 8;
 
 }  // namespace
 
@@ -44,10 +46,9 @@ VokPathCache::SpecialChildren& VokPathCache::GetSpecialChildren(const VokObj& pa
 
 VokObj* VokPathCache::FindInScenes(SpecialChildren& special, std::string_view name,
                                    std::size_t& tried) {
-    if (tried < special.mergedScenes) {
-        const auto merged = special.merged.find(name);
-        if (merged != special.merged.end()) return merged->second;
-        tried = special.mergedScenes;
+    if (tried < special.indexedScenes) {
+        if (VokObj* const found = FindInIndex(special, name, tried)) return found;
+        tried = special.indexedScenes;
     }
     VokObj* found = nullptr;
     for (; tried < special.scenes.size(); ++tried) {
@@ -55,23 +56,64 @@ VokObj* VokPathCache::FindInScenes(SpecialChildren& special, std::string_view na
         found = FindChild(*special.scenes[tried], name);
         if (found != nullptr) break;
     }
-    MergeScenes(special);
+    IndexScenes(special);
     return found;
 }
 
-void VokPathCache::MergeScenes(SpecialChildren& special) {
-    // A scene is merged when as many looks have been taken as it has children: merging never costs
+void VokPathCache::IndexScenes(SpecialChildren& special) {
+    // A scene is indexed when as many looks have been taken as it has children: that never costs
     // more than the looks before it, and an object with many instances is soon searched at once.
-    while (special.mergedScenes < special.scenes.size()) {
-        const VokObj& scene = *special.scenes[special.mergedScenes];
-        const std::size_t cost = scene.GetChildCount() + 1;
-        if (special.looks < cost || mergedNames + cost > kMaxMergedNames) return;
-        for (std::size_t i = 0; i < scene.GetChildCount(); ++i)
-            special.merged.emplace(scene.GetChild(i)->GetName(), scene.GetChild(i));
+    while (special.indexedScenes < special.scenes.size()) {
+        VokObj* const scene = special.scenes[special.indexedScenes];
+        const bool isNew = !indexed.contains(scene);
+        const std::size_t cost = isNew ? scene->GetChildCount() + 1 : 1;
+        if (special.looks < cost) return;
         special.looks -= cost;
-        mergedNames += cost;
-        ++special.mergedScenes;
+        ++special.indexedScenes;
+        if (!isNew) continue;
+        indexed.insert(scene);
+        for (std::size_t i = 0; i < scene->GetChildCount(); ++i) {
+            VokObj* const child = scene->GetChild(i);
+            std::vector<NamedChild>& named = childrenByName[child->GetName()];
+            if (named.empty() || named.back().scene != scene) named.push_back({scene, child});
+        }
     }
+}
+
+VokObj* VokPathCache::FindInIndex(SpecialChildren& special, std::string_view name,
+                                  std::size_t tried) {
+    const auto named = childrenByName.find(name);
+    if (named == childrenByName.end()) return nullptr;
+    if (std::min(named->second.size(), special.indexedScenes) <= kFew)
+        return FindFirst(special, named->second, tried);
+    // The scenes in front of `tried` have no such child, so that one answer holds for all.
+    SpecialChildren::Answer& answer = special.answers[named->first];
+    if (answer.child == nullptr && answer.scenes < special.indexedScenes) {
+        answer.child = FindFirst(special, named->second, std::max(tried, answer.scenes));
+        answer.scenes = special.indexedScenes;
+    }
+    return answer.child;
+}
+
+/// Goes through the scenes that have the name or through those of the object, whichever are fewer.
+VokObj* VokPathCache::FindFirst(const SpecialChildren& special,
+                                const std::vector<NamedChild>& named, std::size_t tried) {
+    if (named.size() > special.indexedScenes) {
+        for (std::size_t i = tried; i < special.indexedScenes; ++i)
+            if (VokObj* found = FindChild(*special.scenes[i], named.front().child->GetName()))
+                return found;
+        return nullptr;
+    }
+    std::size_t first = special.indexedScenes;
+    VokObj* found = nullptr;
+    for (const NamedChild& entry : named) {
+        const auto place = special.placesOfScenes.find(entry.scene);
+        if (place == special.placesOfScenes.end()) continue;
+        if (place->second < tried || place->second >= first) continue;
+        first = place->second;
+        found = entry.child;
+    }
+    return found;
 }
 
 VokReference* VokPathCache::FindReference(const std::string& full) {

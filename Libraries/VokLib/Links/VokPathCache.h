@@ -27,11 +27,16 @@ class VokPathCache {
         std::size_t resolved = 0;
         /// The next instance is being resolved; who comes by here again goes in a circle.
         bool resolving = false;
-        std::unordered_set<const VokObj*> knownScenes;
-        /// The children of the first `mergedScenes` scenes by name, of several the first.
-        std::unordered_map<std::string_view, VokObj*> merged;
-        std::size_t mergedScenes = 0;
-        std::size_t looks = 0;  // into single scenes, not yet weighed against merging one
+        std::unordered_map<const VokObj*, std::size_t> placesOfScenes;
+        /// The first so many scenes stand in the index of names.
+        std::size_t indexedScenes = 0;
+        std::size_t looks = 0;  // into single scenes, not yet weighed against indexing one
+        /// What a name found in the indexed scenes, where that took long.
+        struct Answer {
+            std::size_t scenes = 0;  ///< of which it is the answer
+            VokObj* child = nullptr;
+        };
+        std::unordered_map<std::string_view, Answer> answers;
         /// The first reference of each namespace.
         std::unordered_map<std::string, VokReference*> references;
     };
@@ -55,10 +60,21 @@ class VokPathCache {
         std::unique_ptr<NameIndex> index;
     };
 
-    void MergeScenes(SpecialChildren& special);
+    /// A scene that has a child of some name, and the first such child.
+    struct NamedChild {
+        VokObj* scene;
+        VokObj* child;
+    };
+
+    void IndexScenes(SpecialChildren& special);
+    VokObj* FindInIndex(SpecialChildren& special, std::string_view name, std::size_t tried);
+    VokObj* FindFirst(const SpecialChildren& special, const std::vector<NamedChild>& named,
+                      std::size_t tried);
 
     VokObj* root;
-    std::size_t mergedNames = 0;  // over all objects
+    /// The children of the indexed scenes, each scene entered once for all objects that reach it.
+    std::unordered_map<std::string_view, std::vector<NamedChild>> childrenByName;
+    std::unordered_set<const VokObj*> indexed;
     std::unordered_map<const VokObj*, WideParent> wideParents;
     std::unordered_map<const VokObj*, SpecialChildren> specialOfParents;
     bool knowsReferences = false;

@@ -4,9 +4,8 @@
 
 std::vector<Dependency> Dependencies::GetSorted() const {
     std::vector<Dependency> sorted = entries;
-    std::stable_sort(sorted.begin(), sorted.end(),
-                     [this](const Dependency& a, const Dependency& b) {
-                         return order.IsBefore(a.before, b.before);
-                     });
+    std::stable_sort(sorted.begin(), sorted.end(), [](const Dependency& a, const Dependency& b) {
+        return a.beforeNumber < b.beforeNumber;
+    });
     return sorted;
 }

@@ -2,13 +2,15 @@
 
 #include "Procedural/DocumentOrder.h"
 
+#include <cstdint>
 #include <vector>
 
 /// `before` must be up to date before `after` is made.
 struct Dependency {
     const VokObj* before = nullptr;
     const VokObj* after = nullptr;
-    bool operator==(const Dependency&) const = default;
+    std::uint32_t beforeNumber = 0;  ///< their places in the document
+    std::uint32_t afterNumber = 0;
 };
 
 /// A multimap of relations between the objects of one world.
@@ -16,7 +18,9 @@ class Dependencies {
   public:
     explicit Dependencies(const DocumentOrder& objectOrder) : order(objectOrder) {}
 
-    void Add(const VokObj* before, const VokObj* after) { entries.push_back({before, after}); }
+    void Add(const VokObj* before, const VokObj* after) {
+        entries.push_back({before, after, order.NumberOf(before), order.NumberOf(after)});
+    }
 
     const DocumentOrder& GetOrder() const { return order; }
     /// By the first object's place in the document, those of one object in the order in which they

@@ -34,10 +34,9 @@ std::vector<JointMovers> FindMovers(const Dependencies& dependencies) {
     std::erase_if(entries, [](const Dependency& entry) {
         return ExactCast<VokJoint>(entry.after) == nullptr || entry.before == entry.after;
     });
-    std::stable_sort(entries.begin(), entries.end(),
-                     [&order = dependencies.GetOrder()](const Dependency& a, const Dependency& b) {
-                         return order.IsBefore(a.after, b.after);
-                     });
+    std::stable_sort(entries.begin(), entries.end(), [](const Dependency& a, const Dependency& b) {
+        return a.afterNumber < b.afterNumber;
+    });
     std::vector<JointMovers> joints;
     for (const Dependency& entry : entries) {
         if (joints.empty() || joints.back().joint != entry.after)

@@ -26,22 +26,28 @@ std::optional<StageClass> FindClass(const VokObj& object) {
 class StageSorter {
   public:
     explicit StageSorter(const Dependencies& dependencies) {
-        const DocumentOrder& order = dependencies.GetOrder();
         const std::vector<Dependency> entries = dependencies.GetSorted();
+        std::vector<std::uint32_t> places;  // in the document, of the objects
         for (const Dependency& entry : entries) {
-            objects.push_back(entry.before);
-            objects.push_back(entry.after);
+            places.push_back(entry.beforeNumber);
+            places.push_back(entry.afterNumber);
         }
-        std::sort(objects.begin(), objects.end(),
-                  [&order](const VokObj* a, const VokObj* b) { return order.IsBefore(a, b); });
-        objects.erase(std::unique(objects.begin(), objects.end()), objects.end());
+        std::sort(places.begin(), places.end());
+        places.erase(std::unique(places.begin(), places.end()), places.end());
+        const auto numberOf = [&places](std::uint32_t place) {
+            return static_cast<std::size_t>(std::lower_bound(places.begin(), places.end(), place) -
+                                            places.begin());
+        };
+        objects.resize(places.size());
         waitCounts.resize(objects.size());
         waiting.resize(objects.size());
-        std::unordered_map<const VokObj*, std::size_t> numbers;
-        for (std::size_t i = 0; i < objects.size(); ++i) numbers.emplace(objects[i], i);
         for (const Dependency& entry : entries) {
-            waiting[numbers[entry.before]].push_back(numbers[entry.after]);
-            ++waitCounts[numbers[entry.after]];
+            const std::size_t before = numberOf(entry.beforeNumber);
+            const std::size_t after = numberOf(entry.afterNumber);
+            objects[before] = entry.before;
+            objects[after] = entry.after;
+            waiting[before].push_back(after);
+            ++waitCounts[after];
         }
         for (std::size_t i = 0; i < objects.size(); ++i)
             if (waitCounts[i] == 0) AddReady(i);

@@ -38,6 +38,7 @@ class VokTextReader {
     std::string_view GetText() const { return {buffer, length}; }
     /// The document's bytes read so far: what claims of counts are measured against.
     void SetDocumentBytes(std::size_t bytes) { documentBytes = bytes; }
+    std::size_t GetDocumentBytes() const { return documentBytes; }
     /// Forgets what was padded for the document before.
     void ResetPadding() { paddedValues = 0; }
 

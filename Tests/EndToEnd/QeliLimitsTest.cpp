@@ -1,0 +1,109 @@
+#include "EndToEnd/ProgramRun.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+class QeliLimits : public testing::Test {
+  protected:
+    ProgramResult Run(const std::string& command, const std::string& document) {
+        folder.WriteFile("in.qeli", document);
+        folder.WriteFile("out.qeli", "old");
+        std::vector<std::string> arguments = {command, "in.qeli"};
+        if (command == "convert") arguments.push_back("out.qeli");
+        return folder.Run("qeli", arguments);
+    }
+
+    static std::string Repeat(const std::string& text, int count) {
+        std::string repeated;
+        for (int i = 0; i < count; ++i) repeated += text;
+        return repeated;
+    }
+
+    RunFolder folder;
+};
+
+TEST_F(QeliLimits, ShortLinksThroughALongNameDoNotFillTheDisk) {
+    const std::string name(1000000, 'y');
+    const std::string scene = "<scene><instance name=\"i\" target=\"|" + name +
+                              "\"/></scene><scene name=\"" + name +
+                              "\"><joint name=\"a\"/></scene><objset name=\"s\" type=\"set\">" +
+                              Repeat("<member path=\"||a\" membership=\"\"/>", 400) + "</objset>";
+    const std::string document = Document(scene);
+    const ProgramResult run = Run("convert", document);
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors,
+              "in.qeli: error: The document would be written with more than " +
+                  std::to_string((64u << 20) + 32 * document.size()) +
+                  " bytes: its links are written with the whole paths of their targets, and these "
+                  "are too long\n");
+    EXPECT_EQ(folder.ReadFile("out.qeli"), "old");
+}
+
+TEST_F(QeliLimits, DefaultsThatAreWrittenOutAreFarFromTheLimit) {
+    for (const std::string element : {"camera", "light", "joint"}) {
+        const ProgramResult run =
+            Run("convert",
+                Document("<scene>" + Repeat("<" + element + " name=\"\"/>", 200) + "</scene>"));
+        EXPECT_EQ(run.status, 0) << run.errors;
+        EXPECT_LT(folder.ReadFile("out.qeli").size(), 20 * folder.ReadFile("in.qeli").size());
+    }
+}
+
+TEST_F(QeliLimits, DeepObjectsTellTheirLevelInPlaceOfBlanks) {
+    const int depth = 5000;
+    const ProgramResult run = Run("tree", Document("<scene>" + Repeat("<node name=\"a\">", depth) +
+                                                   Repeat("</node>", depth) + "</scene>"));
+    EXPECT_EQ(run.status, 0);
+    EXPECT_NE(run.output.find("\n" + std::string(128, ' ') + "node a\n"), std::string::npos);
+    EXPECT_NE(run.output.find("\n" + std::string(128, ' ') + "[65] node a\n"), std::string::npos);
+    EXPECT_EQ(run.output.find(std::string(129, ' ')), std::string::npos);
+}
+
+TEST_F(QeliLimits, ManyLinksOfDeepOwnersThatLeadNowhereAreCounted) {
+    const std::string name(400, 'x');
+    std::string links;
+    for (int i = 0; i < 2000; ++i)
+        links += "<instance name=\"i" + std::to_string(i) + "\" target=\"||no\"/>";
+    const ProgramResult run =
+        Run("check", Document("<scene>" + Repeat("<node name=\"" + name + "\">", 1000) + links +
+                              Repeat("</node>", 1000) + "</scene>"));
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors.find("in.qeli: error: Unresolved VokObjLinks\n"), 0u);
+    const std::string end = "|i1014->||no\n    and 1980 more\n";
+    ASSERT_GT(run.errors.size(), end.size());
+    EXPECT_EQ(run.errors.substr(run.errors.size() - end.size()), end);
+}
+
+TEST_F(QeliLimits, AnUpVectorThatOnlyABakeSeesIsNotDropped) {
+    const auto document = [](const std::string& up) {
+        return Document(
+            "<scene><joint name=\"a\"><joint name=\"b\"/><joint name=\"c\"/></joint></scene>"
+            "<aimConstraint name=\"aim\" constrain=\"||a|b\"><globalup>" +
+            up +
+            "</globalup><upobject name=\"||a\" transform=\"translate\"/>"
+            "<target name=\"||a|c\" weight=\"1\"/></aimConstraint>");
+    };
+    const ProgramResult run = Run("convert", document("0 1 0"));
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors,
+              "in.qeli: error: The written document would be baked otherwise: the format has no "
+              "globalup beside an upobject whose transform is \"translate\" (object |aim)\n");
+    EXPECT_EQ(folder.ReadFile("out.qeli"), "old");
+    EXPECT_EQ(Run("convert", document("0 0 0")).status, 0);
+}
+
+TEST_F(QeliLimits, AnEntityOfTheDocumentsOwnIsExplained) {
+    std::string document = Document("<scene><joint name=\"&e;\"/></scene>");
+    document.insert(document.find("<QEL"), "<!DOCTYPE QEL [<!ENTITY e \"x\">]>\n");
+    const ProgramResult run = Run("check", document);
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors,
+              "in.qeli:4:27: error: Libxml2 parse error: 26 in \"in.qeli\" Line 4 Column 27: an "
+              "entity that is not one of XML's own five; entities that a document declares itself "
+              "are not read (object |)\n");
+}
+
+}  // namespace
