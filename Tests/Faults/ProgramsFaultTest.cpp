@@ -133,6 +133,32 @@ TEST_P(FailedAllocation, EachWithAllBehindIt) {
     FailEach(true);
 }
 
+TEST_P(FailedAllocation, EachHundredthOfAnUpdate) {
+    // The update's stylesheets take thousands, and their library is not built for a lack of memory.
+    std::string old = kRig;
+    old.replace(old.find("1_28_1"), 6, "1_27_1");
+    folder.Write("in.qeli", old);
+    std::vector<std::string> arguments = GetParam().arguments;
+    if (std::string(GetParam().program) == "rigbake")
+        arguments.insert(arguments.end(), {"-autoupdate", "1"});
+    const auto run = [&](const Fault& fault) {
+        folder.Write("out", kOld);
+        return RunWithFault(folder.Path(), GetParam().program, arguments, fault);
+    };
+    const long count = run({Fault::Kind::Allocation}).count;
+    ASSERT_GT(count, 1000);
+    EXPECT_EQ(folder.Read("out"), wanted);
+    log = folder.Read("log");
+    for (long number = 1; number <= count && !HasFailure(); number += 101) {
+        SCOPED_TRACE("allocation " + std::to_string(number));
+        const FaultyResult result = run({Fault::Kind::Allocation, number, number % 2 == 0});
+        ExpectHonest(result);
+        if (result.status == 0) continue;
+        EXPECT_TRUE(Says(result, {"std::bad_alloc", "Cannot allocate memory"}))
+            << result.output << result.errors;
+    }
+}
+
 class FailedCall : public FaultyWork {
   protected:
     void FailEach(int error) {

@@ -1,27 +1,74 @@
 #include "Document/XmlMemory.h"
 
+#include <Platform/BlockSize.h>
+
 #include <libxml/xmlmemory.h>
 
+#include <algorithm>
 #include <atomic>
+#include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <functional>
 #include <new>
 
 namespace {
 
 std::atomic<std::size_t> failures = 0;
 
-void* Noted(void* block) {
-    if (block == nullptr) ++failures;
-    return block;
+/// What libxml2 and libxslt get when there is no more memory, so that they come to where somebody
+/// asks: the latter does not look whether it got any. It costs nothing as long as nobody touches
+/// it, and what is given back is not used again.
+constexpr std::size_t kReserveBytes = 16u << 20;
+constexpr std::size_t kAlignment = 16;
+alignas(kAlignment) std::byte reserve[kReserveBytes];
+std::atomic<std::size_t> reserveUsed = 0;
+
+/// In front of each block of the reserve.
+struct alignas(kAlignment) BlockHead {
+    std::size_t size;
+};
+
+bool IsOfReserve(const void* block) {
+    return std::less_equal<>()(static_cast<const void*>(reserve), block) &&
+           std::less<>()(block, static_cast<const void*>(reserve + kReserveBytes));
+}
+
+void* TakeFromReserve(std::size_t size) {
+    ++failures;
+    if (size > kReserveBytes) return nullptr;
+    const std::size_t whole = sizeof(BlockHead) + (size + kAlignment - 1) / kAlignment * kAlignment;
+    const std::size_t at = reserveUsed.fetch_add(whole);
+    if (at > kReserveBytes || kReserveBytes - at < whole) return nullptr;
+    ::new (reserve + at) BlockHead{size};
+    return reserve + at + sizeof(BlockHead);
 }
 
 void* Allocate(std::size_t size) {
-    return Noted(std::malloc(size != 0 ? size : 1));
+    void* const block = std::malloc(size != 0 ? size : 1);
+    return block != nullptr ? block : TakeFromReserve(size);
+}
+
+void Free(void* block) {
+    if (!IsOfReserve(block)) std::free(block);
+}
+
+std::size_t SizeOf(void* block) {
+    if (!IsOfReserve(block)) return Platform::BlockSize(block);
+    return std::launder(
+               reinterpret_cast<BlockHead*>(static_cast<std::byte*>(block) - sizeof(BlockHead)))
+        ->size;
 }
 
 void* Reallocate(void* block, std::size_t size) {
-    return Noted(std::realloc(block, size != 0 ? size : 1));
+    if (block == nullptr) return Allocate(size);
+    if (!IsOfReserve(block))
+        if (void* const grown = std::realloc(block, size != 0 ? size : 1)) return grown;
+    void* const moved = IsOfReserve(block) ? Allocate(size) : TakeFromReserve(size);
+    if (moved == nullptr) return nullptr;
+    std::memcpy(moved, block, std::min(size, SizeOf(block)));
+    Free(block);
+    return moved;
 }
 
 char* CopyText(const char* text) {
@@ -33,7 +80,7 @@ char* CopyText(const char* text) {
 }  // namespace
 
 void XmlMemory::Install() {
-    xmlMemSetup(std::free, Allocate, Reallocate, CopyText);
+    xmlMemSetup(Free, Allocate, Reallocate, CopyText);
 }
 
 std::size_t XmlMemory::CountFailures() {

@@ -2,9 +2,9 @@
 
 #include <cstddef>
 
-/// The memory of libxml2. Where a copy of a name or value fails, libxml2 drops it and goes on with
-/// less of the document; so every failure is counted, and whoever uses libxml2 asks behind each
-/// use.
+/// The memory of libxml2 and libxslt. Where a copy of a name or value fails, the one drops it and
+/// goes on with less of the document, and the other ends the process; so every failure is counted,
+/// a reserve bridges it, and whoever uses them asks behind each use.
 class XmlMemory {
   public:
     /// Makes libxml2 take its memory through functions that count failures. Before its first use.
