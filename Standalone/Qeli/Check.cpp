@@ -30,7 +30,7 @@ bool Check(const std::vector<std::string>& paths) {
     for (const std::string& path : paths) {
         try {
             VokWorld world;
-            const VokDocumentVersion version = LoadDocument(world, path);
+            const VokDocumentVersion version = LoadDocument(world, path).version;
             std::cout << path << ": OK, " << Describe(version) << std::endl;
         } catch (const std::exception& failure) {
             std::cerr << failure.what() << std::endl;
