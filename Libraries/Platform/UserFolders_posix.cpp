@@ -15,7 +15,7 @@ std::optional<std::string> UserDataFolder() {
 
 std::string UserName() {
     for (const char* const variable : {"USER", "LOGNAME"})
-        if (const std::string name = Environment(variable).value_or(""); !name.empty()) return name;
+        if (std::string name = Environment(variable).value_or(""); !name.empty()) return name;
     return std::to_string(geteuid());
 }
 

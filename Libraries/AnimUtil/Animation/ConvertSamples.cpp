@@ -71,7 +71,7 @@ class SampleFeeder {
             if (!snapToSamples && distance >= 0.0001f)
                 AddAtItsOwnTime(mark);
             else
-                merged.push_back(cursor);
+                merged.push_back(mark);
         }
         if (merged.empty()) {
             const unsigned stride = channel.GetKeyStride();
@@ -94,12 +94,12 @@ class SampleFeeder {
     /// Several marks at one sample are one: from what stands before the first to what stands after
     /// the last. More than one, or a step among them, make a step.
     void AddMerged(float time) {
-        const auto first = marks->GetDiscontinuity(merged.front());
+        const VokAnimDiscontinuities::Discontinuity& first = merged.front();
         const Components before = Pad(first.before);
         Components after = Pad(first.after);
         bool isStep = first.kind == Kind::Step;
         for (std::size_t i = 1; i < merged.size(); ++i) {
-            const auto mark = marks->GetDiscontinuity(merged[i]);
+            const VokAnimDiscontinuities::Discontinuity& mark = merged[i];
             after = Pad(mark.kind == Kind::Step ? mark.after : mark.before);
             isStep = true;
         }
@@ -115,7 +115,7 @@ class SampleFeeder {
     float duration;
     const VokAnimDiscontinuities* marks = nullptr;
     std::size_t cursor = 0;
-    std::vector<std::size_t> merged;
+    std::vector<VokAnimDiscontinuities::Discontinuity> merged;
 };
 
 /// The segments of a curve as keys: where a segment does not run on from the one before it, two

@@ -20,7 +20,7 @@ class SharedLogFile {
 
   private:
     std::string path;
-    void* lock = nullptr;
+    [[maybe_unused]] void* lock = nullptr;  // of the system, where it is a mutex
 };
 
 /// Hands `text` to the system's debugger, where the system has such a thing.

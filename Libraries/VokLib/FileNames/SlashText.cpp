@@ -16,7 +16,7 @@ std::string Normalise(std::string text, char from, char to) {
 
 }  // namespace
 
-std::string SlashText::Fold(std::string text) {
+std::string SlashText::Fold(const std::string& text) {
     return kFoldFilenames ? QelTools::Common::ToLowerAscii(text) : text;
 }
 

@@ -9,7 +9,7 @@ namespace SlashText {
 inline constexpr bool kFoldFilenames = true;
 
 /// `text` in lower case when names are folded, else as it stands.
-std::string Fold(std::string text);
+std::string Fold(const std::string& text);
 
 /// Every backslash becomes a slash, then each run of slashes one slash.
 std::string NormaliseToSlashes(std::string text);
