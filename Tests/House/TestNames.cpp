@@ -5,7 +5,7 @@
 
 namespace {
 
-constexpr const char* kTestEnd = "Test.cpp";
+constexpr const char* kTestEnd = "Test";
 
 using NamesOfFolder = std::map<std::string, std::set<std::string>>;
 
@@ -15,10 +15,6 @@ bool StartsWith(const std::string& text, const std::string& start) {
 
 bool EndsWith(const std::string& text, const std::string& end) {
     return text.size() >= end.size() && text.substr(text.size() - end.size()) == end;
-}
-
-bool IsTest(const std::string& path) {
-    return StartsWith(path, "Tests/") && EndsWith(path, kTestEnd);
 }
 
 /// "a/b/C.cpp" apart: "a/b" and "C.cpp".
@@ -34,6 +30,18 @@ std::string ThingName(const std::string& name) {
     for (const std::string platform : {"_posix", "_win32"})
         if (EndsWith(thing, platform)) thing.resize(thing.size() - platform.size());
     return thing;
+}
+
+bool IsTest(const std::string& path) {
+    return StartsWith(path, "Tests/") && EndsWith(path, ".cpp") &&
+           EndsWith(ThingName(path), kTestEnd);
+}
+
+/// A test may be there once for all platforms, or once for each.
+bool HasTest(const std::set<std::string>& paths, const std::string& test) {
+    for (const char* end : {".cpp", "_posix.cpp", "_win32.cpp"})
+        if (paths.count("Tests/" + test + end) != 0) return true;
+    return false;
 }
 
 /// "skeleton_read" as tests name it: "SkeletonRead".
@@ -125,7 +133,7 @@ std::vector<std::string> TestNameFaults(const std::set<std::string>& paths,
     const std::set<std::string> sources = FindSources(paths);
     std::set<std::string> listed;
     for (const HeldElsewhere& entry : elsewhere) {
-        if (paths.count("Tests/" + entry.test + ".cpp") == 0)
+        if (!HasTest(paths, entry.test))
             faults.push_back("the list names " + entry.test + ", but there is no such test");
         for (const std::string& source : entry.sources) {
             listed.insert(source);

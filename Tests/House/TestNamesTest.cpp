@@ -35,6 +35,15 @@ TEST(TestNames, ATestStandsInTheFolderOfItsThing) {
                      "or source of VokLib/Text"});
 }
 
+TEST(TestNames, ATestMayBeForOnePlatform) {
+    EXPECT_EQ(
+        TestNameFaults({"Libraries/Platform/Pipe_win32.cpp", "Libraries/Platform/Io_posix.cpp",
+                        "Tests/Platform/PipeTest_win32.cpp"},
+                       {{"Platform/PipeTest", {"Platform/Io"}}}),
+        Faults());
+    EXPECT_EQ(TestNameFaults({"Tests/Platform/PipeTest_win32.cpp"}, {}).size(), 1u);
+}
+
 TEST(TestNames, ASourceWithoutATestIsAFault) {
     EXPECT_EQ(TestNameFaults({"Libraries/BiffLib/Block.cpp"}, {}),
               Faults{"BiffLib/Block.cpp has no test: add Tests/BiffLib/BlockTest.cpp, or name the "

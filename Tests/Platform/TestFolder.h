@@ -21,7 +21,7 @@ class TestFolder {
     }
 
     std::string Path(const std::string& name = "") const {
-        return name.empty() ? folder.string() : (folder / name).string();
+        return name.empty() ? folder.string() : folder.string() + "/" + name;
     }
 
     /// Writes a file and gives its path.

@@ -1,0 +1,49 @@
+#include <Platform/FileIdentity.h>
+
+#include "Platform/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace {
+
+namespace fs = std::filesystem;
+using Platform::LeadToOneFile;
+
+TEST(FileIdentity, AnotherSpellingLeadsToTheSameFile) {
+    const TestFolder folder;
+    const std::string file = folder.Write("file", "");
+    fs::create_directory(folder.Path("sub"));
+    fs::create_hard_link(file, folder.Path("hard"));
+    for (const char* name : {"file", "./file", "sub/../file", "FILE", "sub\\..\\File", "hard"})
+        EXPECT_TRUE(LeadToOneFile(file, folder.Path(name))) << name;
+}
+
+TEST(FileIdentity, FilesOfOneContentAreTwo) {
+    const TestFolder folder;
+    EXPECT_FALSE(LeadToOneFile(folder.Write("a", "x"), folder.Write("b", "x")));
+    EXPECT_FALSE(LeadToOneFile(folder.Path("a"), folder.Path("none")));
+    EXPECT_FALSE(LeadToOneFile(folder.Path("none"), folder.Path("a")));
+}
+
+TEST(FileIdentity, NamesThatLeadNowhereYetAreOneFileWhenTheyWouldMakeOne) {
+    const TestFolder folder;
+    fs::create_directory(folder.Path("sub"));
+    const std::string free = folder.Path("sub/free");
+    for (const char* name : {"sub/free", "sub/./free", "SUB/Free", "sub\\\\free"})
+        EXPECT_TRUE(LeadToOneFile(free, folder.Path(name))) << name;
+    EXPECT_TRUE(LeadToOneFile(folder.Path("no/such/free"), folder.Path("no/./such/free")));
+    EXPECT_FALSE(LeadToOneFile(free, folder.Path("free")));
+}
+
+TEST(FileIdentity, DevicesTakeWhatSeveralNamesSend) {
+    EXPECT_FALSE(LeadToOneFile("NUL", "NUL"));
+}
+
+TEST(FileIdentity, FoldersAreNoFiles) {
+    const TestFolder folder;
+    EXPECT_FALSE(LeadToOneFile(folder.Path(), folder.Path()));
+}
+
+}  // namespace

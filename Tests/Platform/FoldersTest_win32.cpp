@@ -1,0 +1,61 @@
+#include <Platform/Folders.h>
+
+#include "Platform/TestFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+TEST(Folders, AFolderIsToldFromAFile) {
+    const TestFolder folder;
+    const std::string file = folder.Write("file", "");
+    EXPECT_TRUE(Platform::IsFolder(folder.Path()));
+    EXPECT_TRUE(Platform::IsFolder(folder.Path() + "\\"));
+    EXPECT_TRUE(Platform::IsFolder("C:\\"));
+    EXPECT_FALSE(Platform::IsFolder(file));
+    EXPECT_TRUE(Platform::IsRegularFile(file));
+    EXPECT_FALSE(Platform::IsRegularFile(folder.Path()));
+    EXPECT_FALSE(Platform::IsFolder(folder.Path("none")));
+    EXPECT_FALSE(Platform::IsRegularFile(folder.Path("none")));
+    EXPECT_FALSE(Platform::IsFolder(""));
+}
+
+TEST(Folders, AllMissingParentsAreMade) {
+    const TestFolder folder;
+    EXPECT_TRUE(Platform::CreateFolders(folder.Path("a/b b/caf\xE9")));
+    EXPECT_TRUE(Platform::IsFolder(folder.Path("a/b b/caf\xE9")));
+}
+
+TEST(Folders, ThereAlreadyIsFine) {
+    const TestFolder folder;
+    EXPECT_TRUE(Platform::CreateFolders(folder.Path()));
+    EXPECT_TRUE(Platform::CreateFolders("C:\\"));
+}
+
+TEST(Folders, AFileInTheWayIsAFailure) {
+    const TestFolder folder;
+    folder.Write("a", "");
+    EXPECT_FALSE(Platform::CreateFolders(folder.Path("a")));
+    EXPECT_FALSE(Platform::CreateFolders(folder.Path("a/b")));
+}
+
+TEST(Folders, AMissingDriveIsAFailure) {
+    EXPECT_FALSE(Platform::CreateFolders("Q:\\a"));
+}
+
+TEST(Folders, ANameThatIsTooLongIsAFailure) {
+    const TestFolder folder;
+    EXPECT_FALSE(Platform::CreateFolders(folder.Path(std::string(260, 'x'))));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+TEST(Folders, RelativeAndDoubledSeparatorsWork) {
+    const TestFolder folder;
+    const auto before = std::filesystem::current_path();
+    std::filesystem::current_path(folder.Path());
+    EXPECT_TRUE(Platform::CreateFolders("x//y/"));
+    std::filesystem::current_path(before);
+    EXPECT_TRUE(Platform::IsFolder(folder.Path("x/y")));
+}
+
+}  // namespace

@@ -1,0 +1,84 @@
+#include <Platform/Process.h>
+
+#include "Platform/TestFolder.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <chrono>
+#include <thread>
+
+namespace {
+
+using Platform::RunPipeline;
+using Platform::StartDetached;
+
+/// Waits for a file that another process writes under a name of its own and then renames.
+std::string WaitFor(const TestFolder& folder, const std::string& name) {
+    for (int i = 0; i < 3000 && !std::filesystem::exists(folder.Path(name)); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    return folder.Read(name);
+}
+
+/// What a detached script leaves in its file "out".
+std::string OutputOfDetached(const TestFolder& folder, const std::string& script) {
+    folder.Write("script.bat", "@echo off\r\ncd /d \"%~dp0\"\r\n(" + script +
+                                   ")>new.txt 2>&1\r\nren new.txt out\r\n");
+    EXPECT_EQ(StartDetached({"cmd", "/c", folder.Path("script.bat")}), 0);
+    return WaitFor(folder, "out");
+}
+
+TEST(StartDetached, AMissingProgramIsToldAtOnce) {
+    EXPECT_EQ(StartDetached({"no-such-program-anywhere.exe"}), ERROR_FILE_NOT_FOUND);
+    EXPECT_EQ(StartDetached({}), ERROR_FILE_NOT_FOUND);
+}
+
+TEST(StartDetached, TheChildHasOurEnvironment) {
+    const TestFolder folder;
+    setenv("PLATFORM_TEST_VARIABLE", "value", 1);
+    EXPECT_EQ(OutputOfDetached(folder, "echo %PLATFORM_TEST_VARIABLE%"), "value\r\n");
+}
+
+TEST(StartDetached, TheChildInheritsNothingOfOurs) {
+    const TestFolder folder;
+    folder.Write("held", "");
+    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    const HANDLE held = CreateFileA(folder.Path("held").c_str(), GENERIC_READ, 0, &inheritable,
+                                    OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(held, INVALID_HANDLE_VALUE);
+    folder.Write("wait.bat",
+                 "@echo off\r\ncd /d \"%~dp0\"\r\necho x>started\r\n"
+                 ":again\r\nif not exist end goto again\r\n");
+    EXPECT_EQ(StartDetached({"cmd", "/c", folder.Path("wait.bat")}), 0);
+    WaitFor(folder, "started");
+    CloseHandle(held);
+    // Somebody else's handle would still be in the way.
+    EXPECT_TRUE(DeleteFileA(folder.Path("held").c_str()));
+    folder.Write("end", "");
+}
+
+TEST(RunPipeline, TheLastCommandDecides) {
+    const Platform::Command good = {"cmd", "/c", "exit 0"};
+    const Platform::Command bad = {"cmd", "/c", "exit 3"};
+    EXPECT_TRUE(RunPipeline({good}));
+    EXPECT_FALSE(RunPipeline({bad}));
+    EXPECT_TRUE(RunPipeline({bad, good}));
+    EXPECT_FALSE(RunPipeline({good, bad}));
+}
+
+TEST(RunPipeline, OutputGoesToTheNextCommand) {
+    const TestFolder folder;
+    folder.Write("two.bat", "@echo off\r\necho word\r\n");
+    folder.Write("take.bat", "@echo off\r\ncd /d \"%~dp0\"\r\nset /p line=\r\necho %line%>out\r\n");
+    EXPECT_TRUE(RunPipeline(
+        {{"cmd", "/c", folder.Path("two.bat")}, {"cmd", "/c", folder.Path("take.bat")}}));
+    EXPECT_EQ(folder.Read("out"), "word\r\n");
+}
+
+TEST(RunPipeline, AMissingProgramIsAFailureAndNobodyIsLeftWaiting) {
+    EXPECT_FALSE(RunPipeline({{"no-such-program-anywhere.exe"}, {"cmd", "/c", "exit 0"}}));
+    EXPECT_FALSE(RunPipeline({{"cmd", "/c", "exit 0"}, {"no-such-program-anywhere.exe"}}));
+    EXPECT_FALSE(RunPipeline({}));
+}
+
+}  // namespace

@@ -1,0 +1,62 @@
+#include <Platform/SharedLogFile.h>
+
+#include "Platform/TestFolder.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+namespace {
+
+using Platform::SharedLogFile;
+
+constexpr const char* kLock = "RigbakeTestMutex";
+
+TEST(SharedLogFile, TextIsAddedAtTheEnd) {
+    const TestFolder folder;
+    const SharedLogFile log(folder.Write("log", "before\r\n"), kLock);
+    EXPECT_EQ(folder.Read("log"), "before\r\n");
+    log.Append("one\n");
+    log.Append(std::string("t\0o\n", 4));
+    EXPECT_EQ(folder.Read("log"), std::string("before\r\none\r\nt\0o\r\n", 18));
+}
+
+TEST(SharedLogFile, AnAdditionWaitsForItsTurn) {
+    const TestFolder folder;
+    const SharedLogFile log(folder.Write("log", ""), kLock);
+    const HANDLE lock = CreateMutexA(nullptr, TRUE, kLock);
+    if (GetLastError() == ERROR_ALREADY_EXISTS) WaitForSingleObject(lock, INFINITE);
+    std::atomic<bool> done = false;
+    std::thread adder([&] {
+        log.Append("mine");
+        done = true;
+    });
+    std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    EXPECT_FALSE(done);
+    EXPECT_EQ(folder.Read("log"), "");
+    ReleaseMutex(lock);
+    CloseHandle(lock);
+    adder.join();
+    EXPECT_EQ(folder.Read("log"), "mine");
+}
+
+TEST(SharedLogFile, TheLockOfAProcessThatDiedIsNoHindrance) {
+    const TestFolder folder;
+    std::thread owner([] { CreateMutexA(nullptr, TRUE, "RigbakeTestAbandoned"); });
+    owner.join();
+    const SharedLogFile log(folder.Path("log"), "RigbakeTestAbandoned");
+    log.Append("mine");
+    EXPECT_EQ(folder.Read("log"), "mine");
+}
+
+TEST(SharedLogFile, AFileThatCannotBeOpenedIsPassedOver) {
+    const TestFolder folder;
+    SharedLogFile(folder.Path(), kLock).Append("text");
+    SharedLogFile(folder.Path("no/such/folder"), kLock).Append("text");
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+}  // namespace

@@ -1,0 +1,155 @@
+#include <Platform/UnfinishedFile.h>
+
+#include "Platform/TestFolder.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <thread>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class UnfinishedFile : public testing::Test {
+  protected:
+    /// Starts a file beside `path`, writes "new" and publishes it.
+    int Replace(const std::string& path) {
+        if (const int error = file.CreateBeside(path); error != 0) return error;
+        if (const int error = file.Write("new", 3); error != 0) return error;
+        return file.Publish();
+    }
+
+    /// How many files stand in the folder, hidden ones too.
+    long CountFiles() const {
+        return std::distance(fs::directory_iterator(folder.Path()), fs::directory_iterator());
+    }
+
+    TestFolder folder;
+    Platform::UnfinishedFile file;
+};
+
+TEST_F(UnfinishedFile, TheNameLeadsToTheOldContentUntilAllIsWritten) {
+    const std::string out = folder.Write("out", "old");
+    ASSERT_EQ(file.CreateBeside(out), 0);
+    EXPECT_EQ(file.Write("n", 1), 0);
+    EXPECT_EQ(file.Write("ew", 2), 0);
+    EXPECT_EQ(folder.Read("out"), "old");
+    EXPECT_EQ(folder.Read(fs::path(file.GetName()).filename().string()), "new");
+    EXPECT_EQ(file.Publish(), 0);
+    EXPECT_EQ(folder.Read("out"), "new");
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(UnfinishedFile, AFreeNameIsTaken) {
+    EXPECT_EQ(Replace(folder.Path("out")), 0);
+    EXPECT_EQ(folder.Read("out"), "new");
+    EXPECT_EQ(Replace(folder.Path("two words caf\xE9")), 0);
+    EXPECT_EQ(folder.Read("two words caf\xE9"), "new");
+}
+
+TEST_F(UnfinishedFile, WhatIsNotPublishedIsGone) {
+    const std::string out = folder.Write("out", "old");
+    {
+        Platform::UnfinishedFile given;
+        ASSERT_EQ(given.CreateBeside(out), 0);
+        ASSERT_EQ(given.Write("new", 3), 0);
+    }
+    EXPECT_EQ(folder.Read("out"), "old");
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(UnfinishedFile, TwoFilesAreUnfinishedAtOnce) {
+    Platform::UnfinishedFile other;
+    ASSERT_EQ(file.CreateBeside(folder.Path("one")), 0);
+    ASSERT_EQ(other.CreateBeside(folder.Path("two")), 0);
+    ASSERT_EQ(file.Write("1", 1), 0);
+    ASSERT_EQ(other.Write("2", 1), 0);
+    EXPECT_EQ(other.Publish(), 0);
+    EXPECT_EQ(file.Publish(), 0);
+    EXPECT_EQ(folder.Read("one"), "1");
+    EXPECT_EQ(folder.Read("two"), "2");
+}
+
+TEST_F(UnfinishedFile, APathWithoutAFolderMeansTheWorkingDirectory) {
+    const fs::path before = fs::current_path();
+    fs::current_path(folder.Path());
+    const int error = Replace("out");
+    fs::current_path(before);
+    EXPECT_EQ(error, 0);
+    EXPECT_EQ(folder.Read("out"), "new");
+}
+
+TEST_F(UnfinishedFile, TheMarksOfTheOldFileAreKept) {
+    const std::string out = folder.Write("out", "old");
+    SetFileAttributesA(out.c_str(), FILE_ATTRIBUTE_HIDDEN);
+    ASSERT_EQ(Replace(out), 0);
+    EXPECT_NE(GetFileAttributesA(out.c_str()) & FILE_ATTRIBUTE_HIDDEN, 0u);
+    EXPECT_EQ(folder.Read("out"), "new");
+}
+
+TEST_F(UnfinishedFile, AnotherNameOfTheOldFileKeepsTheOldContent) {
+    const std::string out = folder.Write("out", "old");
+    fs::create_hard_link(out, folder.Path("other"));
+    ASSERT_EQ(Replace(out), 0);
+    EXPECT_EQ(folder.Read("out"), "new");
+    EXPECT_EQ(folder.Read("other"), "old");
+}
+
+TEST_F(UnfinishedFile, AFolderIsNotReplaced) {
+    fs::create_directory(folder.Path("out"));
+    EXPECT_EQ(Replace(folder.Path("out")), EACCES);
+    EXPECT_TRUE(fs::is_directory(folder.Path("out")));
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(UnfinishedFile, AFileThatIsBusyForAMomentIsReplacedAfterIt) {
+    const std::string out = folder.Write("out", "old");
+    ASSERT_EQ(file.CreateBeside(out), 0);
+    ASSERT_EQ(file.Write("new", 3), 0);
+    const HANDLE scanner =
+        CreateFileA(out.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    ASSERT_NE(scanner, INVALID_HANDLE_VALUE);
+    std::thread end([&] {
+        Sleep(60);
+        CloseHandle(scanner);
+    });
+    EXPECT_EQ(file.Publish(), 0);
+    end.join();
+    EXPECT_EQ(folder.Read("out"), "new");
+}
+
+TEST_F(UnfinishedFile, AFileThatStaysBusyStaysAsItWas) {
+    const std::string out = folder.Write("out", "old");
+    ASSERT_EQ(file.CreateBeside(out), 0);
+    ASSERT_EQ(file.Write("new", 3), 0);
+    const HANDLE reader =
+        CreateFileA(out.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    EXPECT_EQ(file.Publish(), EACCES);
+    CloseHandle(reader);
+    EXPECT_EQ(folder.Read("out"), "old");
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(UnfinishedFile, WhatIsMissingGivesThePortableErrorNumber) {
+    EXPECT_EQ(file.CreateBeside(folder.Path("none/out")), ENOENT);
+    EXPECT_EQ(file.CreateBeside(""), ENOENT);
+}
+
+TEST_F(UnfinishedFile, ATemporaryFileStandsInTheFolderForThemAndGoes) {
+    const std::string before = std::getenv("TMP");
+    setenv("TMP", folder.Path().c_str(), 1);
+    {
+        Platform::UnfinishedFile temporary;
+        EXPECT_EQ(temporary.CreateTemporary(), 0);
+        EXPECT_EQ(temporary.Write("text", 4), 0);
+        EXPECT_EQ(CountFiles(), 1);
+        EXPECT_EQ(folder.Read(fs::path(temporary.GetName()).filename().string()), "text");
+    }
+    EXPECT_EQ(CountFiles(), 0);
+    setenv("TMP", before.c_str(), 1);
+}
+
+}  // namespace
