@@ -1,5 +1,8 @@
 #include "EndToEnd/ProgramRun.h"
 
+#include <gtest/gtest.h>
+#include <skeleton/skeleton.h>
+
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -19,6 +22,18 @@ std::string Quote(const std::string& text) {
 std::string ReadWhole(const fs::path& path) {
     std::ifstream in(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+}
+
+/// Whatever a run bakes must stand the checks of those who load it.
+void ExpectSoundSkeletons(const fs::path& folder) {
+    for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+        if (!entry.is_regular_file()) continue;
+        const std::string bytes = ReadWhole(entry.path());
+        if (!bytes.starts_with("SK08")) continue;
+        skeleton_fault fault = {};
+        EXPECT_EQ(skeleton_find_faults(bytes.data(), bytes.size(), &fault, 1), 0u)
+            << entry.path().filename() << ": " << fault.text;
+    }
 }
 
 }  // namespace
@@ -62,6 +77,7 @@ ProgramResult RunFolder::Run(const std::string& program, const std::vector<std::
     result.errors = ReadWhole(work / "err");
     result.status = std::stoi(ReadWhole(work / "status"));
     fs::remove_all(work);
+    if (program == "rigbake" && result.status == 0) ExpectSoundSkeletons(path);
     return result;
 }
 
