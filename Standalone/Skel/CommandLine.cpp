@@ -3,12 +3,15 @@
 #include "Diff.h"
 #include "Dump.h"
 #include "Header.h"
+#include "OutputFile.h"
+#include "Picture.h"
 
 #include <VokLib/Library/VokLib.h>
 
 #include <CLI/CLI.hpp>
 
 #include <cctype>
+#include <filesystem>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -24,6 +27,7 @@ struct Arguments {
     std::vector<std::string> files;
     std::string in;
     std::string other;
+    std::string out;
     std::string names;
     bool isJson = false;
     HeaderOptions header;
@@ -104,6 +108,32 @@ CLI::App* AddHeader(CLI::App& app, Arguments& arguments) {
     return command;
 }
 
+/// The form of a picture, by the end of its name.
+bool IsPage(const std::string& path) {
+    return path.ends_with(".html") || path.ends_with(".htm");
+}
+
+std::string RefuseOtherEnding(const std::string& path) {
+    return IsPage(path) || path.ends_with(".svg")
+               ? std::string()
+               : "\"" + path + "\" ends in neither .svg nor .html";
+}
+
+CLI::App* AddPicture(CLI::App& app, Arguments& arguments) {
+    CLI::App* const command =
+        app.add_subcommand("picture",
+                           "Draw the bind pose, the levels of detail and what is evaluated when: "
+                           "OUT.svg is a drawing, "
+                           "OUT.html a page in which the figure can be turned.");
+    AddFile(*command, "FILE", arguments.in, "The file to read");
+    command->add_option("OUT", arguments.out, "The picture to write: NAME.svg or NAME.html")
+        ->required()
+        ->type_name("")
+        ->check(RefuseOtherEnding);
+    AddNames(*command, arguments.names);
+    return command;
+}
+
 void PrintJson(const Json& json) {
     std::cout << json.dump(2) << '\n';
 }
@@ -133,6 +163,21 @@ void Dump(const Arguments& arguments) {
         PrintJson(DumpJson(skeleton));
     else
         DumpText(skeleton, std::cout);
+}
+
+void Picture(const Arguments& arguments) {
+    const SkeletonFile file = SkeletonFile::Load(arguments.in);
+    const Description::Skeleton skeleton = Description::Describe(file, LoadNames(arguments.names));
+    const std::string title = std::filesystem::path(arguments.in).filename().string();
+    const std::string text =
+        IsPage(arguments.out) ? MakePage(skeleton, title) : DrawSvg(skeleton, title);
+    std::error_code ignored;
+    if (std::filesystem::equivalent(arguments.in, arguments.out, ignored))
+        throw SkeletonFileFault(arguments.out + ": error: The picture would replace the file");
+    OutputFile out(arguments.out);
+    out.GetStream() << text;
+    out.Finish();
+    out.Publish();
 }
 
 bool Diff(const Arguments& arguments) {
@@ -165,10 +210,11 @@ int RunCommandLine(int argc, const char* const* argv) {
     const CLI::App* const check = AddCheck(app, arguments);
     const CLI::App* const dump = AddDump(app, arguments);
     const CLI::App* const diff = AddDiff(app, arguments);
-    AddHeader(app, arguments);
+    const CLI::App* const header = AddHeader(app, arguments);
+    AddPicture(app, arguments);
     if (IsUnknownCommand(app, argc, argv)) {
         std::cerr << "skel: There is no command \"" << argv[1]
-                  << "\". The commands are check dump diff header.\n"
+                  << "\". The commands are check dump diff header picture.\n"
                   << kSeeHelp;
         return kWrongUsage;
     }
@@ -182,7 +228,9 @@ int RunCommandLine(int argc, const char* const* argv) {
     if (diff->parsed()) return Diff(arguments) ? kDifferent : 0;
     if (dump->parsed())
         Dump(arguments);
-    else
+    else if (header->parsed())
         PrintHeader(arguments.header, std::cout);
+    else
+        Picture(arguments);
     return 0;
 }

@@ -72,7 +72,8 @@ TEST_F(SkelRun, HelpNamesTheCommandsAndSucceeds) {
     const ProgramResult run = Run({"--help"});
     EXPECT_EQ(run.status, 0);
     EXPECT_EQ(run.errors, "");
-    for (const char* command : {"\n  check ", "\n  dump ", "\n  diff ", "\n  header "})
+    for (const char* command :
+         {"\n  check ", "\n  dump ", "\n  diff ", "\n  header ", "\n  picture "})
         EXPECT_NE(run.output.find(command), std::string::npos) << command;
     EXPECT_NE(Run({"dump", "--help"}).output.find("  --names SCENE "), std::string::npos);
 }
@@ -88,7 +89,7 @@ TEST_F(SkelRun, WrongUsageGoesToStandardErrorWithStatus2) {
     };
     expectWrong({}, "A subcommand is required");
     expectWrong({"dmup", "a"},
-                "There is no command \"dmup\". The commands are check dump diff header.");
+                "There is no command \"dmup\". The commands are check dump diff header picture.");
     expectWrong({"check"}, "FILE is required");
     expectWrong({"diff", "a"}, "B is required");
     expectWrong({"header", "a", "--prefix", "1x"}, "--prefix: \"1x\" is no identifier in C");

@@ -1,0 +1,4 @@
+#pragma once
+
+/// Page/page.html, with {{TITLE}} and {{DATA}} where they belong.
+extern const char* const kPageTemplate;
