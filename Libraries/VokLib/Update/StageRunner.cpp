@@ -6,6 +6,7 @@
 
 #include "Document/XmlMemory.h"
 
+#include "Update/RenamingSheet.h"
 #include "Update/VokUpdateQelServer.h"
 
 #include <libxslt/security.h>
@@ -17,6 +18,7 @@
 #include <cstdio>
 #include <iostream>
 #include <optional>
+#include <utility>
 
 namespace {
 
@@ -97,7 +99,7 @@ XmlDocument StageRunner::Run(const xmlNode& step, XmlDocument document) {
         if (!IsElement(*child, "xslt"))
             QelTools::Common::ThrowException("Unknown step in update process.");
         // The parameters are the rest of the step.
-        return Apply(FirstText(*child).value_or(""), ReadParameters(*child), *document);
+        return Apply(FirstText(*child).value_or(""), ReadParameters(*child), std::move(document));
     }
     return document;
 }
@@ -113,24 +115,37 @@ StageRunner::Parameters StageRunner::ReadParameters(const xmlNode& behind) {
 }
 
 XmlDocument StageRunner::Apply(const std::string& uri, const Parameters& parameters,
-                               xmlDoc& document) {
+                               XmlDocument document) {
     XmlMemoryWatch memory;
     const XmlStylesheet sheet = loader.LoadStylesheet(uri);
     memory.Check();
     if (sheet == nullptr)
         QelTools::Common::ThrowException("Failed to get stylesheet \"" + uri + "\".");
+    const std::optional<RenamingSheet> renaming = FindRenaming(*sheet);
+    if (renaming && isUniform && Rename(*document, *renaming)) {
+        memory.Check();
+        return document;
+    }
+    XmlDocument result = Transform(uri, *sheet, parameters, *document);
+    isUniform = renaming && HoldsOneNamespace(*result);
+    return result;
+}
+
+XmlDocument StageRunner::Transform(const std::string& uri, xsltStylesheet& sheet,
+                                   const Parameters& parameters, xmlDoc& document) {
     std::vector<const char*> texts;
     for (const std::string& text : parameters) texts.push_back(text.c_str());
     texts.insert(texts.end(), 2, nullptr);
 
+    XmlMemoryWatch memory;
     const Messages messages;
     const SecurityRules rules = ForbidEverything();
-    const TransformContext context(xsltNewTransformContext(sheet.get(), &document));
+    const TransformContext context(xsltNewTransformContext(&sheet, &document));
     if (context == nullptr) throw std::bad_alloc();
     xsltSetCtxtSecurityPrefs(rules.get(), context.get());
     context->maxTemplateDepth = kMostTemplates;
-    XmlDocument result(xsltApplyStylesheetUser(sheet.get(), &document, texts.data(), nullptr,
-                                               nullptr, context.get()));
+    XmlDocument result(
+        xsltApplyStylesheetUser(&sheet, &document, texts.data(), nullptr, nullptr, context.get()));
     memory.Check();
     if (result == nullptr || context->state != XSLT_STATE_OK) {
         if (loader.GetVerbosity() != 0) Print(messages.GetText());

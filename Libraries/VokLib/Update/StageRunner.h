@@ -23,7 +23,10 @@ class StageRunner {
     using Parameters = std::vector<std::string>;  // names and values in turn
 
     static Parameters ReadParameters(const xmlNode& behind);
-    XmlDocument Apply(const std::string& uri, const Parameters& parameters, xmlDoc& document);
+    XmlDocument Apply(const std::string& uri, const Parameters& parameters, XmlDocument document);
+    XmlDocument Transform(const std::string& uri, xsltStylesheet& sheet,
+                          const Parameters& parameters, xmlDoc& document);
 
     VokUpdateQelServer& loader;
+    bool isUniform = false;  // the last document came from a renaming sheet and holds one namespace
 };

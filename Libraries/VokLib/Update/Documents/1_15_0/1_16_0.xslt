@@ -7,6 +7,10 @@
     xmlns="http://qel.example/ns/qeli/1_16_0/qeli">
   <xsl:include href="../Shared/OneVersionOnly.xslt"/>
 
+  <!-- Behind another stage that says so, the program may do without this one. -->
+  <onlyRenames xmlns="http://qel.example/ns/qeli/update"
+      from="http://qel.example/ns/qeli/1_15_0/qeli" to="http://qel.example/ns/qeli/1_16_0/qeli"/>
+
   <xsl:template match="/">
     <xsl:call-template name="refuseOtherVersions">
       <xsl:with-param name="expected" select="'http://qel.example/ns/qeli/1_15_0/qeli'"/>
