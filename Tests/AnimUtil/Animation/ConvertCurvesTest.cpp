@@ -74,6 +74,21 @@ TEST(ConvertCurves, ABrokenCurveGetsAKeyWithTheNextValueAndItsOwnTangent) {
     EXPECT_EQ(channel->GetKeyStride(), 1u);
 }
 
+TEST(ConvertCurves, ASegmentIsBrokenWhereItMissesTheNextKeyByMoreThanAMillionth) {
+    // By one unit in the last place, in value and in slope.
+    const float limit = 1e-6f;
+    for (const bool above : {false, true}) {
+        const float miss = above ? std::nextafter(limit, 1.0f) : limit;
+        for (const std::size_t coefficient : {0u, 1u}) {
+            std::vector<float> values(12);
+            values[4 + coefficient] = -miss;
+            const auto channel = MakeChannel(AnimInterp::QELCurve, 4, {0, 1, 2}, values);
+            ConvertQelCurveToQelHermite(*channel, *channel);
+            EXPECT_EQ(channel->numKeys, above ? 4u : 3u) << coefficient;
+        }
+    }
+}
+
 TEST(ConvertCurves, TheLastSegmentIsNeverBroken) {
     const auto channel = MakeChannel(AnimInterp::QELCurve, 4, {0, 2}, {0, 1, 0, 0, 3, 5, 1, 1});
     ConvertQelCurveToQelHermite(*channel, *channel);
