@@ -1,0 +1,203 @@
+#include "EndToEnd/ProgramRun.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <regex>
+
+namespace {
+
+std::string Seed(const std::string& name) {
+    return RIGBAKE_SOURCE_ROOT "/Fuzz/Seeds/Skeleton/" + name;
+}
+
+constexpr const char* kScene = RIGBAKE_SOURCE_ROOT "/Tests/Documents/skeleton-parts.qeli";
+
+std::size_t Count(const std::string& text, const std::string& part) {
+    std::size_t count = 0;
+    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        ++count;
+    return count;
+}
+
+class SkelPicture : public testing::Test {
+  protected:
+    std::string Draw(const std::string& file, const std::string& out,
+                     const std::string& names = {}) const {
+        std::vector<std::string> arguments = {"picture", file, out};
+        if (!names.empty()) arguments.insert(arguments.end(), {"--names", names});
+        const ProgramResult run = folder.Run("skel", arguments);
+        EXPECT_EQ(run.status, 0);
+        EXPECT_EQ(run.errors, "");
+        EXPECT_EQ(run.output, "");
+        return folder.ReadFile(out);
+    }
+    int Shell(const std::string& command) const {
+        return std::system(("cd '" + folder.GetPath().string() + "' && " + command).c_str());
+    }
+    /// What a browser makes of the page when `script` has run behind the page's own: the text that
+    /// the script leaves in the title.
+    std::string Browse(std::string page, const std::string& script, const std::string& flags = "") {
+        page.replace(page.rfind("</body>"), 0, "<script>" + script + "</script>");
+        folder.WriteFile("test.html", page);
+        EXPECT_EQ(Shell("HOME=\"$PWD\" timeout 120 chromium --headless --no-sandbox --disable-gpu "
+                        "--window-size=1300,800 --virtual-time-budget=3000 " +
+                        flags + " --dump-dom test.html >dom 2>log"),
+                  0)
+            << folder.ReadFile("log");
+        const std::string dom = folder.ReadFile("dom");
+        const std::size_t begin = dom.find("<title>") + 7;
+        return dom.substr(begin, dom.find("</title>") - begin);
+    }
+    bool HasBrowser() const { return Shell("chromium --version >browser 2>&1") == 0; }
+
+    RunFolder folder;
+};
+
+constexpr const char* kNoBrowser = "left out: there is no chromium here to show the page in";
+
+/// Helpers of the scripts below.
+const std::string kTools = R"(
+const key = (name, options) => figure.dispatchEvent(new KeyboardEvent("keydown", {key: name, bubbles: true, ...options}));
+const shown = () => dots.filter(dot => dot.style.display !== "none").length;
+const say = (...parts) => { document.title = parts.join(" | "); };
+)";
+
+}  // namespace
+
+TEST_F(SkelPicture, ADrawingShowsEveryJointTwiceAndEveryItemInOrder) {
+    const std::string svg = Draw(Seed("parts-little"), "parts.svg", kScene);
+    EXPECT_EQ(svg.find("<svg xmlns=\"http://www.w3.org/2000/svg\" "), 0u);
+    EXPECT_EQ(Count(svg, "<circle "), 22u);
+    EXPECT_EQ(Count(svg, "<title>10 Finger</title>"), 2u);
+    EXPECT_NE(svg.find("11 joints, signature 0x3DD3DFD4"), std::string::npos);
+    EXPECT_NE(svg.find(">level 2<"), std::string::npos);
+    const std::vector<std::string> inOrder = {"0. driven keys",
+                                              "Spine.translateY from Breath",
+                                              "Twist.rotateX from Hand.rotateX, Spine.rotateZ",
+                                              "2. joint constraints",
+                                              "aim of Eye by Hand, up by Spine",
+                                              "aim of Finger by Prop"};
+    std::size_t at = 0;
+    for (const std::string& text : inOrder) {
+        at = svg.find(text, at);
+        ASSERT_NE(at, std::string::npos) << text;
+    }
+}
+
+TEST_F(SkelPicture, TheSameFileGivesTheSameBytesInEitherByteOrder) {
+    EXPECT_EQ(Draw(Seed("parts-little"), "a.svg").substr(2000),
+              Draw(Seed("parts-little"), "b.svg").substr(2000));
+    const std::regex name("parts-(little|big)");
+    EXPECT_EQ(std::regex_replace(Draw(Seed("parts-little"), "a.svg"), name, ""),
+              std::regex_replace(Draw(Seed("parts-big"), "b.svg"), name, ""));
+}
+
+TEST_F(SkelPicture, NothingInAPictureComesFromElsewhere) {
+    const std::string page = Draw(Seed("biped"), "a.html");
+    for (const char* part : {"http:", "https:", "src=", "@import", "url(", "fetch(", "{{"})
+        EXPECT_EQ(std::regex_replace(page, std::regex("http://www.w3.org/2000/svg"), "").find(part),
+                  std::string::npos)
+            << part;
+}
+
+TEST_F(SkelPicture, ThePictureOfTheReadmeIsDrawnFromItsExample) {
+    const std::string scene = RIGBAKE_SOURCE_ROOT "/Examples/quadruped.qeli";
+    ASSERT_EQ(folder.Rigbake({"-in", scene, "-out", "quadruped.bin", "-ojc", "true"}).status, 0);
+    EXPECT_EQ(Draw("quadruped.bin", "out.svg", scene),
+              folder.ReadFile(RIGBAKE_SOURCE_ROOT "/docs/pictures/quadruped.svg"));
+}
+
+TEST_F(SkelPicture, NamesCannotBreakOutOfThePage) {
+    folder.WriteFile("evil.qeli",
+                     Document(R"(<scene><joint name="&lt;/script&gt;&lt;b&gt;&quot;"/></scene>)"));
+    ASSERT_EQ(folder.Rigbake({"-in", "evil.qeli", "-out", "evil"}).status, 0);
+    const std::string page = Draw("evil", "a.html", "evil.qeli");
+    EXPECT_EQ(Count(page, "</script>"), 2u) << "those of the page itself";
+    EXPECT_NE(page.find(R"(\u003c/script>\u003cb>\")"), std::string::npos);
+    EXPECT_NE(Draw("evil", "a.svg", "evil.qeli").find("0 &lt;/script&gt;&lt;b&gt;&quot;"),
+              std::string::npos);
+}
+
+TEST_F(SkelPicture, OtherEndingsAndTheFileItselfAreRefused) {
+    ProgramResult run = folder.Run("skel", {"picture", Seed("biped"), "a.png"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_NE(run.errors.find("\"a.png\" ends in neither .svg nor .html"), std::string::npos);
+    folder.WriteFile("own.svg", folder.ReadFile(Seed("biped")));
+    run = folder.Run("skel", {"picture", "own.svg", "./own.svg"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors, "./own.svg: error: The picture would replace the file\n");
+    EXPECT_EQ(folder.ReadFile("own.svg"), folder.ReadFile(Seed("biped")));
+}
+
+TEST_F(SkelPicture, ThePageWorksFromTheKeyboard) {
+    if (!HasBrowser()) GTEST_SKIP() << kNoBrowser;
+    const std::string page = Draw(Seed("parts-little"), "a.html", kScene);
+    EXPECT_EQ(Browse(page, kTools + R"(
+        key("."); key("."); key(",");
+        const before = bones[0].getAttribute("d");
+        key("ArrowLeft"); key("+"); drawFigure();
+        say(find("name").textContent, find("joints").selectedIndex, before !== bones[0].getAttribute("d"),
+            state.zoom.toFixed(1), dots.length, shown()); )"),
+              "1 Spine | 1 | true | 1.2 | 11 | 11");
+}
+
+TEST_F(SkelPicture, ThePageTellsAJointsNumbersAndWhatMovesIt) {
+    if (!HasBrowser()) GTEST_SKIP() << kNoBrowser;
+    const std::string page = Draw(Seed("parts-little"), "a.html", kScene);
+    EXPECT_EQ(Browse(page, kTools + R"(
+        const list = find("joints");
+        list.selectedIndex = 3;
+        list.dispatchEvent(new Event("change"));
+        const rows = [...document.querySelectorAll("#details dt")];
+        const tell = term => rows.find(row => row.textContent === term).nextSibling.textContent;
+        say(find("name").textContent, tell("hash"), tell("translation"), tell("written by"),
+            document.querySelectorAll("#items button.touches").length); )"),
+              "3 Eye | 0x8D87784E | 0, 0.4, 0.1 | 2: aim of Eye by Hand, up by Spine | 1");
+}
+
+TEST_F(SkelPicture, DroppedJointsCollapseIntoTheirStandIns) {
+    if (!HasBrowser()) GTEST_SKIP() << kNoBrowser;
+    const std::string page = Draw(Seed("parts-little"), "a.html", kScene);
+    EXPECT_EQ(Browse(page, kTools + R"(
+        const row = find("row");
+        row.value = "0";
+        row.dispatchEvent(new Event("change"));
+        pick(10); drawFigure();
+        say(shown(), find("jointsTitle").textContent, find("joints").options[10].textContent,
+            dots.findIndex(dot => dot.classList.contains("picked")), tag.textContent); )"),
+              "8 | Joints (8 of 11) | 10 Finger \xE2\x86\x92 Arm | 2 | Arm");
+}
+
+TEST_F(SkelPicture, ALineOfAnItemPicksWhatItWritesAndMarksWhatItReads) {
+    if (!HasBrowser()) GTEST_SKIP() << kNoBrowser;
+    const std::string page = Draw(Seed("parts-little"), "a.html", kScene);
+    EXPECT_EQ(Browse(page, kTools + R"(
+        const buttons = [...document.querySelectorAll("#items button")];
+        buttons.find(button => button.textContent.startsWith("aim of Eye")).click();
+        say(find("name").textContent, dots.flatMap((dot, i) => dot.classList.contains("read") ? [i] : []),
+            document.querySelectorAll("#items > li").length); )"),
+              "3 Eye | 1,8 | 4");
+}
+
+TEST_F(SkelPicture, AClickPicksTheNearestJoint) {
+    if (!HasBrowser()) GTEST_SKIP() << kNoBrowser;
+    const std::string page = Draw(Seed("parts-little"), "a.html", kScene);
+    EXPECT_EQ(Browse(page, kTools + R"(
+        drawFigure();
+        const box = figure.getBoundingClientRect();
+        const at = {clientX: box.x + spots[4][0] + 3, clientY: box.y + spots[4][1] - 3, pointerId: 1, bubbles: true};
+        figure.dispatchEvent(new PointerEvent("pointerdown", at));
+        figure.dispatchEvent(new PointerEvent("pointerup", at));
+        say(find("name").textContent); )"),
+              "4 Prop");
+}
+
+TEST_F(SkelPicture, ThePageFollowsLightAndDark) {
+    if (!HasBrowser()) GTEST_SKIP() << kNoBrowser;
+    const std::string page = Draw(Seed("parts-little"), "a.html", kScene);
+    const std::string script = kTools + "say(getComputedStyle(document.body).backgroundColor);";
+    EXPECT_EQ(Browse(page, script, "--blink-settings=preferredColorScheme=1"),
+              "rgb(255, 255, 255)");
+    EXPECT_EQ(Browse(page, script, "--blink-settings=preferredColorScheme=0"), "rgb(20, 24, 31)");
+}
