@@ -1,17 +1,21 @@
-// Writes a large document, the same for the same arguments: GenerateDocument elements|numbers
-// MEGABYTES FILE
+// Writes a large document, the same for the same arguments: GenerateDocument KIND SIZE FILE. Size
+// is in megabytes for the first three kinds, else in siblings and in driven channels.
 //
 // elements: rigs of joints, deep and wide by turns, with custom data as an animator leaves it. The
 // first root holds 100 joints, so that the document can be baked; what stands beside it are further
-// roots. numbers: meshes (half of the bytes), skins, channels and arrays of floats.
+// roots. numbers: meshes (half of the bytes), skins, channels and arrays of floats. meshes: these
+// alone. siblings: nodes beside one another, and a set that links to each. driven: 128 joints, each
+// driven by the first through its share of the channels, and a constraint for every seven channels.
 
 #include <VokLib/Text/VokNumberText.h>
 #include <VokLib/Tree/VokWorld.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 #include <fstream>
 #include <iostream>
+#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -197,24 +201,72 @@ void PutAsset(Document& document, int asset) {
     PutCache(document, "cache" + number);
 }
 
+void PutSiblings(Document& document, std::size_t count) {
+    for (std::size_t i = 0; i < count; ++i)
+        document.Put("<node name=\"n" + std::to_string(i) + "\" />\n");
+    document.Put("</scene>\n<objset name=\"all\" type=\"selection\">\n");
+    for (std::size_t i = 0; i < count; ++i)
+        document.Put("<member path=\"||n" + std::to_string(i * 48271 % count) +
+                     "\" membership=\"\" />\n");
+    document.Put("</objset>\n<scene>\n");
+}
+
+void PutDriven(Document& document, std::size_t channels) {
+    constexpr std::size_t kJoints = 128;
+    constexpr std::size_t kChannelsPerConstraint = 7;
+    constexpr const char* kChannels[] = {"translateX", "translateY", "translateZ",
+                                         "rotateX",    "rotateY",    "rotateZ",
+                                         "scaleX",     "scaleY",     "scaleZ"};
+    document.Put("<joint name=\"first\">\n");
+    for (std::size_t i = 1; i < kJoints; ++i)
+        document.Put("<joint name=\"d" + std::to_string(i) + "\" />\n");
+    document.Put("</joint>\n</scene>\n");
+    const auto joint = [](std::size_t i) { return "\"||first|d" + std::to_string(i) + "\""; };
+    for (std::size_t i = 0; i < channels / kChannelsPerConstraint; ++i) {
+        const std::size_t constrained = 2 + i % (kJoints - 2);
+        document.Put("<translationConstraint name=\"c" + std::to_string(i) + "\" constrain=" +
+                     joint(constrained) + ">\n<target name=" + joint(constrained - 1) +
+                     " weight=\"1\" />\n</translationConstraint>\n");
+    }
+    for (std::size_t i = 0; i < channels; ++i) {
+        const std::size_t driven = 1 + i % (kJoints - 1);
+        document.Put(
+            "<anim name=\"a" + std::to_string(i) + "\" target=" + joint(driven) +
+            ">\n<animChannel name=\"c\" channel=\"" +
+            kChannels[i / (kJoints - 1) % std::size(kChannels)] +
+            "\" inputObject=\"||first\" inputChannel=\"rotateX\">\n<animData "
+            "interp=\"QELHermite\" numKeys=\"2\">\n<keyValues>0 1</keyValues>\n<keyTimes>0 "
+            "1</keyTimes>\n<tangents>1 1</tangents>\n</animData>\n</animChannel>\n"
+            "</anim>\n");
+    }
+    document.Put("<scene>\n");
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
     const std::string_view kind = count == 4 ? arguments[1] : "";
-    if (kind != "elements" && kind != "numbers") {
-        std::cerr << "GenerateDocument elements|numbers MEGABYTES FILE\n";
+    constexpr std::string_view kKinds[] = {"elements", "numbers", "meshes", "siblings", "driven"};
+    if (std::find(std::begin(kKinds), std::end(kKinds), kind) == std::end(kKinds)) {
+        std::cerr << "GenerateDocument elements|numbers|meshes|siblings|driven SIZE FILE\n";
         return 1;
     }
-    const std::size_t bytes =
-        static_cast<std::size_t>(std::strtoul(arguments[2], nullptr, 10)) * 1000000;
+    const std::size_t size = std::strtoul(arguments[2], nullptr, 10);
     std::ofstream file(arguments[3], std::ios::binary);
     Document document(file);
-    PutRig(document, 0);
-    for (int i = 1; document.IsBelow(bytes); ++i) {
-        if (kind == "elements")
-            PutRig(document, i);
-        else
-            PutAsset(document, i);
+    if (kind == "driven") {
+        PutDriven(document, size);
+    } else {
+        PutRig(document, 0);
+        if (kind == "siblings") PutSiblings(document, size);
+        for (int i = 1; kind != "siblings" && document.IsBelow(size * 1000000); ++i) {
+            if (kind == "elements")
+                PutRig(document, i);
+            else if (kind == "numbers")
+                PutAsset(document, i);
+            else
+                PutMesh(document, "mesh" + std::to_string(i));
+        }
     }
     document.Finish();
     return file.flush() ? 0 : 1;

@@ -2,14 +2,28 @@
 
 #include <Platform/StandardStreams.h>
 #include <VokLib/Library/VokLib.h>
+#include <VoktFramework/Atoms/VoktAtomVokWorld.h>
 
 #include <cstdio>
 #include <exception>
+#include <memory>
 
 namespace {
 
+/// A world of a million objects takes as long to take apart as to bake, and the end of the process
+/// gives its memory back at once. Builds that look for leaks take everything apart.
+constexpr bool kLeavesWorlds = RIGBAKE_LEAVES_WORLDS != 0;
+
+struct LeaveLibrary {
+    void operator()(VokLib* library) const {
+        // The links of a world that is left stand in the library.
+        if (!kLeavesWorlds) delete library;
+    }
+};
+
 void Run(int argc, const char* const* argv) {
-    const VokLib library(true, true, true, true, true);
+    VoktAtomVokWorld::LeaveWorlds(kLeavesWorlds);
+    const std::unique_ptr<VokLib, LeaveLibrary> library(new VokLib(true, true, true, true, true));
     VoktRigbakeTool tool;
     tool.Run(argc, argv);
 }
