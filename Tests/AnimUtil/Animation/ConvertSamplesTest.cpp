@@ -120,6 +120,19 @@ TEST(ConvertSamples, AMarkNearerThanATenThousandthBelongsToItsSample) {
     }
 }
 
+TEST(ConvertSamples, AMarkExactlyATenThousandthFromItsSampleStandsByItself) {
+    // Beside the start it is thinned out; merged into the start it would give its value.
+    const float limit = 0.0001f;
+    for (const bool below : {false, true}) {
+        const auto channel = MakeTimestep(1, 2, {1, 2, 4});
+        VokAnimDiscontinuities& marks = AddMarks(*channel);
+        marks.Add(VokAnimDiscontinuities::Kind::Step, below ? std::nextafter(limit, 0.0f) : limit);
+        marks.GetAfter(0)[0] = 50;
+        Fit(*channel);
+        EXPECT_EQ(channel->keyValues.front(), below ? 50 : 1);
+    }
+}
+
 TEST(ConvertSamples, OfSeveralListsOfMarksTheLastCounts) {
     const auto channel = MakeTimestep(1, 4, {0, 0, 8, 8, 8});
     AddMarks(*channel).Add(VokAnimDiscontinuities::Kind::Unset, 1.25f);
