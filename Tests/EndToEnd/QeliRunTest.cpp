@@ -120,7 +120,8 @@ TEST_F(QeliRun, CheckReadsOldVersions) {
     std::string old = OneJointDocument();
     old.replace(old.find("1_28_1"), 6, "1_20_0");
     folder.WriteFile("old.qeli", old);
-    EXPECT_EQ(Run({"check", "old.qeli"}).output, "old.qeli: OK, version 1_20_0, read as it stands\n");
+    EXPECT_EQ(Run({"check", "old.qeli"}).output,
+              "old.qeli: OK, version 1_20_0, read as it stands\n");
     old.replace(old.find("1_20_0"), 6, "9_99_9");
     folder.WriteFile("new.qeli", old);
     const ProgramResult unknown = Run({"check", "new.qeli"});

@@ -34,9 +34,10 @@ void VokDependencies::Add(const std::string& file) {
 }
 
 bool VokObj::GetDependencies(VokDependencies& files) const {
-    ForEachFilename(customData.get(), [&files](const VokCustomAttributeFilename& attribute, int index) {
-        files.Add(GetFilename(attribute, index));
-    });
+    ForEachFilename(customData.get(),
+                    [&files](const VokCustomAttributeFilename& attribute, int index) {
+                        files.Add(GetFilename(attribute, index));
+                    });
     return true;
 }
 

@@ -72,9 +72,7 @@ struct TreeParser::Callbacks {
     }
 
     template <class Error>  // versions of the library differ in whether it is const
-    static void Failed(void* user, Error error) {
-        Of(user).NoteError(*error);
-    }
+    static void PassOver(void*, Error) {}
 };
 
 TreeParser::TreeParser() : context(xmlCreatePushParserCtxt(nullptr, nullptr, nullptr, 0, nullptr)) {
@@ -87,7 +85,9 @@ TreeParser::TreeParser() : context(xmlCreatePushParserCtxt(nullptr, nullptr, nul
     handlers.getEntity = Callbacks::Entity;
     handlers.getParameterEntity = Callbacks::ParameterEntity;
     handlers.reference = Callbacks::Reference;
-    handlers.serror = Callbacks::Failed;
+    // What makes a document ill-formed is Push's result. A fault of namespaces alone does not: such
+    // a document goes on to the stages as it would to the reader.
+    handlers.serror = Callbacks::PassOver;
     handlers.comment = nullptr;
     handlers.processingInstruction = nullptr;
     memory.Check();
@@ -106,7 +106,7 @@ int TreeParser::Push(const char* bytes, std::size_t size, bool last) {
     const int code = xmlParseChunk(context.get(), bytes, static_cast<int>(size), last ? 1 : 0);
     if (failure) std::rethrow_exception(std::exchange(failure, nullptr));
     memory.Check();
-    return namespaceError != 0 ? namespaceError : code;
+    return code;
 }
 
 XmlDocument TreeParser::TakeTree() {
@@ -114,24 +114,16 @@ XmlDocument TreeParser::TakeTree() {
 }
 
 int TreeParser::GetLine() const {
-    return namespaceError != 0 ? errorPlace.line : Here().line;
+    return Here().line;
 }
 
 int TreeParser::GetColumn() const {
-    return namespaceError != 0 ? errorPlace.column : Here().column;
+    return Here().column;
 }
 
 TreeParser::Place TreeParser::Here() const {
     if (context->input == nullptr) return {};
     return {context->input->line, context->input->col};
-}
-
-void TreeParser::NoteError(const xmlError& error) {
-    if (error.domain != XML_FROM_NAMESPACE || error.level < XML_ERR_ERROR || namespaceError != 0)
-        return;
-    namespaceError = error.code;
-    errorPlace = Here();
-    xmlStopParser(context.get());
 }
 
 void TreeParser::CheckStart() {

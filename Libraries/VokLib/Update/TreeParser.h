@@ -47,14 +47,11 @@ class TreeParser : public DocumentParser {
                         const xmlChar** attributes);
     void CountEntity(const xmlEntity* entity);
     void Grow(std::size_t byteCount);
-    void NoteError(const xmlError& error);
     [[noreturn]] static void Fail(const std::string& text, const Place& place);
     Place Here() const;
 
     XmlMemoryWatch memory;
     std::exception_ptr failure;
-    int namespaceError = 0;  // the parser itself goes on behind these
-    Place errorPlace;
     std::size_t pushed = 0;
     std::size_t grown = 0;  // bytes that stand for others, or were added
     std::size_t deepest = 0;

@@ -153,6 +153,6 @@ class VokObj : private boost::noncopyable {
     std::string name;
     std::vector<VokObj*> children;
     std::unique_ptr<VokCustomData> customData;  // made when there is something to hold
-    VokObjLink* firstIncoming = nullptr;  // in the order in which they were added
+    VokObjLink* firstIncoming = nullptr;        // in the order in which they were added
     VokObjLink* lastIncoming = nullptr;
 };
