@@ -23,6 +23,12 @@ std::optional<BY_HANDLE_FILE_INFORMATION> Identity(const std::string& path) {
     return information;
 }
 
+bool IsDevice(const std::string& path) {
+    const OwnedHandle file(
+        CreateFileA(path.c_str(), 0, kShareAll, nullptr, OPEN_EXISTING, 0, nullptr));
+    return file.IsValid() && GetFileType(file.Get()) != FILE_TYPE_DISK;
+}
+
 bool IsSame(const BY_HANDLE_FILE_INFORMATION& a, const BY_HANDLE_FILE_INFORMATION& b) {
     return a.dwVolumeSerialNumber == b.dwVolumeSerialNumber &&
            a.nFileIndexHigh == b.nFileIndexHigh && a.nFileIndexLow == b.nFileIndexLow;
@@ -41,7 +47,7 @@ bool LeadToOneFile(const std::string& a, const std::string& b) {
     const auto second = Identity(b);
     if (first && second)
         return (first->dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 && IsSame(*first, *second);
-    if (first || second) return false;
+    if (first || second || IsDevice(a) || IsDevice(b)) return false;
 
     const std::optional<std::string> fullA = FullPath(a);
     const std::optional<std::string> fullB = FullPath(b);

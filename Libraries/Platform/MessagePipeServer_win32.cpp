@@ -54,6 +54,7 @@ class MessagePipeServer::Pipes {
 
     std::size_t largest;
     std::string path;
+    OwnedHandle claim;
     OwnedHandle port;
     std::map<Client, Instance> instances;
     bool isListening = false;
@@ -72,6 +73,13 @@ MessagePipeServer::Pipes::~Pipes() {
 MessagePipeServer::Claimed MessagePipeServer::Pipes::Claim(const PipeAddress& address,
                                                            std::uint32_t& error) {
     path = "\\\\.\\pipe\\" + address.pipe;
+    // Not every system knows a first instance from a further one; all know who made a mutex.
+    claim.Reset(CreateMutexA(nullptr, FALSE, (address.pipe + "_server").c_str()));
+    if (claim.IsValid() && GetLastError() == ERROR_ALREADY_EXISTS) {
+        claim.Reset(nullptr);
+        error = 0;
+        return Claimed::ByAnother;
+    }
     port.Reset(CreateIoCompletionPort(INVALID_HANDLE_VALUE, nullptr, 0, 1));
     error = port.IsValid() ? AddInstance(FILE_FLAG_FIRST_PIPE_INSTANCE) : GetLastError();
     if (error == 0) return Claimed::ByUs;

@@ -119,8 +119,8 @@ TEST_F(MessagePipeTest, AServerThatIsGoneIsABrokenPipe) {
 TEST_F(MessagePipeTest, WithoutMessageModeNoExchangeIsMade) {
     const RawPipe server;
     ASSERT_EQ(pipe.Open(kAddress), 0u);
-    EXPECT_EQ(Transact("a"), PipeExchange::Failed);
-    EXPECT_EQ(error, static_cast<std::uint32_t>(ERROR_INVALID_PARAMETER));
+    EXPECT_EQ(Transact("a"), PipeExchange::BadPipe);
+    EXPECT_EQ(error, static_cast<std::uint32_t>(ERROR_BAD_PIPE));
 }
 
 TEST_F(MessagePipeTest, AMissingPipeAndABusyOneAreToldApart) {

@@ -20,10 +20,10 @@ std::string WaitFor(const TestFolder& folder, const std::string& name) {
     return folder.Read(name);
 }
 
-/// What a detached script leaves in its file "out".
-std::string OutputOfDetached(const TestFolder& folder, const std::string& script) {
-    folder.Write("script.bat", "@echo off\r\ncd /d \"%~dp0\"\r\n(" + script +
-                                   ")>new.txt 2>&1\r\nren new.txt out\r\n");
+/// What a detached command leaves in its file "out".
+std::string OutputOfDetached(const TestFolder& folder, const std::string& command) {
+    folder.Write("script.bat",
+                 "@echo off\r\ncd /d \"%~dp0\"\r\n" + command + ">new.txt\r\nren new.txt out\r\n");
     EXPECT_EQ(StartDetached({"cmd", "/c", folder.Path("script.bat")}), 0);
     return WaitFor(folder, "out");
 }

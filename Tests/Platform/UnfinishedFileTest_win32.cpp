@@ -23,7 +23,7 @@ class UnfinishedFile : public testing::Test {
     }
 
     /// How many files stand in the folder, hidden ones too.
-    long CountFiles() const {
+    std::ptrdiff_t CountFiles() const {
         return std::distance(fs::directory_iterator(folder.Path()), fs::directory_iterator());
     }
 
