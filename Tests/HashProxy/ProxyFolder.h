@@ -9,6 +9,7 @@
 #include <iterator>
 #include <list>
 #include <random>
+#include <sstream>
 #include <string>
 #include <thread>
 #include <utility>
@@ -78,8 +79,10 @@ class ProxyFolder {
     }
 
     static std::string Content(const std::filesystem::path& file) {
-        std::ifstream in(file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+        // What a process that is ending shows may fail to be read: it shows nothing then.
+        std::ostringstream text;
+        text << std::ifstream(file, std::ios::binary).rdbuf();
+        return text.str();
     }
 
   private:

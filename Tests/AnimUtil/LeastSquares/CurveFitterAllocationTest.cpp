@@ -21,6 +21,11 @@ long long allocations = 0;
     throw std::bad_alloc();
 }
 
+[[gnu::noinline]] void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    ++allocations;
+    return std::malloc(size == 0 ? 1 : size);
+}
+
 [[gnu::noinline]] void operator delete(void* memory) noexcept {
     std::free(memory);
 }

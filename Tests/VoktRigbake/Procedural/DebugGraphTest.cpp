@@ -83,7 +83,11 @@ class DebugGraph : public testing::Test {
         return texts;
     }
 
-    fs::path folder = fs::temp_directory_path() / "a 'quoted\" folder; $HOME";
+    // Of its own for each test: they run side by side.
+    fs::path folder =
+        fs::temp_directory_path() /
+        ("a 'quoted\" folder; $HOME " +
+         std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
 
   private:
     static std::string Variable(const char* name) {
