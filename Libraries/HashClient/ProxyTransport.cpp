@@ -4,6 +4,8 @@
 #include <Platform/Process.h>
 #include <Platform/WaitableTimer.h>
 
+#include <cerrno>
+
 namespace {
 
 constexpr char kTimer[] = "ProxyConnectionTimer";
@@ -31,7 +33,12 @@ class SystemTransport : public ProxyTransport {
     std::uint32_t PipeNumber() override { return pipe.Number(); }
     Platform::PipeExchange Transact(std::span<const char> request, std::span<char> reply,
                                     std::size_t& received, std::uint32_t& error) override {
-        return pipe.Transact(request, reply, kPatienceMilliseconds, received, error);
+        const Platform::PipeExchange outcome =
+            pipe.Transact(request, reply, kPatienceMilliseconds, received, error);
+        // What a late proxy still sends must not be taken for the answer to a later request, and a
+        // second wait would only keep the build.
+        if (error == ETIMEDOUT) pipe.Close();
+        return outcome;
     }
 
   private:

@@ -2,7 +2,15 @@
 
 #include <unistd.h>
 
+#include <string_view>
+
 namespace Platform {
+
+namespace {
+
+constexpr std::string_view kDeleted = " (deleted)";
+
+}  // namespace
 
 std::string OwnProgramFile() {
     std::string path(256, '\0');
@@ -11,6 +19,9 @@ std::string OwnProgramFile() {
         if (length < 0) return "";
         if (static_cast<std::size_t>(length) < path.size()) {
             path.resize(static_cast<std::size_t>(length));
+            // The system marks a program whose file was replaced while it runs.
+            if (path.ends_with(kDeleted) && access(path.c_str(), F_OK) != 0)
+                path.resize(path.size() - kDeleted.size());
             return path;
         }
         path.resize(path.size() * 2);
