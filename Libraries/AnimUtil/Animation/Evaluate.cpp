@@ -54,7 +54,6 @@ void EvaluateQelCurve(float* result, const VokAnimChannel& channel, float time, 
 /// Hermite basis; tangents are derivatives with respect to time, hence the factor h.
 void EvaluateQelHermite(float* result, const VokAnimChannel& channel, float time,
                         unsigned* keyHint) {
-    CheckTangents(channel);
     const std::size_t i = RequireKeyIndex(channel, time, keyHint);
     const std::size_t n = channel.GetKeyStride();
     const float* p0 = channel.keyValues.data() + i * n;
@@ -62,6 +61,7 @@ void EvaluateQelHermite(float* result, const VokAnimChannel& channel, float time
         std::copy_n(p0, n, result);
         return;
     }
+    CheckTangents(channel);  // the last key alone needs none
     const float* p1 = p0 + n;
     const float* m0 = channel.tangents[0].data() + i * n;
     const float* m1 = m0 + n;

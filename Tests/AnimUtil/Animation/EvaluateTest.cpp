@@ -134,6 +134,13 @@ TEST(Evaluate, OtherKindsAreRefusedByName) {
     }
 }
 
+TEST(Evaluate, AKeyAloneNeedsNoTangents) {
+    const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {1}, {2});
+    EXPECT_EQ(Value(*channel, 1), 2);
+    EXPECT_EQ(TextThrownBy([&] { Value(*channel, 0); }),
+              "Failed to find key index when evaluating animation value.");
+}
+
 TEST(Evaluate, ArraysShorterThanTheKeysAreRefused) {
     auto channel = MakeChannel(AnimInterp::QELHermite, 1, {0, 1}, {0, 1}, {0});
     EXPECT_EQ(TextThrownBy([&] { Value(*channel, 0); }),
