@@ -187,9 +187,10 @@ bool CurveFitter::IsFlat() const {
             sum += (level[c] - position[c]) * (level[c] - position[c]);
         return sum;
     };
-    return std::all_of(samples.begin() + 1, samples.end(), [&](const CurveSample& sample) {
-        return sample.soft || (distance(sample.positionBefore) <= toleranceSquared &&
-                               distance(sample.positionAfter) <= toleranceSquared);
+    // Only a distance that exceeds the tolerance bends the curve: one that is no number does not.
+    return std::none_of(samples.begin() + 1, samples.end(), [&](const CurveSample& sample) {
+        return !sample.soft && (distance(sample.positionBefore) > toleranceSquared ||
+                                distance(sample.positionAfter) > toleranceSquared);
     });
 }
 

@@ -302,6 +302,16 @@ TEST(CurveFitter, SamplesThatAreNoNumbersAreRefused) {
     }
 }
 
+TEST(CurveFitter, SamplesThatAreInfiniteAllAlongAreFlat) {
+    // No distance among them is a number, and so none exceeds the tolerance.
+    const float infinity = std::numeric_limits<float>::infinity();
+    CurveFitter fitter;
+    for (int i = 0; i < 4; ++i) fitter.AddSample(static_cast<float>(i), {infinity});
+    const auto segments = Fit(fitter);
+    ASSERT_EQ(segments.size(), 1u);
+    EXPECT_EQ(segments[0].startPosition[0], infinity);
+}
+
 TEST(CurveFitter, StepsAloneKeepEvenWhatIsNoNumber) {
     // Nothing is solved where every key is a step.
     CurveFitter fitter;
