@@ -1,12 +1,14 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
 
 #include <HashClient/ProxyLog.h>
+#include <Platform/OwnProgram.h>
 
 namespace {
 
@@ -68,6 +70,27 @@ TEST_F(ProxyLogDeathTest, LinesBeginWithProgramProcessAndTime) {
               "HashClientTest(#,#:#:#): #%\n");
     EXPECT_NE(log.find(" (Id:5)\n\n"), std::string::npos);
     EXPECT_NE(log.find("): 100%\n"), std::string::npos);
+}
+
+TEST_F(ProxyLogDeathTest, TheNumberIsTheProcessAndTheTimeIsLocal) {
+    // Five hours ahead of Greenwich, wherever the tests run.
+    const auto timeThere = [](std::time_t now) {
+        now += 5 * 60 * 60;
+        char text[9];
+        std::strftime(text, sizeof text, "%H:%M:%S", std::gmtime(&now));
+        return std::string(text);
+    };
+    const std::time_t begin = std::time(nullptr);
+    const std::string log = Logged(Mode().c_str(), path, [] {
+        setenv("TZ", "XXX-5", 1);
+        ProxyLog("%u\n", Platform::OwnProcessId());
+    });
+    bool found = false;
+    const std::string process = log.substr(log.rfind(' ') + 1, log.size() - log.rfind(' ') - 2);
+    for (std::time_t now = begin; now <= std::time(nullptr); ++now)
+        found = found ||
+                log == "HashClientTest(" + process + "," + timeThere(now) + "): " + process + "\n";
+    EXPECT_TRUE(found) << log;
 }
 
 TEST_F(ProxyLogDeathTest, LinesAreAddedToTheFile) {

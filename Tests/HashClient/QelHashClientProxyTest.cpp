@@ -5,6 +5,7 @@
 #include <string>
 
 #include "HashClient/FakeProxy.h"
+#include "Platform/ScopedEnvironment.h"
 
 namespace {
 
@@ -36,6 +37,14 @@ TEST_F(ProxyConversation, StartsTheProgramAndConnects) {
     EXPECT_EQ(Script().programs, Strings{"QelHashProxy.exe"});
     EXPECT_EQ(Script().CountCalls("Open"), 1);
     EXPECT_TRUE(Script().requests.empty());
+}
+
+TEST_F(ProxyConversation, WithoutTheVariableNothingIsStartedOrOpened) {
+    const ScopedEnvironment unset("QEL_HASH_SERVER_NAME", std::nullopt);
+    EXPECT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
+    EXPECT_EQ(Add("hips"), QelHashResult::Ok);
+    EXPECT_TRUE(Script().programs.empty());
+    EXPECT_TRUE(Script().calls.empty());
 }
 
 TEST_F(ProxyConversation, AProgramThatDoesNotStartFailsWithTheSystemsError) {
