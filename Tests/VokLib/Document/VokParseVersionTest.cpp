@@ -17,69 +17,6 @@ using namespace ParseTools;
 
 namespace {
 
-/// Writes down what the reader calls.
-class Probe : public VokObj {
-  public:
-    static inline std::vector<std::string> log;
-    static VokObj* Make() { return new Probe; }
-
-    void ParseAttributes(VokParse& parse) override {
-        log.push_back("attributes " + Attributes(parse));
-    }
-    void ParseStartTag(VokParse& parse) override {
-        const std::string tag(parse.GetTag());
-        log.push_back("start " + tag + Attributes(parse) +
-                      (parse.GetNewObject() != nullptr ? " new!" : ""));
-        EXPECT_EQ(parse.GetTagId(), MakeTypeId(tag));
-        if (tag == "skip") parse.Skip();
-        if (tag == "twice") {
-            auto child = std::make_unique<Probe>();
-            AddChild(child.get());
-            parse.PushNewObject(child.get());
-            parse.PushNewObject(child.release());
-        }
-        if (tag == "throw") QelTools::Common::ThrowException("the object's own text");
-        if (tag == "probe") {
-            auto child = std::make_unique<Probe>();
-            AddChild(child.get());
-            parse.PushNewObject(child.release());
-        }
-    }
-    void ParseData(VokParse& parse) override {
-        log.push_back("data " + std::string(parse.GetTag()) + " [" + parse.ReadString() + "]");
-    }
-    void ParseEndTag(VokParse& parse) override {
-        log.push_back("end " + std::string(parse.GetTag()) + Attributes(parse) + " [" +
-                      std::string(parse.GetText()) + "]");
-    }
-    std::string_view GetElementName() const override { return "probe"; }
-
-  private:
-    static std::string Attributes(VokParse& parse) {
-        std::string text;
-        const VokAttributes& attributes = parse.GetAttributes();
-        for (std::size_t i = 0; i < attributes.GetCount(); ++i)
-            text += std::string(" ") + attributes.GetName(i) + "=" + attributes.GetValue(i);
-        return text;
-    }
-};
-
-using Log = std::vector<std::string>;
-
-class ParseEvents : public ReaderTest {
-  protected:
-    ParseEvents() { VokFactory::RegisterFactory("probe", Probe::Make); }
-    ~ParseEvents() override { VokFactory::UnregisterFactory("probe"); }
-
-    Log LogOf(const std::string& contents) {
-        Probe::log.clear();
-        EXPECT_EQ(LoadText(Document(contents)), "");
-        return Probe::log;
-    }
-};
-
-class Parse : public ReaderTest {};
-
 class ParseVersion : public ReaderTest {
   protected:
     std::string Load(const std::string& document) {
