@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <string_view>
 
 #include "Text/Wide.h"
 
@@ -105,10 +106,8 @@ class Writer {
     char* end;
 };
 
-std::size_t WriteWord(const char* word, char* out) {
-    const std::size_t length = std::strlen(word);
-    std::memcpy(out, word, length);
-    return length;
+std::size_t WriteWord(std::string_view word, char* out) {
+    return word.copy(out, word.size());
 }
 
 std::size_t WriteDecimal(const Decimal& decimal, bool negative, char* out) {

@@ -97,7 +97,7 @@ std::string UpdateChain::TakeUntriedSource() {
         const std::size_t end = source.rfind('/');
         if (end == std::string::npos)
             QelTools::Common::ThrowException("Failed to truncate update xml filename.");
-        const std::string uri = source.substr(0, end) + "/update.xml";
+        std::string uri = source.substr(0, end) + "/update.xml";
         if (IsTried(uri)) continue;
         stages.back().update = update;
         return uri;

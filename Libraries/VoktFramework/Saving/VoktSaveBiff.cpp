@@ -19,6 +19,7 @@ void MakeWriteable(const std::string& path) {
     if (Platform::GrantsWrite(path)) return;
     // The default handler has no owner: it serves every later file of the process.
     if (!VoktMakeWriteableHandler::Exists()) new VoktMakeWriteableHandler;
+    // NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
     VoktMakeWriteableHandler::Get().MakeWriteable(path);
 }
 

@@ -143,7 +143,7 @@ void VoktTool::AddComponent(std::unique_ptr<VoktComponent> component) {
 void VoktTool::CreateBinaryFilename() {
     // It names itself the one instance; the destructor finds it there.
     static_cast<void>(new VoktBinaryFilenameQEL);
-}
+}  // NOLINT(clang-analyzer-cplusplus.NewDeleteLeaks)
 
 void VoktTool::PrintBanner(const char* toolPath) {
     std::printf("QEL SDK version %s: %s\n", kVokLibVersion, toolPath);

@@ -88,7 +88,7 @@ std::span<const VokChildElement<VokJoint>> VokJoint::ChildElements() {
 
 void VokJoint::WriteAttributes(VokAttributes& attributes) const {
     // Without the node's parentEffect, for which the joint has an element.
-    VokObj::WriteAttributes(attributes);
+    VokObj::WriteAttributes(attributes);  // NOLINT(bugprone-parent-virtual-call)
 }
 
 VokQuaternion VokJoint::ComposeRotation(const EulerRotation& ownRotation) const {
