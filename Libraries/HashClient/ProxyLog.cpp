@@ -3,6 +3,7 @@
 #include <Platform/Clock.h>
 #include <Platform/Environment.h>
 #include <Platform/OwnProgram.h>
+#include <Platform/Paths.h>
 #include <Platform/SharedLogFile.h>
 
 #include <array>
@@ -36,14 +37,25 @@ Settings::Settings() {
     const std::string path = Platform::OwnProgramFile();
     program = path.substr(path.find_last_of("/\\") + 1);
     process = Platform::OwnProcessId();
-    if (mode->starts_with(kFilePrefix)) file.emplace(mode->substr(kFilePrefix.size()), kMutex);
+    if (!mode->starts_with(kFilePrefix)) return;
+    const std::string name = mode->substr(kFilePrefix.size());
+    file.emplace(Platform::FullPath(name).value_or(name), kMutex);
+}
+
+const Settings& Log() {
+    // Never destroyed: a connection that lives to the end of the process still logs its end.
+    static const Settings& settings = *new Settings;
+    return settings;
 }
 
 }  // namespace
 
+void PrepareProxyLog() {
+    Log();
+}
+
 void ProxyLog(const char* format, ...) {
-    // Never destroyed: a connection that lives to the end of the process still logs its end.
-    static const Settings& settings = *new Settings;
+    const Settings& settings = Log();
     if (!settings.on) return;
 
     std::array<char, kLineSize> text;

@@ -24,10 +24,10 @@ class SystemTransport : public ProxyTransport {
     bool TimerHasFired() override { return timer.HasFired(); }
     void CloseTimer() override { timer.Close(); }
 
-    std::uint32_t OpenPipe() override { return pipe.Open(ProxyMessage::PipeAddress()); }
+    std::uint32_t OpenPipe() override { return openError = pipe.Open(ProxyMessage::PipeAddress()); }
     std::uint32_t SetMessageMode() override { return pipe.SetMessageMode(); }
     std::uint32_t WaitForPipe(int milliseconds) override {
-        return Platform::WaitForPipe(ProxyMessage::PipeAddress(), milliseconds);
+        return Platform::WaitForPipe(ProxyMessage::PipeAddress(), openError, milliseconds);
     }
     void ClosePipe() override { pipe.Close(); }
     std::uint32_t PipeNumber() override { return pipe.Number(); }
@@ -43,6 +43,7 @@ class SystemTransport : public ProxyTransport {
 
   private:
     Platform::MessagePipe pipe;
+    std::uint32_t openError = 0;
     Platform::WaitableTimer timer;
 };
 

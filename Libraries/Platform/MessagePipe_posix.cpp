@@ -9,6 +9,7 @@
 #include <time.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 
@@ -19,7 +20,9 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::milliseconds;
 
-constexpr int kPauseMilliseconds = 5;
+constexpr int kLookMilliseconds = 5;
+// Nothing tells that a server took somebody in and has room again.
+constexpr int kNoRoomMilliseconds = 75;
 
 std::uint32_t LastError() {
     return static_cast<std::uint32_t>(errno);
@@ -97,13 +100,27 @@ std::uint32_t Exchange(int descriptor, std::span<const char> request, std::span<
     return error;
 }
 
-/// 0 when something stands under the pipe's name, be it left behind by a server that is gone.
-std::uint32_t LookForPipe(const PipeAddress& address) {
-    OwnedDescriptor folder;
-    if (const std::uint32_t error = OpenRuntimeFolder(address, false, folder); error != 0)
-        return error;
+/// What stands under the pipe's name, be it left behind by a server that is gone.
+struct PipeFile {
+    std::uint32_t error = 0;  ///< 0 when something stands there
     struct stat status {};
-    return fstatat(folder.Get(), address.pipe.c_str(), &status, 0) == 0 ? 0 : LastError();
+
+    /// Numbers of files are given again; the time tells such two apart.
+    bool IsAnother(const PipeFile& earlier) const {
+        return earlier.error != 0 || status.st_dev != earlier.status.st_dev ||
+               status.st_ino != earlier.status.st_ino ||
+               status.st_ctim.tv_sec != earlier.status.st_ctim.tv_sec ||
+               status.st_ctim.tv_nsec != earlier.status.st_ctim.tv_nsec;
+    }
+};
+
+PipeFile LookForPipe(const PipeAddress& address) {
+    PipeFile found;
+    OwnedDescriptor folder;
+    found.error = OpenRuntimeFolder(address, false, folder);
+    if (found.error == 0 && fstatat(folder.Get(), address.pipe.c_str(), &found.status, 0) != 0)
+        found.error = LastError();
+    return found;
 }
 
 void Pause(int milliseconds) {
@@ -144,12 +161,23 @@ PipeExchange MessagePipe::Transact(std::span<const char> request, std::span<char
     return Judge(error);
 }
 
-std::uint32_t WaitForPipe(const PipeAddress& address, int milliseconds) {
+std::uint32_t WaitForPipe(const PipeAddress& address, std::uint32_t openError, int milliseconds) {
+    if (openError == EAGAIN) {
+        Pause(std::min(milliseconds, kNoRoomMilliseconds));
+        return 0;
+    }
     const Clock::time_point end = Clock::now() + Milliseconds(milliseconds);
+    const PipeFile before = LookForPipe(address);
+    if (openError == ENOENT && before.error == 0) return 0;
     for (;;) {
-        const std::uint32_t error = LookForPipe(address);
-        Pause(kPauseMilliseconds);
-        if (error == 0 || Clock::now() >= end) return error;
+        Pause(kLookMilliseconds);
+        const PipeFile file = LookForPipe(address);
+        if (file.error == 0 && file.IsAnother(before)) {
+            // A server that is not ours may have its name a little before it listens.
+            Pause(kLookMilliseconds);
+            return 0;
+        }
+        if (Clock::now() >= end) return file.error != 0 ? file.error : openError;
     }
 }
 

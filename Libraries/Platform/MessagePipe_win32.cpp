@@ -62,7 +62,7 @@ PipeExchange MessagePipe::Transact(std::span<const char> request, std::span<char
     return Judge(error);
 }
 
-std::uint32_t WaitForPipe(const PipeAddress& address, int milliseconds) {
+std::uint32_t WaitForPipe(const PipeAddress& address, std::uint32_t, int milliseconds) {
     return WaitNamedPipeA(PipePath(address).c_str(), static_cast<DWORD>(milliseconds))
                ? 0
                : GetLastError();

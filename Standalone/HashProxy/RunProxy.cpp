@@ -91,6 +91,8 @@ int ServeOrStepAside() {
 }  // namespace
 
 int RunProxy() {
+    // The log's name may count from the folder that this process leaves.
+    PrepareProxyLog();
     try {
         return ServeOrStepAside();
     } catch (const std::exception& failure) {

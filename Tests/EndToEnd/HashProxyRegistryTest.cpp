@@ -2,10 +2,13 @@
 #include "HashProxy/Collision.h"
 #include "HashProxy/ProxyFolder.h"
 #include "HashProxy/ScriptedProxy.h"
+#include "Platform/RawSocket.h"
 
+#include <HashClient/LocalHash.h>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 
 namespace {
@@ -19,6 +22,12 @@ std::string JointDocument(const std::vector<std::string>& names) {
     std::string joints = "<joint name=\"registryroot\">";
     for (const std::string& name : names) joints += "<joint name=\"" + name + "\"/>";
     return Document("<scene>" + joints + "</joint></scene>");
+}
+
+std::optional<std::string> AnswerWithTheUsualHash(const std::string& request) {
+    ProxyMessage::AddStringRequest strings;
+    ProxyMessage::ReadRequest(request, strings);
+    return ScriptedProxy::GoodAnswer(request, QelHashClient::LocalHash(strings.string));
 }
 
 /// Bakes with a registry that belongs to the test alone.
@@ -35,21 +44,56 @@ class HashRegistryRun : public testing::Test {
 
     /// Bakes a joint that is driven by an attribute.
     ProgramResult BakeDrivenBy(const std::string& attribute) {
+        return BakeDriven("||root", "rotateX", attribute);
+    }
+    ProgramResult BakeDriven(const std::string& target, const std::string& channel,
+                             const std::string& attribute) {
         folder.WriteFile(
             "scene.qeli",
             Document(
                 "<scene><joint name=\"root\"/></scene><scene name=\"apart\"><node "
-                "name=\"ctl\"/></scene><anim name=\"k\" target=\"||root\"><animChannel "
-                "name=\"\" channel=\"rotateX\" inputObject=\"|apart|ctl\" inputChannel=\"" +
-                attribute +
+                "name=\"ctl\"/></scene><material name=\"ns:Skin\" url=\"\"/><blendshapeController "
+                "name=\"ns:Face\"/><anim name=\"k\" target=\"" +
+                target + "\"><animChannel name=\"\" channel=\"" + channel +
+                "\" inputObject=\"|apart|ctl\" inputChannel=\"" + attribute +
                 "\"><animData interp=\"QELCurve\" numKeys=\"2\" keyStride=\"4\"><keyValues>1 2 "
                 "0 0 3 0 0 0</keyValues><keyTimes>0 1</keyTimes></animData></animChannel>"
                 "</anim>"));
         return folder.Run("rigbake", {"-in", "scene.qeli", "-out", "driven.bin"}, environment);
     }
+    /// What the proxy was asked, each as "category string".
+    std::vector<std::string> Registered() {
+        std::vector<std::string> registered;
+        for (const std::string& request : proxy->Requests()) {
+            ProxyMessage::AddStringRequest strings;
+            if (ProxyMessage::ReadRequest(request, strings) == ProxyMessage::Request::AddString)
+                registered.push_back(std::string(strings.category) + " " +
+                                     std::string(strings.string));
+        }
+        return registered;
+    }
+
+    /// How often a bake tries to open a pipe that never opens.
+    std::size_t BakeAndCountTheTries(const std::string& reason) {
+        environment["QEL_HASH_PROXY_DEBUG_MODE"] = "file:" + registry.Path("log");
+        std::filesystem::remove(registry.Path("log"));
+        const ProgramResult run = Bake({});
+        EXPECT_EQ(run.status, 1);
+        EXPECT_NE(run.output.find("Unable to connect to proxy process " + reason + "\n"),
+                  std::string::npos)
+            << run.output;
+        const std::string log = ProxyFolder::Content(registry.Path("log"));
+        const std::string one = "Attempting to CreateFile() on the pipe\n";
+        std::size_t count = 0;
+        for (std::size_t at = log.find(one); at != std::string::npos; at = log.find(one, at + 1))
+            ++count;
+        return count;
+    }
+    std::string PipePath() const { return registry.Path("QelHashProxy_pipe"); }
 
     /// Replaces the registry by one that answers as `script` says.
     void Serve(ScriptedProxy::Script script) {
+        proxy.reset();
         UseAProgramThatServesNothing();
         proxy = std::make_unique<ScriptedProxy>(std::move(script));
     }
@@ -146,6 +190,23 @@ TEST_F(HashRegistryRun, DrivenKeysHaveACategoryOfTheirOwn) {
                   two + "' and '" + one + "'. : scene.qeli\n" + kFailed);
 }
 
+TEST_F(HashRegistryRun, ChannelsOfMaterialsAndBlendshapesAreRegisteredAsObjectsToo) {
+    Serve(AnswerWithTheUsualHash);
+    EXPECT_EQ(BakeDriven("|ns:Skin", "Tint2", "Dial").status, 0);
+    EXPECT_EQ(Registered(), (std::vector<std::string>{
+                                "joint root", "drivenkeychannel tint2", "drivenkeychannel Tint",
+                                "drivenkeyobject Tint", "drivenkeychannel dial"}));
+    Serve(AnswerWithTheUsualHash);
+    EXPECT_EQ(BakeDriven("|ns:Face", "Smile", "Dial").status, 0);
+    EXPECT_EQ(Registered(),
+              (std::vector<std::string>{"joint root", "drivenkeychannel smile",
+                                        "drivenkeyobject smile", "drivenkeychannel dial"}));
+    Serve(AnswerWithTheUsualHash);
+    EXPECT_EQ(BakeDrivenBy("Dial").status, 0);
+    EXPECT_EQ(Registered(), (std::vector<std::string>{"joint root", "drivenkeychannel rotatex",
+                                                      "drivenkeychannel dial"}));
+}
+
 TEST_F(HashRegistryRun, ANameThatDoesNotFitARequestIsRefused) {
     // Beside the name a request holds its header, the names of tool and resource and the category.
     const std::size_t room = 4096 - 24 - 8 - 23 - 17 - 1;
@@ -172,6 +233,25 @@ TEST_F(HashRegistryRun, AProxyThatNeverListensEndsTheRunInItsFirstStage) {
               std::string(kInternal) +
                   "QelHashClientUtil::Initialise : Unable to connect to proxy process (141:2)\n" +
                   kFailed);
+}
+
+TEST_F(HashRegistryRun, APipeThatAKilledProxyLeftIsTriedTwiceASecond) {
+    UseAProgramThatServesNothing();
+    { EXPECT_TRUE(RawSocket().Listen(PipePath())); }
+    const std::size_t tries = BakeAndCountTheTries("(141:111)");
+    EXPECT_GE(tries, 1u);
+    EXPECT_LE(tries, 5u);
+}
+
+TEST_F(HashRegistryRun, AProxyWithoutRoomIsTriedAFewTimesASecond) {
+    UseAProgramThatServesNothing();
+    const RawSocket server;
+    ASSERT_TRUE(server.Listen(PipePath(), 0));
+    const RawSocket first;
+    ASSERT_TRUE(first.Connect(PipePath()));
+    const std::size_t tries = BakeAndCountTheTries("(141:11)");
+    EXPECT_GE(tries, 2u);
+    EXPECT_LE(tries, 41u);
 }
 
 TEST_F(HashRegistryRun, WithoutAProgramNoLaterStageRuns) {

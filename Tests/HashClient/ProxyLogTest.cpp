@@ -100,6 +100,17 @@ TEST_F(ProxyLogDeathTest, LinesAreAddedToTheFile) {
     EXPECT_EQ(log.substr(log.size() - 9), ": behind\n");
 }
 
+TEST_F(ProxyLogDeathTest, ARelativeNameCountsFromTheFirstFolder) {
+    const std::string mode = "file:" + path.filename().string();
+    const std::string log = Logged(mode.c_str(), path, [] {
+        std::filesystem::current_path(std::filesystem::temp_directory_path());
+        PrepareProxyLog();
+        std::filesystem::current_path("/");
+        ProxyLog("from elsewhere\n");
+    });
+    EXPECT_NE(log.find("): from elsewhere\n"), std::string::npos);
+}
+
 TEST_F(ProxyLogDeathTest, LongLinesAreCut) {
     const std::string log =
         Logged(Mode().c_str(), path, [] { ProxyLog("%s\n", std::string(2000, 'x').c_str()); });

@@ -237,6 +237,36 @@ TEST_F(RunProxy, StandsInTheDatabasesFolder) {
               folder.Path("data"));
 }
 
+TEST_F(RunProxy, ARelativeLogStandsWhereTheProxyWasStarted) {
+    std::filesystem::create_directory(folder.Path("start"));
+    environment.Set("QEL_HASH_PROXY_DEBUG_MODE", "file:log");
+    ASSERT_EQ(std::system(
+                  ("cd '" + folder.Path("start") + "' && QelHashProxy.exe 2>/dev/null &").c_str()),
+              0);
+    EXPECT_EQ(Ask(*Connected(), "nonsense"), "gone");
+    const std::string log = ProxyFolder::Content(folder.Path("start/log"));
+    EXPECT_NE(log.find("): A client was disconnected: its request is malformed\n\n"),
+              std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(folder.Path("data/log")));
+}
+
+TEST_F(RunProxy, OneThatHoldsThePipeAndNeverAnswersHoldsNobodyForEver) {
+    Platform::MessagePipeServer silent(ProxyMessage::kBufferSize);
+    std::uint32_t error = 0;
+    ASSERT_EQ(silent.Claim(ProxyMessage::PipeAddress(), error),
+              Platform::MessagePipeServer::Claimed::ByUs);
+    // It may have claimed the pipe alone, or listen without an answer.
+    for (const bool listens : {false, true}) {
+        if (listens) {
+            ASSERT_EQ(silent.Open(), 0u);
+        }
+        const auto begin = std::chrono::steady_clock::now();
+        EXPECT_EQ(Run("timeout 60", ""),
+                  "QelHashProxy: Another process holds the pipe and does not answer\n 1\n");
+        EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::seconds(9));
+    }
+}
+
 TEST_F(RunProxy, TheDatabaseStandsInTheUsersDataFolderByDefault) {
     environment.Set("XDG_DATA_HOME", folder.Path("home"));
     environment.Set("QEL_HASH_DATABASE", "");

@@ -48,8 +48,8 @@ class ScriptedProxy {
     /// A folder for PATH whose proxy program ends at once and serves nothing.
     static std::string EmptyProgram(const std::string& folder) {
         const std::string programs = folder + "/programs";
-        std::filesystem::create_directory(programs);
-        std::filesystem::create_symlink("/bin/true", programs + "/QelHashProxy.exe");
+        if (std::filesystem::create_directory(programs))
+            std::filesystem::create_symlink("/bin/true", programs + "/QelHashProxy.exe");
         return programs;
     }
 

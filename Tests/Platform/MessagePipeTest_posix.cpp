@@ -238,20 +238,48 @@ TEST_F(MessagePipeTest, ChildrenDoNotInheritThePipe) {
 }
 
 TEST_F(MessagePipeTest, TheWaitEndsWhenThePipeIsThere) {
-    EXPECT_EQ(WaitForPipe(kAddress, 30), static_cast<std::uint32_t>(ENOENT));
+    EXPECT_EQ(WaitForPipe(kAddress, ENOENT, 30), static_cast<std::uint32_t>(ENOENT));
     const RawSocket server;
     std::thread begin([&] {
         std::this_thread::sleep_for(std::chrono::milliseconds(30));
         EXPECT_TRUE(server.Listen(SocketPath()));
     });
-    EXPECT_EQ(WaitForPipe(kAddress, 60'000), 0u);
+    EXPECT_EQ(WaitForPipe(kAddress, ENOENT, 60'000), 0u);
     begin.join();
+    // It may come before the wait begins.
+    EXPECT_EQ(WaitForPipe(kAddress, ENOENT, 60'000), 0u);
 }
 
 TEST_F(MessagePipeTest, TheWaitLastsAsLongAsItSays) {
     const auto begin = std::chrono::steady_clock::now();
-    WaitForPipe(kAddress, 100);
+    WaitForPipe(kAddress, ENOENT, 100);
     EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(100));
+}
+
+TEST_F(MessagePipeTest, ALeftoverIsWaitedForUntilAServerTakesItsPlace) {
+    { EXPECT_TRUE(RawSocket().Listen(SocketPath())); }
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(WaitForPipe(kAddress, ECONNREFUSED, 200), static_cast<std::uint32_t>(ECONNREFUSED));
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(200));
+    const RawSocket server;
+    std::thread replace([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(30));
+        std::filesystem::remove(SocketPath());
+        EXPECT_TRUE(server.Listen(SocketPath()));
+    });
+    EXPECT_EQ(WaitForPipe(kAddress, ECONNREFUSED, 60'000), 0u);
+    replace.join();
+    EXPECT_EQ(pipe.Open(kAddress), 0u);
+}
+
+TEST_F(MessagePipeTest, AServerWithoutRoomIsLeftInPeaceForAMoment) {
+    const RawSocket server;
+    ASSERT_TRUE(server.Listen(SocketPath()));
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(WaitForPipe(kAddress, EAGAIN, 60'000), 0u);
+    const auto time = std::chrono::steady_clock::now() - begin;
+    EXPECT_GE(time, std::chrono::milliseconds(50));
+    EXPECT_LT(time, std::chrono::milliseconds(30'000));
 }
 
 /// A user without a session; as the superuser the test becomes somebody else, whose folder it is.
@@ -295,7 +323,7 @@ TEST_F(MessagePipeInTmp, AFolderOfSomebodyElseIsRefused) {
     ASSERT_EQ(chmod((path + "/PipeTest_pipe").c_str(), 0777), 0);
     const OrdinaryUser nobody;
     EXPECT_EQ(pipe.Open(kAddress), static_cast<std::uint32_t>(EACCES));
-    EXPECT_EQ(WaitForPipe(kAddress, 1), static_cast<std::uint32_t>(EACCES));
+    EXPECT_EQ(WaitForPipe(kAddress, EACCES, 1), static_cast<std::uint32_t>(EACCES));
 }
 
 TEST_F(MessagePipeInTmp, AFolderInWhichOthersMayWriteIsRefused) {

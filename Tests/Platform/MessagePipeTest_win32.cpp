@@ -125,13 +125,15 @@ TEST_F(MessagePipeTest, WithoutMessageModeNoExchangeIsMade) {
 
 TEST_F(MessagePipeTest, AMissingPipeAndABusyOneAreToldApart) {
     EXPECT_EQ(pipe.Open(kAddress), static_cast<std::uint32_t>(ERROR_FILE_NOT_FOUND));
-    EXPECT_EQ(WaitForPipe(kAddress, 500), static_cast<std::uint32_t>(ERROR_FILE_NOT_FOUND));
+    EXPECT_EQ(WaitForPipe(kAddress, ERROR_FILE_NOT_FOUND, 500),
+              static_cast<std::uint32_t>(ERROR_FILE_NOT_FOUND));
     const RawPipe server;
     MessagePipe first;
     EXPECT_EQ(first.Open(kAddress), 0u);
     EXPECT_EQ(pipe.Open(kAddress), static_cast<std::uint32_t>(ERROR_PIPE_BUSY));
     const auto begin = std::chrono::steady_clock::now();
-    EXPECT_EQ(WaitForPipe(kAddress, 100), static_cast<std::uint32_t>(ERROR_SEM_TIMEOUT));
+    EXPECT_EQ(WaitForPipe(kAddress, ERROR_PIPE_BUSY, 100),
+              static_cast<std::uint32_t>(ERROR_SEM_TIMEOUT));
     EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(80));
 }
 

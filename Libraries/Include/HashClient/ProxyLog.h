@@ -5,3 +5,7 @@
 /// there let the lines go to that file, which the processes of a build share. A line is cut at 511
 /// characters.
 [[gnu::format(printf, 1, 2)]] void ProxyLog(const char* format, ...);
+
+/// Makes this the first call, for a process that then leaves its working directory: the file's name
+/// may be relative.
+void PrepareProxyLog();

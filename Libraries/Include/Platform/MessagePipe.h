@@ -54,8 +54,10 @@ class MessagePipe {
     std::intptr_t handle = kClosed;
 };
 
-/// Waits until it is worth another try to open a pipe that did not open, at most `milliseconds`. 0
-/// when the wait did not run out, else the reason for which the pipe is not there.
-std::uint32_t WaitForPipe(const PipeAddress& address, int milliseconds);
+/// Waits until it is worth another try to open a pipe that did not open for the reason `openError`,
+/// at most `milliseconds`: until a server puts its pipe there, or, where it had no room, until it
+/// may have some. 0 when the wait did not run out, else the reason for which the pipe does not
+/// open.
+std::uint32_t WaitForPipe(const PipeAddress& address, std::uint32_t openError, int milliseconds);
 
 }  // namespace Platform
