@@ -5,10 +5,13 @@
 #include <VokLib/Tree/ThrowVokException.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace {
 
 // What is pushed at once stays in the processor's cache together with the parser's own copy of it.
+// It ends with a tag where it can: with each push the parser looks back, byte by byte, for the last
+// "<".
 constexpr std::size_t kPieceBytes = 64u << 10;
 
 }  // namespace
@@ -18,12 +21,20 @@ int DocumentFeed::Feed(const char* bytes, std::size_t size, bool last) {
         begun = true;
         if (const int code = Begin(bytes, size)) return code;
     }
-    for (std::size_t at = 0;; at += kPieceBytes) {
-        const std::size_t piece = std::min(size - at, kPieceBytes);
-        const bool isEnd = at + piece == size;
-        const int code = FeedPiece(bytes + at, piece, last && isEnd);
-        if (code != 0 || isEnd) return code;
+    for (std::size_t at = 0;;) {
+        const std::size_t piece = PieceSize(bytes + at, size - at);
+        const int code = FeedPiece(bytes + at, piece, last && at + piece == size);
+        at += piece;
+        if (code != 0 || at == size) return code;
     }
+}
+
+std::size_t DocumentFeed::PieceSize(const char* bytes, std::size_t size) const {
+    if (size <= kPieceBytes) return size;
+    if (encoding.unit != 1) return kPieceBytes;
+    const void* const close = std::memchr(bytes + kPieceBytes, '>', size - kPieceBytes);
+    if (close == nullptr) return size;
+    return static_cast<std::size_t>(static_cast<const char*>(close) - bytes) + 1;
 }
 
 int DocumentFeed::Begin(const char* bytes, std::size_t size) {

@@ -25,6 +25,7 @@ class DocumentFeed {
 
   private:
     static constexpr char kOtherCharacter = '.';
+    std::size_t PieceSize(const char* bytes, std::size_t size) const;
     int Begin(const char* bytes, std::size_t size);
     int FeedPiece(const char* bytes, std::size_t size, bool last);
     std::size_t Scan(const char* bytes, std::size_t size);
