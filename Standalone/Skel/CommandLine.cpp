@@ -2,6 +2,7 @@
 
 #include "Diff.h"
 #include "Dump.h"
+#include "FailureText.h"
 #include "Header.h"
 #include "OutputFile.h"
 #include "Picture.h"
@@ -10,6 +11,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <cctype>
 #include <filesystem>
 #include <iostream>
@@ -165,10 +167,25 @@ void Dump(const Arguments& arguments) {
         DumpText(skeleton, std::cout);
 }
 
+/// A file may be called anything; a picture holds text. Bytes that are none are taken for those of
+/// a document's names.
+std::string TitleOf(const std::string& path) {
+    std::string name = std::filesystem::path(path).filename().string();
+    const bool hasControls = std::any_of(name.begin(), name.end(), [](char c) {
+        return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+    });
+    try {
+        static_cast<void>(Json(name).dump());  // refuses what is not UTF-8
+        if (!hasControls) return name;
+    } catch (const Json::exception&) {
+    }
+    return ReadableText(name);
+}
+
 void Picture(const Arguments& arguments) {
     const SkeletonFile file = SkeletonFile::Load(arguments.in);
     const Description::Skeleton skeleton = Description::Describe(file, LoadNames(arguments.names));
-    const std::string title = std::filesystem::path(arguments.in).filename().string();
+    const std::string title = TitleOf(arguments.in);
     const std::string text =
         IsPage(arguments.out) ? MakePage(skeleton, title) : DrawSvg(skeleton, title);
     std::error_code ignored;

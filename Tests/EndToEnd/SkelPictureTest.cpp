@@ -1,8 +1,7 @@
-#include "EndToEnd/ProgramRun.h"
+#include "EndToEnd/PictureRun.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <regex>
 
 namespace {
@@ -13,55 +12,7 @@ std::string Seed(const std::string& name) {
 
 constexpr const char* kScene = RIGBAKE_SOURCE_ROOT "/Tests/Documents/skeleton-parts.qeli";
 
-std::size_t Count(const std::string& text, const std::string& part) {
-    std::size_t count = 0;
-    for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
-        ++count;
-    return count;
-}
-
-class SkelPicture : public testing::Test {
-  protected:
-    std::string Draw(const std::string& file, const std::string& out,
-                     const std::string& names = {}) const {
-        std::vector<std::string> arguments = {"picture", file, out};
-        if (!names.empty()) arguments.insert(arguments.end(), {"--names", names});
-        const ProgramResult run = folder.Run("skel", arguments);
-        EXPECT_EQ(run.status, 0);
-        EXPECT_EQ(run.errors, "");
-        EXPECT_EQ(run.output, "");
-        return folder.ReadFile(out);
-    }
-    int Shell(const std::string& command) const {
-        return std::system(("cd '" + folder.GetPath().string() + "' && " + command).c_str());
-    }
-    /// What a browser makes of the page when `script` has run behind the page's own: the text that
-    /// the script leaves in the title.
-    std::string Browse(std::string page, const std::string& script, const std::string& flags = "") {
-        page.replace(page.rfind("</body>"), 0, "<script>" + script + "</script>");
-        folder.WriteFile("test.html", page);
-        EXPECT_EQ(Shell("HOME=\"$PWD\" timeout 120 chromium --headless --no-sandbox --disable-gpu "
-                        "--window-size=1300,800 --virtual-time-budget=3000 " +
-                        flags + " --dump-dom test.html >dom 2>log"),
-                  0)
-            << folder.ReadFile("log");
-        const std::string dom = folder.ReadFile("dom");
-        const std::size_t begin = dom.find("<title>") + 7;
-        return dom.substr(begin, dom.find("</title>") - begin);
-    }
-    bool HasBrowser() const { return Shell("chromium --version >browser 2>&1") == 0; }
-
-    RunFolder folder;
-};
-
-constexpr const char* kNoBrowser = "left out: there is no chromium here to show the page in";
-
-/// Helpers of the scripts below.
-const std::string kTools = R"(
-const key = (name, options) => figure.dispatchEvent(new KeyboardEvent("keydown", {key: name, bubbles: true, ...options}));
-const shown = () => dots.filter(dot => dot.style.display !== "none").length;
-const say = (...parts) => { document.title = parts.join(" | "); };
-)";
+using SkelPicture = PictureRun;
 
 }  // namespace
 
@@ -102,10 +53,10 @@ TEST_F(SkelPicture, NothingInAPictureComesFromElsewhere) {
 }
 
 TEST_F(SkelPicture, ThePictureOfTheReadmeIsDrawnFromItsExample) {
-    const std::string scene = RIGBAKE_SOURCE_ROOT "/Examples/quadruped.qeli";
-    ASSERT_EQ(folder.Rigbake({"-in", scene, "-out", "quadruped.bin", "-ojc", "true"}).status, 0);
-    EXPECT_EQ(Draw("quadruped.bin", "out.svg", scene),
-              folder.ReadFile(RIGBAKE_SOURCE_ROOT "/docs/pictures/quadruped.svg"));
+    const std::string scene = RIGBAKE_SOURCE_ROOT "/Examples/biped-procedural.qeli";
+    ASSERT_EQ(folder.Rigbake({"-in", scene, "-out", "biped.bin", "-ojc", "true"}).status, 0);
+    EXPECT_EQ(Draw("biped.bin", "out.svg", scene),
+              folder.ReadFile(RIGBAKE_SOURCE_ROOT "/docs/pictures/biped.svg"));
 }
 
 TEST_F(SkelPicture, NamesCannotBreakOutOfThePage) {
@@ -117,6 +68,52 @@ TEST_F(SkelPicture, NamesCannotBreakOutOfThePage) {
     EXPECT_NE(page.find(R"(\u003c/script>\u003cb>\")"), std::string::npos);
     EXPECT_NE(Draw("evil", "a.svg", "evil.qeli").find("0 &lt;/script&gt;&lt;b&gt;&quot;"),
               std::string::npos);
+}
+
+TEST_F(SkelPicture, NamesOfFilesAreTextWhateverTheirBytes) {
+    const auto title = [this](const std::string& name) {
+        folder.WriteFile(name, folder.ReadFile(Seed("biped")));
+        const std::string page = Draw(name, "a.html");
+        EXPECT_NE(Draw(name, "a.svg").find(">" + page.substr(page.find("<h1>") + 4, 4)),
+                  std::string::npos);
+        return page.substr(page.find("<h1>") + 4, page.find("</h1>") - page.find("<h1>") - 4);
+    };
+    EXPECT_EQ(title("H\xC3\xBC"
+                    "fte.bin"),
+              "H\xC3\xBC"
+              "fte.bin");
+    EXPECT_EQ(title("H\xFC"
+                    "fte.bin"),
+              "H\xC3\xBC"
+              "fte.bin");
+    EXPECT_EQ(title("two\nlines\x7F"), "two\\x0Alines\\x7F");
+}
+
+TEST_F(SkelPicture, LongLinesAreWrapped) {
+    std::string targets;
+    for (int i = 0; i < 20; ++i)
+        targets += "<joint name=\"target_number_" + std::to_string(i) + "\"/>";
+    std::string constraint = "<orientationConstraint name=\"c\" constrain=\"||root|driven\">";
+    for (int i = 0; i < 20; ++i)
+        constraint +=
+            "<target name=\"||root|target_number_" + std::to_string(i) + "\" weight=\"1\"/>";
+    folder.WriteFile("long.qeli",
+                     Document("<scene><joint name=\"root\"><joint name=\"driven\"/>" + targets +
+                              "</joint></scene>" + constraint + "</orientationConstraint>"));
+    ASSERT_EQ(folder.Rigbake({"-in", "long.qeli", "-out", "long", "-ojc", "true"}).status, 0);
+    const std::string svg = Draw("long", "a.svg", "long.qeli");
+    const std::regex line(">([^<]*target_number_[^<]*)</text>");
+    std::string whole;
+    int lines = 0;
+    for (std::sregex_iterator it(svg.begin() + static_cast<std::ptrdiff_t>(svg.find("class=\"s\"")),
+                                 svg.end(), line);
+         it != std::sregex_iterator(); ++it, ++lines) {
+        EXPECT_LE((*it)[1].length(), 112);
+        whole += (*it)[1];
+    }
+    EXPECT_EQ(lines, 4);
+    EXPECT_EQ(whole.find("orientation of driven by target_number_0, target_number_1, "), 0u);
+    EXPECT_TRUE(whole.ends_with(", target_number_19"));
 }
 
 TEST_F(SkelPicture, OtherEndingsAndTheFileItselfAreRefused) {
