@@ -55,18 +55,35 @@ int DocumentFeed::FeedPiece(const char* bytes, std::size_t size, bool last) {
     else if (last)
         complete = size;
 
-    int code = 0;
-    if (held.empty()) {
-        if (complete != 0 || last) code = Push(bytes, complete, last);
-    } else if (complete != 0 || last) {
-        held.append(bytes, complete);
-        code = Push(held.data(), held.size(), last);
-        held.clear();
-    }
-    if (code != 0) return code;
+    if (complete != 0 || last)
+        if (const int code = PushScanned(bytes, complete, last)) return code;
     if (exceeded != nullptr) parser.FailBehindInput(*exceeded);
     held.append(bytes + complete, size - complete);
     return 0;
+}
+
+/// Pushes what was held back and a piece, of which plain texts go past the parser.
+int DocumentFeed::PushScanned(const char* bytes, std::size_t size, bool last) {
+    std::size_t pushed = 0;
+    for (const MarkupScanner::LongText& text : scanner.GetLongTexts()) {
+        TextExtent extent;
+        const char* const begin = bytes + text.begin;
+        const std::size_t length = text.end - text.begin;
+        if (!encoding.isLatin1 || !IsPlainText(begin, length, extent)) continue;
+        if (const int code = PushBehindHeld(bytes + pushed, text.begin - pushed, false))
+            return code;
+        pushed = parser.PassText(begin, length, extent) ? text.end : text.begin;
+    }
+    return PushBehindHeld(bytes + pushed, size - pushed, last);
+}
+
+int DocumentFeed::PushBehindHeld(const char* bytes, std::size_t size, bool last) {
+    if (size == 0 && held.empty() && !last) return 0;
+    if (held.empty()) return Push(bytes, size, last);
+    held.append(bytes, size);
+    const int code = Push(held.data(), held.size(), last);
+    held.clear();
+    return code;
 }
 
 /// As MarkupScanner::Scan, in bytes of the document's encoding.

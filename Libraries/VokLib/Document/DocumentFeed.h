@@ -12,8 +12,8 @@ class DocumentParser;
 
 /// Between the blocks of one document and its parser: keeps the limits, cuts the blocks between
 /// pieces of markup, and spares the parser the conversion of declared ISO-8859-1 where a block
-/// holds nothing but ASCII. The events, the error codes, lines and columns are those of the parser
-/// alone.
+/// holds nothing but ASCII, and long plain texts, of which it has nothing to say. The events, the
+/// error codes, lines and columns are those of the parser alone.
 class DocumentFeed {
   public:
     DocumentFeed(DocumentParser& target, std::string_view name)
@@ -28,6 +28,8 @@ class DocumentFeed {
     std::size_t PieceSize(const char* bytes, std::size_t size) const;
     int Begin(const char* bytes, std::size_t size);
     int FeedPiece(const char* bytes, std::size_t size, bool last);
+    int PushScanned(const char* bytes, std::size_t size, bool last);
+    int PushBehindHeld(const char* bytes, std::size_t size, bool last);
     std::size_t Scan(const char* bytes, std::size_t size);
     int Push(const char* bytes, std::size_t size, bool last);
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "Document/PlainText.h"
+
 #include <cstddef>
 #include <string>
 
@@ -15,6 +17,10 @@ class DocumentParser {
     virtual void IgnoreDeclaredEncoding() = 0;
     /// Returns libxml2's error code, 0 for none.
     virtual int Push(const char* bytes, std::size_t size, bool last) = 0;
+    /// Takes a plain text for pushed where it can tell its user of it without parsing: when all
+    /// that was pushed has been parsed and contents of an element may follow. False, and nothing
+    /// done, elsewhere.
+    virtual bool PassText(const char*, std::size_t, const TextExtent&) { return false; }
     /// Throws a VokException that tells the limit and the place behind everything that was pushed.
     [[noreturn]] virtual void FailBehindInput(const std::string& text) const = 0;
 };

@@ -25,10 +25,12 @@ const char* Find(const char* p, const char* end, char c) {
 constexpr std::ptrdiff_t kHarmlessBytes = VokLimits::kMaxAttributes * 5;
 static_assert(kHarmlessBytes <= VokLimits::kMaxMarkupBytes);
 
-/// The first "<" that needs a closer look. A tag in front of a near "<" does not: it has ended
-/// before it, for no value of an attribute holds one.
+/// Texts that are shorter are not worth a look of their own.
+constexpr std::ptrdiff_t kLongTextBytes = 4096;
+
+/// The first "<" from the one at `p` on that needs a closer look. A tag in front of a near "<" does
+/// not: it has ended before it, for no value of an attribute holds one.
 const char* FindMarkup(const char* p, const char* end) {
-    p = Find(p, end, '<');
     while (end - p > 1 && p[1] != '!' && p[1] != '?') {
         const char* const window = p + std::min(end - p, kHarmlessBytes);
         const char* const next = Find(p + 1, window, '<');
@@ -41,6 +43,7 @@ const char* FindMarkup(const char* p, const char* end) {
 }  // namespace
 
 std::size_t MarkupScanner::Scan(const char* bytes, std::size_t size) {
+    longTexts.clear();
     if (size == 0) return 0;
     const char* const end = bytes + size;
     first = from = bytes;
@@ -60,6 +63,11 @@ std::size_t MarkupScanner::Scan(const char* bytes, std::size_t size) {
 const char* MarkupScanner::Step(const char* p, const char* end) {
     switch (state) {
         case State::Text:
+            from = p;
+            p = Find(p, end, '<');
+            if (p - from >= kLongTextBytes)
+                longTexts.push_back(
+                    {static_cast<std::size_t>(from - first), static_cast<std::size_t>(p - first)});
             p = FindMarkup(p, end);
             if (p == end) return end;
             from = p;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 /// Reads ahead of the parser to keep what the parser does not bound: the attributes of one tag,
 /// which it compares each with all before, and the bytes of one piece of markup, which it holds in
@@ -17,6 +18,14 @@ class MarkupScanner {
     /// that they leave incomplete; 0 also when that began earlier. When a limit is met it is where
     /// the offending markup begins.
     std::size_t Scan(const char* bytes, std::size_t size);
+
+    /// A text without markup, in bytes from the beginning of a block.
+    struct LongText {
+        std::size_t begin;
+        std::size_t end;
+    };
+    /// The longer texts of the last block; text in a comment or the like is none.
+    const std::vector<LongText>& GetLongTexts() const { return longTexts; }
 
     /// What was exceeded, in words; null as long as no limit was met. Not to be scanned on behind
     /// it.
@@ -66,4 +75,5 @@ class MarkupScanner {
     char lastBytes[4] = {};       // of the blocks before this one
     std::string word;             // behind "<!"
     std::string exceeded;
+    std::vector<LongText> longTexts;
 };

@@ -96,6 +96,18 @@ int PushParser::Push(const char* bytes, std::size_t size, bool last) {
     return code;
 }
 
+bool PushParser::PassText(const char* bytes, std::size_t size, const TextExtent& extent) {
+    xmlParserInputPtr const input = context->input;
+    if (depth == 0 || context->instate != XML_PARSER_CONTENT || input->cur != input->end)
+        return false;
+    input->consumed += size;
+    input->line += static_cast<int>(extent.lines);
+    input->col = static_cast<int>(extent.columns) + (extent.lines != 0 ? 1 : input->col);
+    memory.Check();
+    events->Characters(bytes, size);
+    return true;
+}
+
 int PushParser::GetLine() const {
     return context->input != nullptr ? context->input->line : 0;
 }

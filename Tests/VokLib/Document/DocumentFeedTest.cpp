@@ -103,6 +103,45 @@ TEST(DocumentFeed, GivesThemInLargeDocumentsToo) {
     EXPECT_TRUE(Feed(cut) == ParserAlone(cut));
 }
 
+/// Numbers in lines, longer than what the feed takes for a short text.
+std::string LongText(std::size_t bytes) {
+    std::string text;
+    while (text.size() < bytes)
+        text += text.size() % 13 == 0 ? "\n1.5e-1" : " -2.25" + std::to_string(text.size() % 97);
+    return text;
+}
+
+TEST(DocumentFeed, GivesThemWithTextsThatGoPastTheParser) {
+    const std::string text = LongText(9000);
+    const std::string fillers[] = {"",      " ",    "\n",       "\r\n",
+                                   "&#49;", "]]",   "<!--x-->", "<![CDATA[1 > 2]]>",
+                                   "\xE9",  "<b/>", "<?p q?>"};
+    for (const std::string& filler : fillers) {
+        const std::string contents = text + filler + text + "<b>" + text + "</b>" + filler + text;
+        for (const char* fault : {"", "&", "]]>", "</c>", "<", "\x01", "<b a='<'/>", "&none;"}) {
+            const std::string sample = Declared("ISO-8859-1", contents + fault);
+            EXPECT_TRUE(Feed(sample) == ParserAlone(sample)) << filler << " " << fault;
+            const std::string late = Declared("ISO-8859-1", contents + fault + text);
+            EXPECT_TRUE(Feed(late) == ParserAlone(late)) << filler << " " << fault;
+        }
+    }
+    for (const std::string& sample :
+         {text, text + "<a/>", "<a/>" + text, "<a/>\n<!--x-->" + text, "<a b='" + text + "'/>",
+          Declared("ISO-8859-1", "") + text, Declared("UTF-8", text), Declared("UTF-16", text)})
+        EXPECT_TRUE(Feed(sample) == ParserAlone(sample)) << sample.substr(0, 60);
+}
+
+TEST(DocumentFeed, GivesThemWithSuchTextsInSeveralBlocks) {
+    const std::string text = LongText(9000);
+    const std::string sample =
+        Declared("ISO-8859-1", text + "<b>" + text + "</b>\n]]" + text + "<c/>");
+    const ParserComparison::Outcome whole = ParserAlone(sample);
+    for (std::size_t cut = 70; cut < sample.size(); cut += 41) {
+        EXPECT_TRUE(Feed(sample, {cut}) == whole) << cut;
+        EXPECT_TRUE(Feed(sample, {cut / 2 + 30, cut / 2 + 31, cut}) == whole) << cut;
+    }
+}
+
 TEST(DocumentFeed, ReadsADocumentTypeWhereverTheBorderOfABlockFalls) {
     // The parser alone does not: it takes a quote in half a comment for the beginning of a text.
     const std::string text =
