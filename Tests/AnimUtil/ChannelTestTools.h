@@ -1,12 +1,13 @@
 #pragma once
 
-#include <VokLib/Base/VokException.h>
 #include <VokLib/Objects/Animation/VokAnimChannel.h>
 
 #include <memory>
 #include <string>
 #include <utility>
 #include <vector>
+
+#include "Support/ThrownText.h"
 
 /// Channels made in memory.
 inline std::unique_ptr<VokAnimChannel> MakeChannel(AnimInterp interp, unsigned stride,
@@ -31,14 +32,4 @@ inline std::unique_ptr<VokAnimChannel> MakeTimestep(unsigned stride, float durat
     channel->SetDuration(duration);
     channel->keyValues = std::move(values);
     return channel;
-}
-
-template <class Act>
-std::string TextThrownBy(Act act) {
-    try {
-        act();
-    } catch (const std::exception& exception) {
-        return exception.what();
-    }
-    return "nothing thrown";
 }

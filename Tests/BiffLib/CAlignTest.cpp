@@ -1,4 +1,5 @@
 #include <BiffLib/CAlign.h>
+#include <gtest/gtest.h>
 
 #include "BiffLib/WrittenBytes.h"
 

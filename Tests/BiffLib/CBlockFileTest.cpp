@@ -1,5 +1,6 @@
 #include <BiffLib/CBlock.h>
 #include <QelTools/Exception.h>
+#include <gtest/gtest.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -69,7 +70,7 @@ TEST_F(CBlockFile, OfAnEmptyBlockIsEmpty) {
 
 TEST_F(CBlockFile, ThatCannotBeOpenedIsToldByTheText) {
     const auto text = [&](const std::string& path) {
-        return TextOf<TextException>([&] { block.WriteToPath(path, Biff::kLittleEndian); });
+        return ThrownText<TextException>([&] { block.WriteToPath(path, Biff::kLittleEndian); });
     };
     EXPECT_EQ(text(PathOf("missing/skel.bin")), "Failed to open file for Biff write.");
     EXPECT_EQ(text(folder.string()), "Failed to open file for Biff write.");
@@ -92,7 +93,7 @@ TEST_F(CBlockFile, KeepsPlaceholdersWhenAnOffsetDoesNotFit) {
     wide.AppendAlign(4);
     wide.AppendData(std::string(300, 'x').data(), 1, 300);
     wide.AppendLabel(far);
-    EXPECT_EQ(TextOf<TextException>([&] { wide.WriteToPath(path, Biff::kLittleEndian); }),
+    EXPECT_EQ(ThrownText<TextException>([&] { wide.WriteToPath(path, Biff::kLittleEndian); }),
               "Offset is too large to fit in given storage.");
     EXPECT_EQ(Content(path), Bytes("\xFF\0\0\0") + std::string(300, 'x'));
 }
@@ -101,10 +102,10 @@ TEST_F(CBlockFile, OnAFullDiskIsAFailureThatNamesThePath) {
     if (!std::filesystem::exists("/dev/full")) GTEST_SKIP();
     const std::string text = "Failed to write \"/dev/full\": No space left on device.";
     const auto write = [&] { block.WriteToPath("/dev/full", Biff::kLittleEndian); };
-    EXPECT_EQ(TextOf<QelTools::Common::Exception>(write), text);
+    EXPECT_EQ(ThrownText<QelTools::Common::Exception>(write), text);
     const std::string large(1 << 20, 'x');
     block.AppendData(large.data(), 1, static_cast<std::uint32_t>(large.size()));
-    EXPECT_EQ(TextOf<QelTools::Common::Exception>(write), text);
+    EXPECT_EQ(ThrownText<QelTools::Common::Exception>(write), text);
 }
 
 TEST_F(CBlockFile, ContinuesAnOpenFile) {
@@ -127,8 +128,8 @@ TEST_F(CBlockFile, ThatIsNotOpenForWritingIsAFailure) {
     std::ofstream(path) << "x";
     std::FILE* file = std::fopen(path.c_str(), "rb");
     ASSERT_NE(file, nullptr);
-    EXPECT_EQ(
-        TextOf<QelTools::Common::Exception>([&] { block.WriteFile(file, Biff::kLittleEndian); }),
-        "Failed to write the Biff file: Bad file descriptor.");
+    EXPECT_EQ(ThrownText<QelTools::Common::Exception>(
+                  [&] { block.WriteFile(file, Biff::kLittleEndian); }),
+              "Failed to write the Biff file: Bad file descriptor.");
     std::fclose(file);
 }

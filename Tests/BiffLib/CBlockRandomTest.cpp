@@ -1,4 +1,5 @@
 #include <BiffLib/CBlock.h>
+#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,7 @@
 #include <BiffLib/CBlock.h>
 #include <BiffLib/CNestedBlock.h>
 #include <QelTools/Exception.h>
+#include <gtest/gtest.h>
 
 #include <memory>
 #include <utility>
@@ -187,9 +188,9 @@ TEST(Block, AStreamThatTakesNoMoreIsAFailure) {
     for (const std::size_t limit : {0u, 3u, 40u, 67u}) {
         FullBuffer buffer(limit);
         std::ostream stream(&buffer);
-        EXPECT_EQ(
-            TextOf<QelTools::Common::Exception>([&] { block.Write(stream, Biff::kLittleEndian); }),
-            "Failed to write the Biff: the output did not take all of it.");
+        EXPECT_EQ(ThrownText<QelTools::Common::Exception>(
+                      [&] { block.Write(stream, Biff::kLittleEndian); }),
+                  "Failed to write the Biff: the output did not take all of it.");
     }
     FullBuffer buffer(68);
     std::ostream stream(&buffer);
@@ -217,6 +218,6 @@ TEST(Block, AStreamThatCannotTakeAnOffsetIsAFailure) {
     Pipe pipe;
     std::ostream stream(&pipe);
     EXPECT_EQ(
-        TextOf<QelTools::Common::Exception>([&] { block.Write(stream, Biff::kLittleEndian); }),
+        ThrownText<QelTools::Common::Exception>([&] { block.Write(stream, Biff::kLittleEndian); }),
         "Failed to write the Biff: the output did not take all of it.");
 }

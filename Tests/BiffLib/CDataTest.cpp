@@ -1,5 +1,6 @@
 #include <BiffLib/CData.h>
 #include <QelTools/Exception.h>
+#include <gtest/gtest.h>
 
 #include <array>
 #include <cmath>
@@ -53,7 +54,7 @@ TEST(Data, EveryOrderButOneIsLittle) {
 TEST(Data, AnElementOfSeventeenBytesIsRefusedBeforeAnythingIsCopied) {
     CBlock block;
     const std::array<std::uint8_t, 17> bytes{};
-    EXPECT_EQ(TextOf<TextException>([&] { block.AppendData(bytes.data(), 17, 1); }),
+    EXPECT_EQ(ThrownText<TextException>([&] { block.AppendData(bytes.data(), 17, 1); }),
               "BiffLib cannot handle data element sizes greater than 16 bytes");
     EXPECT_TRUE(block.items.empty());
     EXPECT_EQ(block.kind, Biff::kEmptyBlock);

@@ -1,5 +1,6 @@
 #include <BiffLib/CLabel.h>
 #include <QelTools/Exception.h>
+#include <gtest/gtest.h>
 
 #include "BiffLib/WrittenBytes.h"
 
@@ -27,7 +28,7 @@ TEST(Label, AppendedTwiceFailsWhenWriting) {
     const std::uint32_t label = ReserveLabel();
     block.AppendLabel(label);
     block.AppendLabel(label);
-    EXPECT_EQ(TextOf<TextException>([&] { Little(block); }),
+    EXPECT_EQ(ThrownText<TextException>([&] { Little(block); }),
               "Offset written out twice, this probably indicates that a label from "
               "Biff::ReserveLabel was passed to Biff::AppendLabel( label ) more than once.");
 }

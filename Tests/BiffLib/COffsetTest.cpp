@@ -1,5 +1,6 @@
 #include <BiffLib/COffset.h>
 #include <QelTools/Exception.h>
+#include <gtest/gtest.h>
 
 #include "BiffLib/WrittenBytes.h"
 
@@ -45,7 +46,8 @@ std::string OffsetBack(std::uint32_t distance, std::uint32_t storage, std::uint3
 TEST(Offset, StorageAndStrideAreCheckedInOrder) {
     CBlock block;
     const auto text = [&](std::uint32_t storage, std::uint32_t stride) {
-        return TextOf<TextException>([&] { block.AppendOffset(1, kAbsolute, storage, stride); });
+        return ThrownText<TextException>(
+            [&] { block.AppendOffset(1, kAbsolute, storage, stride); });
     };
     EXPECT_EQ(text(0, 0), "Offset storage must be at least one byte.");
     EXPECT_EQ(text(5, 0), "Offsets storage of more than 4 bytes are not supported.");
@@ -93,24 +95,25 @@ TEST(Offset, ToItselfIsZeroInAnyStorage) {
 
 TEST(Offset, RelativeBytesReachOneHundredAndTwentySevenBothWays) {
     EXPECT_EQ(OffsetTo(127, kRelative, 1, 1), Bytes("\x7F"));
-    EXPECT_EQ(TextOf<TextException>([] { OffsetTo(128, kRelative, 1, 1); }), kTooLarge);
+    EXPECT_EQ(ThrownText<TextException>([] { OffsetTo(128, kRelative, 1, 1); }), kTooLarge);
     EXPECT_EQ(OffsetBack(127, 1, Biff::kLittleEndian), Bytes("\x81"));
-    EXPECT_EQ(TextOf<TextException>([] { OffsetBack(128, 1, Biff::kLittleEndian); }), kTooLarge);
+    EXPECT_EQ(ThrownText<TextException>([] { OffsetBack(128, 1, Biff::kLittleEndian); }),
+              kTooLarge);
 }
 
 TEST(Offset, AbsoluteBytesReachTwoHundredAndFiftyFiveStrides) {
     EXPECT_EQ(OffsetTo(1020, kAbsolute, 1, 4), Bytes("\xFF"));
-    EXPECT_EQ(TextOf<TextException>([] { OffsetTo(1024, kAbsolute, 1, 4); }), kTooLarge);
-    EXPECT_EQ(TextOf<TextException>([] { OffsetTo(1022, kAbsolute, 1, 4); }), kMisaligned);
+    EXPECT_EQ(ThrownText<TextException>([] { OffsetTo(1024, kAbsolute, 1, 4); }), kTooLarge);
+    EXPECT_EQ(ThrownText<TextException>([] { OffsetTo(1022, kAbsolute, 1, 4); }), kMisaligned);
     EXPECT_EQ(OffsetTo(255, kAbsolute, 1, 1), Bytes("\xFF"));
-    EXPECT_EQ(TextOf<TextException>([] { OffsetTo(256, kAbsolute, 1, 1); }), kTooLarge);
+    EXPECT_EQ(ThrownText<TextException>([] { OffsetTo(256, kAbsolute, 1, 1); }), kTooLarge);
 }
 
 TEST(Offset, WiderStorageHasItsOwnLimits) {
     EXPECT_EQ(OffsetTo(0xFFFF, kAbsolute, 2, 1, Biff::kBigEndian), Bytes("\xFF\xFF"));
-    EXPECT_EQ(TextOf<TextException>([] { OffsetTo(0x10000, kAbsolute, 2, 1); }), kTooLarge);
+    EXPECT_EQ(ThrownText<TextException>([] { OffsetTo(0x10000, kAbsolute, 2, 1); }), kTooLarge);
     EXPECT_EQ(OffsetTo(0x7FFF, kRelative, 2, 1), Bytes("\xFF\x7F"));
-    EXPECT_EQ(TextOf<TextException>([] { OffsetTo(0x8000, kRelative, 2, 1); }), kTooLarge);
+    EXPECT_EQ(ThrownText<TextException>([] { OffsetTo(0x8000, kRelative, 2, 1); }), kTooLarge);
     EXPECT_EQ(OffsetTo(0x12345, kAbsolute, 3, 1), Bytes("\x45\x23\x01"));
     EXPECT_EQ(OffsetTo(0x12345, kAbsolute, 3, 1, Biff::kBigEndian), Bytes("\x01\x23\x45"));
 }
@@ -138,19 +141,19 @@ TEST(Offset, MeasuresBackFromItsPositionRoundedDown) {
 
 TEST(Offset, OfAStrideThatIsNoPowerOfTwo) {
     EXPECT_EQ(OffsetTo(12, kAbsolute, 1, 3), Bytes("\4"));
-    EXPECT_EQ(TextOf<TextException>([] { OffsetTo(13, kAbsolute, 1, 3); }), kMisaligned);
+    EXPECT_EQ(ThrownText<TextException>([] { OffsetTo(13, kAbsolute, 1, 3); }), kMisaligned);
 }
 
 TEST(Offset, OfEitherOriginNeedsATargetAtAMultipleOfTheStrideInTheFile) {
-    EXPECT_EQ(TextOf<TextException>([] { OffsetTo(13, kRelative, 1, 4); }), kMisaligned);
-    EXPECT_EQ(TextOf<TextException>([] { OffsetTo(1022, kRelative, 1, 4); }), kMisaligned);
+    EXPECT_EQ(ThrownText<TextException>([] { OffsetTo(13, kRelative, 1, 4); }), kMisaligned);
+    EXPECT_EQ(ThrownText<TextException>([] { OffsetTo(1022, kRelative, 1, 4); }), kMisaligned);
     // A whole stride away from the offset's own place is not enough.
     CBlock block;
     const std::uint32_t label = ReserveLabel();
     AppendBytes(block, 2);
     block.AppendOffset(label, kRelative, 4, 4);
     block.AppendLabel(label);
-    EXPECT_EQ(TextOf<TextException>([&] { Little(block); }), kMisaligned);
+    EXPECT_EQ(ThrownText<TextException>([&] { Little(block); }), kMisaligned);
 }
 
 TEST(Offset, ToALabelThatNobodyAppendedKeepsItsPlaceholder) {
@@ -167,7 +170,7 @@ TEST(Offset, AnUnknownOriginFailsWhenWriting) {
     const std::uint32_t label = ReserveLabel();
     block.AppendLabel(label);
     block.AppendOffset(label, 2, 4, 1);
-    EXPECT_EQ(TextOf<TextException>([&] { Little(block); }), "Unknown offset base type.");
+    EXPECT_EQ(ThrownText<TextException>([&] { Little(block); }), "Unknown offset base type.");
 }
 
 TEST(Offset, SeveralToOneLabelInFrontAndBehind) {
@@ -186,6 +189,6 @@ TEST(Offset, AnUnknownOriginFailsWhenResolvingToo) {
     Biff::CLabel label(ReserveLabel());
     label.Write(stream, Biff::kLittleEndian);
     const Biff::COffset offset(label.label, 2, 4, 1);
-    EXPECT_EQ(TextOf<TextException>([&] { offset.Resolve(stream, Biff::kLittleEndian); }),
+    EXPECT_EQ(ThrownText<TextException>([&] { offset.Resolve(stream, Biff::kLittleEndian); }),
               "Unknown offset origin method.");
 }

@@ -2,11 +2,11 @@
 
 #include <BiffLib/CBlock.h>
 
-#include <gtest/gtest.h>
-
 #include <sstream>
 #include <string>
 #include <string_view>
+
+#include "Support/ThrownText.h"
 
 /// What the block writes to a stream in one byte order.
 inline std::string Written(Biff::CBlock& block, std::uint32_t endian) {
@@ -26,16 +26,4 @@ inline std::string Big(Biff::CBlock& block) {
 template <std::size_t N>
 std::string Bytes(const char (&text)[N]) {
     return std::string(text, N - 1);
-}
-
-/// The text of the Thrown exception of exactly that type.
-template <class Thrown, class Operation>
-std::string TextOf(Operation operation) {
-    try {
-        operation();
-    } catch (const Thrown& thrown) {
-        return thrown.what();
-    }
-    ADD_FAILURE() << "nothing was thrown";
-    return {};
 }

@@ -8,6 +8,8 @@
 #include <string>
 #include <vector>
 
+#include "Support/MemoryLimit.h"
+
 /// How often `part` stands in `text`.
 inline std::size_t Count(const std::string& text, const std::string& part) {
     std::size_t count = 0;
@@ -30,7 +32,8 @@ class PictureRun : public testing::Test {
         return folder.ReadFile(out);
     }
     int Shell(const std::string& command) const {
-        return std::system(("cd '" + folder.GetPath().string() + "' && " + command).c_str());
+        return std::system(
+            (kShellWithoutLimit + ("cd '" + folder.Path() + "' && ") + command).c_str());
     }
     /// What a browser makes of the page when `script` has run behind the page's own: the text that
     /// the script leaves in the title.

@@ -38,35 +38,12 @@ void ExpectSoundSkeletons(const fs::path& folder) {
 
 }  // namespace
 
-RunFolder::RunFolder() {
-    std::random_device random;
-    do {
-        path = fs::temp_directory_path() / ("rigbake test " + std::to_string(random()));
-    } while (!fs::create_directory(path));
-    path = fs::canonical(path);
-}
-
-RunFolder::~RunFolder() {
-    std::error_code ignored;
-    fs::remove_all(path, ignored);
-}
-
-void RunFolder::WriteFile(const std::string& name, std::string_view bytes) const {
-    std::ofstream out(path / name, std::ios::binary);
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (!out) throw std::runtime_error("cannot write " + name);
-}
-
-std::string RunFolder::ReadFile(const std::string& name) const {
-    return ReadWhole(path / name);
-}
-
 ProgramResult RunFolder::Run(const std::string& program, const std::vector<std::string>& arguments,
                              const std::map<std::string, std::string>& environment,
                              const std::string& redirections) const {
-    const fs::path work = path / ".run";
+    const fs::path work = Path(".run");
     fs::create_directory(work);
-    std::string command = "cd " + Quote(path.string()) + " && { env -u QEL_HASH_SERVER_NAME";
+    std::string command = "cd " + Quote(Path()) + " && { env -u QEL_HASH_SERVER_NAME";
     for (const auto& [name, value] : environment) command += " " + Quote(name + "=" + value);
     command += " " + Quote(std::string(RIGBAKE_PROGRAMS) + "/" + program);
     for (const std::string& argument : arguments) command += " " + Quote(argument);
@@ -77,15 +54,8 @@ ProgramResult RunFolder::Run(const std::string& program, const std::vector<std::
     result.errors = ReadWhole(work / "err");
     result.status = std::stoi(ReadWhole(work / "status"));
     fs::remove_all(work);
-    if (program == "rigbake" && result.status == 0) ExpectSoundSkeletons(path);
+    if (program == "rigbake" && result.status == 0) ExpectSoundSkeletons(Path());
     return result;
-}
-
-std::string Document(std::string_view body) {
-    return "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n"
-           "<QEL xmlns=\"http://qel.example/ns/qeli/1_28_1/qeli\" "
-           "filenameform=\"qelirelative\">\n" +
-           std::string(body) + "\n</QEL>\n";
 }
 
 std::string OneJointDocument() {

@@ -6,6 +6,9 @@
 #include <string_view>
 #include <vector>
 
+#include "Support/Document.h"
+#include "Support/TemporaryFolder.h"
+
 /// What one run of a program left behind.
 struct ProgramResult {
     int status = -1;
@@ -13,18 +16,10 @@ struct ProgramResult {
     std::string errors;  ///< standard error
 };
 
-/// A fresh folder in which programs run; it goes with the object.
-class RunFolder {
+/// A fresh folder in which programs run.
+class RunFolder : public TemporaryFolder {
   public:
-    RunFolder();
-    ~RunFolder();
-    RunFolder(const RunFolder&) = delete;
-    RunFolder& operator=(const RunFolder&) = delete;
-
-    const std::filesystem::path& GetPath() const { return path; }
-    void WriteFile(const std::string& name, std::string_view bytes) const;
-    std::string ReadFile(const std::string& name) const;
-    bool Has(const std::string& name) const { return std::filesystem::exists(path / name); }
+    std::filesystem::path GetPath() const { return Path(); }
 
     /// Runs a built program in this folder. `redirections` goes to the shell as it stands, in place
     /// of the capture of standard output when it names descriptor 1.
@@ -34,13 +29,8 @@ class RunFolder {
     ProgramResult Rigbake(const std::vector<std::string>& arguments) const {
         return Run("rigbake", arguments);
     }
-
-  private:
-    std::filesystem::path path;
 };
 
-/// A current document around `body`.
-std::string Document(std::string_view body);
 /// A document of one joint "root" in its hierarchy.
 std::string OneJointDocument();
 

@@ -6,6 +6,8 @@
 #include <fstream>
 #include <iterator>
 
+#include "Support/MemoryLimit.h"
+
 namespace {
 
 std::string ReadAll(const std::filesystem::path& path) {
@@ -27,7 +29,9 @@ class RuntimeExample : public testing::Test {
             << ReadAll(folder.GetPath() / "errors");
     }
     int Shell(const std::string& command) const {
-        return std::system(("cd '" + folder.GetPath().string() + "' && " + command).c_str());
+        return std::system(
+            (kShellWithoutLimit + ("cd '" + folder.GetPath().string() + "' && ") + command)
+                .c_str());
     }
     /// The example's output; both streams.
     std::string Load(const std::string& file, bool isSound) const {

@@ -1,5 +1,5 @@
 #include "Faults/FaultyRun.h"
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -61,16 +61,16 @@ constexpr const char* kRig = R"(<?xml version="1.0" encoding="ISO-8859-1"?>
 class FaultyWork : public testing::TestWithParam<Work> {
   protected:
     FaultyWork() {
-        folder.Write("in.qeli", kRig);
+        folder.WriteFile("in.qeli", kRig);
         const FaultyResult run = Run({});
         EXPECT_EQ(run.status, 0) << run.output << run.errors;
-        wanted = folder.Read("out");
+        wanted = folder.ReadFile("out");
         EXPECT_NE(wanted, kOld);
-        log = folder.Read("log");
+        log = folder.ReadFile("log");
     }
 
     FaultyResult Run(const Fault& fault) {
-        folder.Write("out", kOld);
+        folder.WriteFile("out", kOld);
         return RunWithFault(folder.Path(), GetParam().program, GetParam().arguments, fault);
     }
 
@@ -88,9 +88,9 @@ class FaultyWork : public testing::TestWithParam<Work> {
         EXPECT_EQ(run.signal, 0);
         EXPECT_TRUE(run.status == 0 || run.status == 1) << run.status;
         EXPECT_EQ(Leftovers(), Texts{});
-        EXPECT_TRUE(folder.Read("out") == (run.status == 0 ? wanted : kOld))
+        EXPECT_TRUE(folder.ReadFile("out") == (run.status == 0 ? wanted : kOld))
             << "status " << run.status;
-        if (run.status == 0 && GetParam().hasLog && folder.Read("log") != log) {
+        if (run.status == 0 && GetParam().hasLog && folder.ReadFile("log") != log) {
             EXPECT_NE(run.errors.find("WARNING: log file 'log' is not whole: "), std::string::npos);
         }
     }
@@ -103,7 +103,7 @@ class FaultyWork : public testing::TestWithParam<Work> {
     }
 
     const std::string kOld = "the old content";
-    TestFolder folder;
+    TemporaryFolder folder;
     std::string wanted;
     std::string log;
 };
@@ -137,18 +137,18 @@ TEST_P(FailedAllocation, EachHundredthOfAnUpdate) {
     // The update's stylesheets take thousands, and their library is not built for a lack of memory.
     std::string old = kRig;
     old.replace(old.find("1_28_1"), 6, "1_27_1");
-    folder.Write("in.qeli", old);
+    folder.WriteFile("in.qeli", old);
     std::vector<std::string> arguments = GetParam().arguments;
     if (std::string(GetParam().program) == "rigbake")
         arguments.insert(arguments.end(), {"-autoupdate", "1"});
     const auto run = [&](const Fault& fault) {
-        folder.Write("out", kOld);
+        folder.WriteFile("out", kOld);
         return RunWithFault(folder.Path(), GetParam().program, arguments, fault);
     };
     const long count = run({Fault::Kind::Allocation}).count;
     ASSERT_GT(count, 1000);
-    EXPECT_EQ(folder.Read("out"), wanted);
-    log = folder.Read("log");
+    EXPECT_EQ(folder.ReadFile("out"), wanted);
+    log = folder.ReadFile("log");
     for (long number = 1; number <= count && !HasFailure(); number += 101) {
         SCOPED_TRACE("allocation " + std::to_string(number));
         const FaultyResult result = run({Fault::Kind::Allocation, number, number % 2 == 0});
@@ -203,7 +203,7 @@ class EndedRun : public FaultyWork {
             if (run.signal != signal) {
                 EXPECT_EQ(run.status, 0);
             }
-            const std::string content = folder.Read("out");
+            const std::string content = folder.ReadFile("out");
             EXPECT_TRUE(content == kOld || content == wanted);
             // Between its name and its place a file of a process that is killed stays.
             if (signal == SIGKILL) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/ScopedEnvironment.h"
+#include "Support/TemporaryFolder.h"
 
 #include <chrono>
 #include <cstdlib>
@@ -8,7 +9,6 @@
 #include <fstream>
 #include <iterator>
 #include <list>
-#include <random>
 #include <sstream>
 #include <string>
 #include <thread>
@@ -17,27 +17,11 @@
 
 /// A fresh folder for the pipe and the database of a registry of its own. Every proxy that was
 /// started with its environment ends with the object.
-class ProxyFolder {
+class ProxyFolder : public TemporaryFolder {
   public:
-    ProxyFolder() {
-        std::random_device random;
-        do {
-            path = std::filesystem::temp_directory_path() /
-                   ("rigbake proxy " + std::to_string(random()));
-        } while (!std::filesystem::create_directory(path));
-        path = std::filesystem::canonical(path);
-    }
-    ProxyFolder(const ProxyFolder&) = delete;
-    ProxyFolder& operator=(const ProxyFolder&) = delete;
     ~ProxyFolder() {
         for (std::vector<int> left = Proxies(); !left.empty(); left = Proxies())
             for (const int process : left) Kill(process);
-        std::error_code ignored;
-        std::filesystem::remove_all(path, ignored);
-    }
-
-    std::string Path(const std::string& name = "") const {
-        return name.empty() ? path.string() : (path / name).string();
     }
     std::string Database() const { return Path("data/registry.sqlite"); }
 
@@ -84,9 +68,6 @@ class ProxyFolder {
         text << std::ifstream(file, std::ios::binary).rdbuf();
         return text.str();
     }
-
-  private:
-    std::filesystem::path path;
 };
 
 /// The environment of a registry in this process while the object lives.

@@ -1,5 +1,5 @@
 #include "EndingEvents_win32.h"
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -57,8 +57,8 @@ TEST(EndingEvents, Child) {
 }
 
 TEST(EndingEvents, TheNamedFilesAreGoneWhenAnEventEndsTheProcess) {
-    const TestFolder folder;
-    for (const char* name : {"one", "two", "other", "stranger"}) folder.Write(name, "");
+    const TemporaryFolder folder;
+    for (const char* name : {"one", "two", "other", "stranger"}) folder.WriteFile(name, "");
     const DWORD status = RunChild(folder.Path());
     if (status == 8) GTEST_SKIP() << "there is no console here";
     EXPECT_EQ(status, 0xC000013Au);

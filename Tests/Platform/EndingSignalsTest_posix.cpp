@@ -1,5 +1,5 @@
 #include "EndingSignals_posix.h"
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -28,10 +28,10 @@ int EndingSignalOf(Work work) {
 
 TEST(EndingSignals, TheNamedFilesAreGoneAndTheProcessEndsByTheSignal) {
     for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
-        const TestFolder folder;
-        folder.Write("one", "");
-        folder.Write("two", "");
-        folder.Write("other", "");
+        const TemporaryFolder folder;
+        folder.WriteFile("one", "");
+        folder.WriteFile("two", "");
+        folder.WriteFile("other", "");
         EXPECT_EQ(EndingSignalOf([&] {
                       const Platform::RemoveOnSignal one(folder.Path("one"));
                       const Platform::RemoveOnSignal two(folder.Path("two"));
@@ -45,8 +45,8 @@ TEST(EndingSignals, TheNamedFilesAreGoneAndTheProcessEndsByTheSignal) {
 }
 
 TEST(EndingSignals, AFileWhoseObjectIsGoneStays) {
-    const TestFolder folder;
-    folder.Write("one", "");
+    const TemporaryFolder folder;
+    folder.WriteFile("one", "");
     EXPECT_EQ(EndingSignalOf([&] {
                   { const Platform::RemoveOnSignal one(folder.Path("one")); }
                   raise(SIGTERM);
@@ -56,8 +56,8 @@ TEST(EndingSignals, AFileWhoseObjectIsGoneStays) {
 }
 
 TEST(EndingSignals, AnIgnoredSignalStaysIgnored) {
-    const TestFolder folder;
-    folder.Write("one", "");
+    const TemporaryFolder folder;
+    folder.WriteFile("one", "");
     EXPECT_EQ(EndingSignalOf([&] {
                   signal(SIGHUP, SIG_IGN);
                   const Platform::RemoveOnSignal one(folder.Path("one"));
@@ -68,11 +68,11 @@ TEST(EndingSignals, AnIgnoredSignalStaysIgnored) {
 }
 
 TEST(EndingSignals, ADeferredSignalComesBehind) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EXPECT_EQ(EndingSignalOf([&] {
                   const Platform::DeferSignals untilWritten;
                   raise(SIGTERM);
-                  folder.Write("whole", "");
+                  folder.WriteFile("whole", "");
               }),
               SIGTERM);
     EXPECT_TRUE(fs::exists(folder.Path("whole")));

@@ -1,6 +1,6 @@
 #include <Platform/FileIdentity.h>
 
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -12,8 +12,8 @@ namespace fs = std::filesystem;
 using Platform::LeadToOneFile;
 
 TEST(FileIdentity, AnotherSpellingOrLinkLeadsToTheSameFile) {
-    const TestFolder folder;
-    const std::string file = folder.Write("file", "");
+    const TemporaryFolder folder;
+    const std::string file = folder.WriteFile("file", "");
     fs::create_directory(folder.Path("sub"));
     fs::create_symlink("file", folder.Path("link"));
     fs::create_hard_link(file, folder.Path("hard"));
@@ -22,14 +22,14 @@ TEST(FileIdentity, AnotherSpellingOrLinkLeadsToTheSameFile) {
 }
 
 TEST(FileIdentity, FilesOfOneContentAreTwo) {
-    const TestFolder folder;
-    EXPECT_FALSE(LeadToOneFile(folder.Write("a", "x"), folder.Write("b", "x")));
+    const TemporaryFolder folder;
+    EXPECT_FALSE(LeadToOneFile(folder.WriteFile("a", "x"), folder.WriteFile("b", "x")));
     EXPECT_FALSE(LeadToOneFile(folder.Path("a"), folder.Path("none")));
     EXPECT_FALSE(LeadToOneFile(folder.Path("none"), folder.Path("a")));
 }
 
 TEST(FileIdentity, NamesThatLeadNowhereYetAreOneFileWhenTheyWouldMakeOne) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     fs::create_directory(folder.Path("sub"));
     fs::create_directory_symlink("sub", folder.Path("alias"));
     fs::create_symlink("sub/free", folder.Path("link"));
@@ -45,7 +45,7 @@ TEST(FileIdentity, DevicesTakeWhatSeveralNamesSend) {
 }
 
 TEST(FileIdentity, WhatCannotBeFollowedIsNoFile) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     fs::create_symlink("loop", folder.Path("loop"));
     EXPECT_FALSE(LeadToOneFile(folder.Path("loop"), folder.Path("loop")));
 }

@@ -1,6 +1,6 @@
 #include <Platform/FileIdentity.h>
 
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -12,8 +12,8 @@ namespace fs = std::filesystem;
 using Platform::LeadToOneFile;
 
 TEST(FileIdentity, AnotherSpellingLeadsToTheSameFile) {
-    const TestFolder folder;
-    const std::string file = folder.Write("file", "");
+    const TemporaryFolder folder;
+    const std::string file = folder.WriteFile("file", "");
     fs::create_directory(folder.Path("sub"));
     fs::create_hard_link(file, folder.Path("hard"));
     for (const char* name : {"file", "./file", "sub/../file", "FILE", "sub\\..\\File", "hard"})
@@ -21,14 +21,14 @@ TEST(FileIdentity, AnotherSpellingLeadsToTheSameFile) {
 }
 
 TEST(FileIdentity, FilesOfOneContentAreTwo) {
-    const TestFolder folder;
-    EXPECT_FALSE(LeadToOneFile(folder.Write("a", "x"), folder.Write("b", "x")));
+    const TemporaryFolder folder;
+    EXPECT_FALSE(LeadToOneFile(folder.WriteFile("a", "x"), folder.WriteFile("b", "x")));
     EXPECT_FALSE(LeadToOneFile(folder.Path("a"), folder.Path("none")));
     EXPECT_FALSE(LeadToOneFile(folder.Path("none"), folder.Path("a")));
 }
 
 TEST(FileIdentity, NamesThatLeadNowhereYetAreOneFileWhenTheyWouldMakeOne) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     fs::create_directory(folder.Path("sub"));
     const std::string free = folder.Path("sub/free");
     for (const char* name : {"sub/free", "sub/./free", "SUB/Free", "sub\\\\free"})
@@ -42,7 +42,7 @@ TEST(FileIdentity, DevicesTakeWhatSeveralNamesSend) {
 }
 
 TEST(FileIdentity, FoldersAreNoFiles) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EXPECT_FALSE(LeadToOneFile(folder.Path(), folder.Path()));
 }
 

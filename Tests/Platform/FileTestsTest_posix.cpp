@@ -1,12 +1,13 @@
 #include <Platform/FileTests.h>
 
 #include "Platform/OrdinaryUser.h"
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <filesystem>
 
 namespace {
 
@@ -15,7 +16,7 @@ class FileTests : public testing::Test {
     FileTests() { chmod(folder.Path().c_str(), 0777); }
 
     std::string FileWithMode(mode_t mode) const {
-        const std::string path = folder.Write("file", "content");
+        const std::string path = folder.WriteFile("file", "content");
         chmod(path.c_str(), mode);
         return path;
     }
@@ -26,7 +27,7 @@ class FileTests : public testing::Test {
         return status.st_mode & 07777;
     }
 
-    TestFolder folder;
+    TemporaryFolder folder;
 };
 
 TEST_F(FileTests, AFileIsReadable) {
@@ -61,7 +62,7 @@ TEST_F(FileTests, APipeNobodyWritesToIsReadableAndWritableWithoutWaiting) {
 
 TEST_F(FileTests, AFileIsWritableAndKeepsItsContent) {
     EXPECT_TRUE(Platform::IsWritable(FileWithMode(0644)));
-    EXPECT_EQ(folder.Read("file"), "content");
+    EXPECT_EQ(folder.ReadFile("file"), "content");
 }
 
 TEST_F(FileTests, AFreeNameIsWritableAndStaysFree) {

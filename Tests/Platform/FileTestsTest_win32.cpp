@@ -1,12 +1,13 @@
 #include <Platform/FileTests.h>
 
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <io.h>
 #include <windows.h>
 
 #include <cerrno>
+#include <filesystem>
 
 namespace {
 
@@ -26,8 +27,8 @@ class FileTests : public testing::Test {
         if (other != INVALID_HANDLE_VALUE) CloseHandle(other);
     }
 
-    TestFolder folder;
-    std::string file = folder.Write("a file caf\xE9", "content");
+    TemporaryFolder folder;
+    std::string file = folder.WriteFile("a file caf\xE9", "content");
     HANDLE other = INVALID_HANDLE_VALUE;
 };
 
@@ -35,7 +36,7 @@ TEST_F(FileTests, AFileIsReadableAndWritableAndKeepsItsContent) {
     EXPECT_TRUE(Platform::IsReadable(file));
     EXPECT_TRUE(Platform::IsWritable(file));
     EXPECT_TRUE(Platform::GrantsWrite(file));
-    EXPECT_EQ(folder.Read("a file caf\xE9"), "content");
+    EXPECT_EQ(folder.ReadFile("a file caf\xE9"), "content");
 }
 
 TEST_F(FileTests, WhatIsMissingIsNotReadable) {

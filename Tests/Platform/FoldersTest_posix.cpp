@@ -1,15 +1,17 @@
 #include <Platform/Folders.h>
 
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+
 #include <sys/stat.h>
+#include <filesystem>
 
 namespace {
 
 TEST(Folders, AFolderIsToldFromAFile) {
-    const TestFolder folder;
-    const std::string file = folder.Write("file", "");
+    const TemporaryFolder folder;
+    const std::string file = folder.WriteFile("file", "");
     EXPECT_TRUE(Platform::IsFolder(folder.Path()));
     EXPECT_FALSE(Platform::IsFolder(file));
     EXPECT_TRUE(Platform::IsRegularFile(file));
@@ -20,19 +22,19 @@ TEST(Folders, AFolderIsToldFromAFile) {
 }
 
 TEST(Folders, AllMissingParentsAreMade) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EXPECT_TRUE(Platform::CreateFolders(folder.Path("a/b/c")));
     EXPECT_TRUE(Platform::IsFolder(folder.Path("a/b/c")));
 }
 
 TEST(Folders, ThereAlreadyIsFine) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EXPECT_TRUE(Platform::CreateFolders(folder.Path()));
     EXPECT_TRUE(Platform::CreateFolders("/"));
 }
 
 TEST(Folders, TheUsersMaskDecidesThePermissions) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const mode_t before = umask(027);
     EXPECT_TRUE(Platform::CreateFolders(folder.Path("a")));
     umask(before);
@@ -42,14 +44,14 @@ TEST(Folders, TheUsersMaskDecidesThePermissions) {
 }
 
 TEST(Folders, AFileInTheWayIsAFailure) {
-    const TestFolder folder;
-    folder.Write("a", "");
+    const TemporaryFolder folder;
+    folder.WriteFile("a", "");
     EXPECT_FALSE(Platform::CreateFolders(folder.Path("a")));
     EXPECT_FALSE(Platform::CreateFolders(folder.Path("a/b")));
 }
 
 TEST(Folders, RelativeAndDoubledSeparatorsWork) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const auto before = std::filesystem::current_path();
     std::filesystem::current_path(folder.Path());
     EXPECT_TRUE(Platform::CreateFolders("x//y/"));

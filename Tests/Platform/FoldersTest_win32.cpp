@@ -1,14 +1,16 @@
 #include <Platform/Folders.h>
 
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+
+#include <filesystem>
 
 namespace {
 
 TEST(Folders, AFolderIsToldFromAFile) {
-    const TestFolder folder;
-    const std::string file = folder.Write("file", "");
+    const TemporaryFolder folder;
+    const std::string file = folder.WriteFile("file", "");
     EXPECT_TRUE(Platform::IsFolder(folder.Path()));
     EXPECT_TRUE(Platform::IsFolder(folder.Path() + "\\"));
     EXPECT_TRUE(Platform::IsFolder("C:\\"));
@@ -21,20 +23,20 @@ TEST(Folders, AFolderIsToldFromAFile) {
 }
 
 TEST(Folders, AllMissingParentsAreMade) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EXPECT_TRUE(Platform::CreateFolders(folder.Path("a/b b/caf\xE9")));
     EXPECT_TRUE(Platform::IsFolder(folder.Path("a/b b/caf\xE9")));
 }
 
 TEST(Folders, ThereAlreadyIsFine) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EXPECT_TRUE(Platform::CreateFolders(folder.Path()));
     EXPECT_TRUE(Platform::CreateFolders("C:\\"));
 }
 
 TEST(Folders, AFileInTheWayIsAFailure) {
-    const TestFolder folder;
-    folder.Write("a", "");
+    const TemporaryFolder folder;
+    folder.WriteFile("a", "");
     EXPECT_FALSE(Platform::CreateFolders(folder.Path("a")));
     EXPECT_FALSE(Platform::CreateFolders(folder.Path("a/b")));
 }
@@ -44,13 +46,13 @@ TEST(Folders, AMissingDriveIsAFailure) {
 }
 
 TEST(Folders, ANameThatIsTooLongIsAFailure) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EXPECT_FALSE(Platform::CreateFolders(folder.Path(std::string(260, 'x'))));
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
 }
 
 TEST(Folders, RelativeAndDoubledSeparatorsWork) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const auto before = std::filesystem::current_path();
     std::filesystem::current_path(folder.Path());
     EXPECT_TRUE(Platform::CreateFolders("x//y/"));

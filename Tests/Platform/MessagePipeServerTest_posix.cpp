@@ -4,12 +4,13 @@
 #include "Platform/OrdinaryUser.h"
 #include "Platform/RawSocket.h"
 #include "Platform/ScopedEnvironment.h"
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <list>
 #include <memory>
 #include <set>
@@ -40,7 +41,7 @@ class MessagePipeServerTest : public testing::Test {
         return server;
     }
 
-    TestFolder folder;
+    TemporaryFolder folder;
     ScopedEnvironment session{"XDG_RUNTIME_DIR", folder.Path()};
 };
 
@@ -137,7 +138,7 @@ TEST_F(MessagePipeServerTest, OneOfAllServes) {
     std::uint32_t error = 99;
     EXPECT_EQ(second.Claim(kAddress, error), Claimed::ByAnother);
     EXPECT_EQ(error, 0u);
-    EXPECT_EQ(folder.Read("PipeTest_pipe.lock"), std::to_string(getpid()) + "\n");
+    EXPECT_EQ(folder.ReadFile("PipeTest_pipe.lock"), std::to_string(getpid()) + "\n");
     server.reset();
     MessagePipeServer third(kLargest);
     EXPECT_EQ(third.Claim(kAddress, error), Claimed::ByUs);
@@ -190,7 +191,7 @@ TEST_F(MessagePipeServerTest, AMissingFolderIsMadeForTheUserAlone) {
 }
 
 TEST_F(MessagePipeServerTest, AFolderThatCannotBeUsedIsAFailure) {
-    const ScopedEnvironment elsewhere("XDG_RUNTIME_DIR", folder.Write("file", ""));
+    const ScopedEnvironment elsewhere("XDG_RUNTIME_DIR", folder.WriteFile("file", ""));
     MessagePipeServer server(kLargest);
     std::uint32_t error = 0;
     EXPECT_EQ(server.Claim(kAddress, error), Claimed::Failed);

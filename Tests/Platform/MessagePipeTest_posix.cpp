@@ -4,7 +4,7 @@
 #include "Platform/OrdinaryUser.h"
 #include "Platform/RawSocket.h"
 #include "Platform/ScopedEnvironment.h"
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -13,6 +13,7 @@
 #include <array>
 #include <cerrno>
 #include <chrono>
+#include <filesystem>
 #include <thread>
 
 namespace {
@@ -48,7 +49,7 @@ class MessagePipeTest : public testing::Test {
         return server.Accept();
     }
 
-    TestFolder folder;
+    TemporaryFolder folder;
     ScopedEnvironment session{"XDG_RUNTIME_DIR", folder.Path()};
     MessagePipe pipe;
     std::string reply;
@@ -340,7 +341,7 @@ TEST_F(MessagePipeInTmp, AFolderInWhichOthersMayWriteIsRefused) {
 }
 
 TEST_F(MessagePipeInTmp, ALinkToAFolderIsRefused) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     ASSERT_EQ(chown(folder.Path().c_str(), kNobody, kNobody), 0);
     const OrdinaryUser nobody;
     ASSERT_EQ(symlink(folder.Path().c_str(), FolderInTmp().c_str()), 0);

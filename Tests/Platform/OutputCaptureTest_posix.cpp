@@ -2,13 +2,14 @@
 
 #include "Platform/FewDescriptors.h"
 #include "Platform/StandardOutput.h"
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <iostream>
 #include <set>
 #include <thread>
@@ -30,7 +31,7 @@ std::set<int> OpenDescriptors() {
 }
 
 TEST(OutputCapture, BothGetWhatIsWrittenWhileItRuns) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const int file = OpenForWriting(folder.Path("out"));
     {
         const StandardOutput output(file);
@@ -43,12 +44,12 @@ TEST(OutputCapture, BothGetWhatIsWrittenWhileItRuns) {
         std::printf("behind\n");
     }
     close(file);
-    EXPECT_EQ(folder.Read("log"), "by stdio\nby stream\n");
-    EXPECT_EQ(folder.Read("out"), "before\nby stdio\nby stream\nbehind\n");
+    EXPECT_EQ(folder.ReadFile("log"), "by stdio\nby stream\n");
+    EXPECT_EQ(folder.ReadFile("out"), "before\nby stdio\nby stream\nbehind\n");
 }
 
 TEST(OutputCapture, ManyBytesArriveWhole) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     std::string text;
     for (int i = 0; text.size() < 1000000; ++i) text += std::to_string(i) + "\n";
     const int file = OpenForWriting(folder.Path("out"));
@@ -59,21 +60,21 @@ TEST(OutputCapture, ManyBytesArriveWhole) {
         std::cout << text;
     }
     close(file);
-    EXPECT_EQ(folder.Read("log"), text);
-    EXPECT_EQ(folder.Read("out"), text);
+    EXPECT_EQ(folder.ReadFile("log"), text);
+    EXPECT_EQ(folder.ReadFile("out"), text);
 }
 
 TEST(OutputCapture, AnOldLogIsReplaced) {
-    const TestFolder folder;
-    folder.Write("log", "what an earlier run left");
+    const TemporaryFolder folder;
+    folder.WriteFile("log", "what an earlier run left");
     OutputCapture capture;
     ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
     EXPECT_TRUE(capture.Stop());
-    EXPECT_EQ(folder.Read("log"), "");
+    EXPECT_EQ(folder.ReadFile("log"), "");
 }
 
 TEST(OutputCapture, ALogThatCannotBeOpenedChangesNothing) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::set<int> descriptors = OpenDescriptors();
     OutputCapture capture;
     EXPECT_EQ(capture.Start(folder.Path("no/such/folder/log")), Result::kLogNotOpened);
@@ -83,7 +84,7 @@ TEST(OutputCapture, ALogThatCannotBeOpenedChangesNothing) {
 
 TEST(OutputCapture, ACaptureThatCannotStartLeavesStandardOutputAsItWas) {
     for (const int more : {1, 3}) {
-        const TestFolder folder;
+        const TemporaryFolder folder;
         const int file = OpenForWriting(folder.Path("out"));
         {
             const StandardOutput output(file);
@@ -97,12 +98,12 @@ TEST(OutputCapture, ACaptureThatCannotStartLeavesStandardOutputAsItWas) {
             std::cout << "behind" << std::endl;
         }
         close(file);
-        EXPECT_EQ(folder.Read("out"), "behind\n");
+        EXPECT_EQ(folder.ReadFile("out"), "behind\n");
     }
 }
 
 TEST(OutputCapture, NoDescriptorIsLeftBehind) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::set<int> descriptors = OpenDescriptors();
     OutputCapture capture;
     ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
@@ -111,7 +112,7 @@ TEST(OutputCapture, NoDescriptorIsLeftBehind) {
 }
 
 TEST(OutputCapture, ChildrenInheritNothingOfIt) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::set<int> before = OpenDescriptors();
     OutputCapture capture;
     ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
@@ -125,7 +126,7 @@ TEST(OutputCapture, ChildrenInheritNothingOfIt) {
 }
 
 TEST(OutputCapture, ALogThatDoesNotTakeEverythingIsTold) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const int file = OpenForWriting(folder.Path("out"));
     OutputCapture capture;
     {
@@ -136,21 +137,21 @@ TEST(OutputCapture, ALogThatDoesNotTakeEverythingIsTold) {
     }
     close(file);
     EXPECT_EQ(capture.GetLogFault(), "No space left on device");
-    EXPECT_EQ(folder.Read("out"), "a line\n");
+    EXPECT_EQ(folder.ReadFile("out"), "a line\n");
 }
 
 TEST(OutputCapture, ALogWhoseNameGoesToAnotherFileIsTold) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     OutputCapture capture;
     ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-    std::filesystem::rename(folder.Write("other", "another"), folder.Path("log"));
+    std::filesystem::rename(folder.WriteFile("other", "another"), folder.Path("log"));
     EXPECT_TRUE(capture.Stop());
     EXPECT_EQ(capture.GetLogFault(), "another file has taken its name");
-    EXPECT_EQ(folder.Read("log"), "another");
+    EXPECT_EQ(folder.ReadFile("log"), "another");
 }
 
 TEST(OutputCapture, AWholeLogHasNoFault) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     OutputCapture capture;
     ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
     EXPECT_TRUE(capture.Stop());
@@ -158,7 +159,7 @@ TEST(OutputCapture, AWholeLogHasNoFault) {
 }
 
 TEST(OutputCapture, AFullStandardOutputLeavesTheLogWhole) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const int full = open("/dev/full", O_WRONLY);
     {
         const StandardOutput output(full);
@@ -171,7 +172,7 @@ TEST(OutputCapture, AFullStandardOutputLeavesTheLogWhole) {
         EXPECT_TRUE(capture.Stop());
     }
     close(full);
-    const std::string log = folder.Read("log");
+    const std::string log = folder.ReadFile("log");
     EXPECT_EQ(log.size(), 30000u * 7 + 5);
     EXPECT_EQ(log.rfind("a line\n", 0), 0u);
     EXPECT_EQ(log.substr(log.size() - 12), "a line\nlast\n");
@@ -179,7 +180,7 @@ TEST(OutputCapture, AFullStandardOutputLeavesTheLogWhole) {
 
 TEST(OutputCapture, ABrokenStandardOutputLeavesTheLogWhole) {
     const auto before = signal(SIGPIPE, SIG_IGN);
-    const TestFolder folder;
+    const TemporaryFolder folder;
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
     close(ends[0]);
@@ -192,7 +193,7 @@ TEST(OutputCapture, ABrokenStandardOutputLeavesTheLogWhole) {
     }
     close(ends[1]);
     signal(SIGPIPE, before);
-    EXPECT_EQ(folder.Read("log"), "a line\n");
+    EXPECT_EQ(folder.ReadFile("log"), "a line\n");
 }
 
 /// Reads a pipe to its end after a pause.
@@ -207,7 +208,7 @@ std::string ReadSlowly(int descriptor) {
 
 TEST(OutputCapture, NothingIsLostToASlowReaderBehindABusyPipe) {
     for (const int mode : {0, O_NONBLOCK}) {
-        const TestFolder folder;
+        const TemporaryFolder folder;
         int ends[2];
         ASSERT_EQ(pipe(ends), 0);
         std::string seen;
@@ -226,12 +227,12 @@ TEST(OutputCapture, NothingIsLostToASlowReaderBehindABusyPipe) {
         reader.join();
         close(ends[0]);
         EXPECT_EQ(seen, text + "\n");
-        EXPECT_EQ(folder.Read("log"), text + "\n");
+        EXPECT_EQ(folder.ReadFile("log"), text + "\n");
     }
 }
 
 TEST(OutputCapture, TheWaitForAReaderThatNeverReadsIsBounded) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     int ends[2];
     ASSERT_EQ(pipe(ends), 0);
     const std::string text(70000, 'x');

@@ -1,6 +1,6 @@
 #include <Platform/OutputCapture.h>
 
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -58,7 +58,7 @@ std::set<int> OpenDescriptors() {
 }
 
 TEST(OutputCapture, BothGetWhatIsWrittenWhileItRunsWithTheLineEndsOfText) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const int file = OpenForWriting(folder.Path("out"), _O_TEXT);
     {
         const StandardOutput output(file);
@@ -71,12 +71,12 @@ TEST(OutputCapture, BothGetWhatIsWrittenWhileItRunsWithTheLineEndsOfText) {
         std::printf("behind\n");
     }
     _close(file);
-    EXPECT_EQ(folder.Read("log"), "by stdio\r\nby stream\r\n");
-    EXPECT_EQ(folder.Read("out"), "before\r\nby stdio\r\nby stream\r\nbehind\r\n");
+    EXPECT_EQ(folder.ReadFile("log"), "by stdio\r\nby stream\r\n");
+    EXPECT_EQ(folder.ReadFile("out"), "before\r\nby stdio\r\nby stream\r\nbehind\r\n");
 }
 
 TEST(OutputCapture, AnOutputOfBytesStaysOne) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const int file = OpenForWriting(folder.Path("out"), _O_BINARY);
     {
         const StandardOutput output(file);
@@ -87,12 +87,12 @@ TEST(OutputCapture, AnOutputOfBytesStaysOne) {
         std::printf("behind\n");
     }
     _close(file);
-    EXPECT_EQ(folder.Read("log"), "line\n");
-    EXPECT_EQ(folder.Read("out"), "line\nbehind\n");
+    EXPECT_EQ(folder.ReadFile("log"), "line\n");
+    EXPECT_EQ(folder.ReadFile("out"), "line\nbehind\n");
 }
 
 TEST(OutputCapture, ManyBytesArriveWhole) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     std::string text;
     for (int i = 0; text.size() < 1000000; ++i) text += std::to_string(i) + "\n";
     const int file = OpenForWriting(folder.Path("out"), _O_BINARY);
@@ -103,22 +103,22 @@ TEST(OutputCapture, ManyBytesArriveWhole) {
         std::cout << text;
     }
     _close(file);
-    EXPECT_EQ(folder.Read("log"), text);
-    EXPECT_EQ(folder.Read("out"), text);
+    EXPECT_EQ(folder.ReadFile("log"), text);
+    EXPECT_EQ(folder.ReadFile("out"), text);
 }
 
 TEST(OutputCapture, AnOldLogIsReplaced) {
-    const TestFolder folder;
-    folder.Write("log", "what an earlier run left");
+    const TemporaryFolder folder;
+    folder.WriteFile("log", "what an earlier run left");
     OutputCapture capture;
     ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
     EXPECT_TRUE(capture.Stop());
-    EXPECT_EQ(folder.Read("log"), "");
+    EXPECT_EQ(folder.ReadFile("log"), "");
     EXPECT_EQ(capture.GetLogFault(), "");
 }
 
 TEST(OutputCapture, ALogThatCannotBeOpenedChangesNothing) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::set<int> descriptors = OpenDescriptors();
     OutputCapture capture;
     EXPECT_EQ(capture.Start(folder.Path("no/such/folder/log")), Result::kLogNotOpened);
@@ -127,7 +127,7 @@ TEST(OutputCapture, ALogThatCannotBeOpenedChangesNothing) {
 }
 
 TEST(OutputCapture, NoDescriptorIsLeftBehindAndChildrenInheritNone) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::set<int> before = OpenDescriptors();
     OutputCapture capture;
     ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
@@ -143,7 +143,7 @@ TEST(OutputCapture, NoDescriptorIsLeftBehindAndChildrenInheritNone) {
 }
 
 TEST(OutputCapture, ABrokenStandardOutputLeavesTheLogWhole) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     int ends[2];
     ASSERT_EQ(_pipe(ends, 1024, _O_BINARY), 0);
     _close(ends[0]);
@@ -156,7 +156,7 @@ TEST(OutputCapture, ABrokenStandardOutputLeavesTheLogWhole) {
         EXPECT_TRUE(capture.Stop());
     }
     _close(ends[1]);
-    const std::string log = folder.Read("log");
+    const std::string log = folder.ReadFile("log");
     EXPECT_EQ(log.size(), 3000u * 7 + 5);
     EXPECT_EQ(log.substr(log.size() - 12), "a line\nlast\n");
 }
@@ -170,7 +170,7 @@ std::string ReadToEnd(int descriptor) {
 }
 
 TEST(OutputCapture, NothingIsLostToASlowReader) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     int ends[2];
     ASSERT_EQ(_pipe(ends, 1024, _O_BINARY), 0);
     std::string seen;
@@ -190,11 +190,11 @@ TEST(OutputCapture, NothingIsLostToASlowReader) {
     reader.join();
     _close(ends[0]);
     EXPECT_EQ(seen, text + "\n");
-    EXPECT_EQ(folder.Read("log"), text + "\n");
+    EXPECT_EQ(folder.ReadFile("log"), text + "\n");
 }
 
 TEST(OutputCapture, TheWaitForAReaderThatNeverReadsIsBounded) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     int ends[2];
     ASSERT_EQ(_pipe(ends, 1024, _O_BINARY), 0);
     {

@@ -1,6 +1,6 @@
 #include <Platform/Paths.h>
 
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ TEST(CurrentDirectory, IsTheFolderOfTheProcess) {
 TEST(CurrentDirectory, IsNothingInAFolderThatWasDeleted) {
     const auto before = std::filesystem::current_path();
     {
-        const TestFolder folder;
+        const TemporaryFolder folder;
         std::filesystem::current_path(folder.Path());
     }
     EXPECT_EQ(Platform::CurrentDirectory(), std::nullopt);
@@ -60,7 +60,7 @@ TEST(FullPath, KeepsBackslashesAsPartOfNames) {
 }
 
 TEST(FullPath, FollowsNoLinks) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     std::filesystem::create_directory_symlink("/usr", folder.Path("link"));
     EXPECT_EQ(FullPath(folder.Path("link/../a")), folder.Path("a"));
 }

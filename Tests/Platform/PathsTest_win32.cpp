@@ -1,6 +1,6 @@
 #include <Platform/Paths.h>
 
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ TEST(CurrentDirectory, IsTheFolderOfTheProcess) {
 }
 
 TEST(CurrentDirectory, IsNothingWhereItIsTooLong) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const auto before = std::filesystem::current_path();
     std::filesystem::current_path(folder.Path());
     std::optional<std::string> told;

@@ -1,6 +1,6 @@
 #include <Platform/Process.h>
 
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -9,6 +9,7 @@
 
 #include <cerrno>
 #include <chrono>
+#include <filesystem>
 #include <thread>
 
 namespace {
@@ -17,15 +18,15 @@ using Platform::RunPipeline;
 using Platform::StartDetached;
 
 /// Waits for a file that another process writes under a name of its own and then renames.
-std::string WaitFor(const TestFolder& folder, const std::string& name) {
+std::string WaitFor(const TemporaryFolder& folder, const std::string& name) {
     for (int i = 0; i < 1000 && !std::filesystem::exists(folder.Path(name)); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    return folder.Read(name);
+    return folder.ReadFile(name);
 }
 
 /// What a detached shell script leaves in the file "$0".
 std::string OutputOfDetached(const std::string& script) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::string whole = "{ " + script + "; } > \"$0.new\"; mv \"$0.new\" \"$0\"";
     EXPECT_EQ(StartDetached({"sh", "-c", whole, folder.Path("result")}), 0);
     return WaitFor(folder, "result");
@@ -75,13 +76,13 @@ TEST(RunPipeline, TheLastCommandDecides) {
 }
 
 TEST(RunPipeline, OutputGoesToTheNextCommand) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     EXPECT_TRUE(RunPipeline({{"printf", "b\\na\\n"}, {"sort"}, {"tee", folder.Path("out")}}));
-    EXPECT_EQ(folder.Read("out"), "a\nb\n");
+    EXPECT_EQ(folder.ReadFile("out"), "a\nb\n");
 }
 
 TEST(RunPipeline, NoShellReadsTheArguments) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::string name = folder.Path("a b;$(exit)'\"*.txt");
     EXPECT_TRUE(RunPipeline({{"touch", name}}));
     EXPECT_TRUE(std::filesystem::exists(name));

@@ -1,11 +1,12 @@
 #include <Platform/Process.h>
 
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include <chrono>
+#include <filesystem>
 #include <thread>
 
 namespace {
@@ -14,16 +15,16 @@ using Platform::RunPipeline;
 using Platform::StartDetached;
 
 /// Waits for a file that another process writes under a name of its own and then renames.
-std::string WaitFor(const TestFolder& folder, const std::string& name) {
+std::string WaitFor(const TemporaryFolder& folder, const std::string& name) {
     for (int i = 0; i < 3000 && !std::filesystem::exists(folder.Path(name)); ++i)
         std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    return folder.Read(name);
+    return folder.ReadFile(name);
 }
 
 /// What a detached command leaves in its file "out".
-std::string OutputOfDetached(const TestFolder& folder, const std::string& command) {
-    folder.Write("script.bat",
-                 "@echo off\r\ncd /d \"%~dp0\"\r\n" + command + ">new.txt\r\nren new.txt out\r\n");
+std::string OutputOfDetached(const TemporaryFolder& folder, const std::string& command) {
+    folder.WriteFile("script.bat", "@echo off\r\ncd /d \"%~dp0\"\r\n" + command +
+                                       ">new.txt\r\nren new.txt out\r\n");
     EXPECT_EQ(StartDetached({"cmd", "/c", folder.Path("script.bat")}), 0);
     return WaitFor(folder, "out");
 }
@@ -34,27 +35,27 @@ TEST(StartDetached, AMissingProgramIsToldAtOnce) {
 }
 
 TEST(StartDetached, TheChildHasOurEnvironment) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     setenv("PLATFORM_TEST_VARIABLE", "value", 1);
     EXPECT_EQ(OutputOfDetached(folder, "echo %PLATFORM_TEST_VARIABLE%"), "value\r\n");
 }
 
 TEST(StartDetached, TheChildInheritsNothingOfOurs) {
-    const TestFolder folder;
-    folder.Write("held", "");
+    const TemporaryFolder folder;
+    folder.WriteFile("held", "");
     SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
     const HANDLE held = CreateFileA(folder.Path("held").c_str(), GENERIC_READ, 0, &inheritable,
                                     OPEN_EXISTING, 0, nullptr);
     ASSERT_NE(held, INVALID_HANDLE_VALUE);
-    folder.Write("wait.bat",
-                 "@echo off\r\ncd /d \"%~dp0\"\r\necho x>started\r\n"
-                 ":again\r\nif not exist end goto again\r\n");
+    folder.WriteFile("wait.bat",
+                     "@echo off\r\ncd /d \"%~dp0\"\r\necho x>started\r\n"
+                     ":again\r\nif not exist end goto again\r\n");
     EXPECT_EQ(StartDetached({"cmd", "/c", folder.Path("wait.bat")}), 0);
     WaitFor(folder, "started");
     CloseHandle(held);
     // Somebody else's handle would still be in the way.
     EXPECT_TRUE(DeleteFileA(folder.Path("held").c_str()));
-    folder.Write("end", "");
+    folder.WriteFile("end", "");
 }
 
 TEST(RunPipeline, TheLastCommandDecides) {
@@ -67,12 +68,13 @@ TEST(RunPipeline, TheLastCommandDecides) {
 }
 
 TEST(RunPipeline, OutputGoesToTheNextCommand) {
-    const TestFolder folder;
-    folder.Write("two.bat", "@echo off\r\necho word\r\n");
-    folder.Write("take.bat", "@echo off\r\ncd /d \"%~dp0\"\r\nset /p line=\r\necho %line%>out\r\n");
+    const TemporaryFolder folder;
+    folder.WriteFile("two.bat", "@echo off\r\necho word\r\n");
+    folder.WriteFile("take.bat",
+                     "@echo off\r\ncd /d \"%~dp0\"\r\nset /p line=\r\necho %line%>out\r\n");
     EXPECT_TRUE(RunPipeline(
         {{"cmd", "/c", folder.Path("two.bat")}, {"cmd", "/c", folder.Path("take.bat")}}));
-    EXPECT_EQ(folder.Read("out"), "word\r\n");
+    EXPECT_EQ(folder.ReadFile("out"), "word\r\n");
 }
 
 TEST(RunPipeline, AMissingProgramIsAFailureAndNobodyIsLeftWaiting) {

@@ -1,6 +1,6 @@
 #include <Platform/SharedLogFile.h>
 
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -9,6 +9,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <filesystem>
 #include <thread>
 
 namespace {
@@ -16,17 +17,17 @@ namespace {
 using Platform::SharedLogFile;
 
 TEST(SharedLogFile, TextIsAddedAtTheEnd) {
-    const TestFolder folder;
-    const SharedLogFile log(folder.Write("log", "before\n"), "RigbakeTestMutex");
-    EXPECT_EQ(folder.Read("log"), "before\n");
+    const TemporaryFolder folder;
+    const SharedLogFile log(folder.WriteFile("log", "before\n"), "RigbakeTestMutex");
+    EXPECT_EQ(folder.ReadFile("log"), "before\n");
     log.Append("one\n");
     log.Append(std::string("t\0o\n", 4));
-    EXPECT_EQ(folder.Read("log"), std::string("before\none\nt\0o\n", 15));
+    EXPECT_EQ(folder.ReadFile("log"), std::string("before\none\nt\0o\n", 15));
 }
 
 TEST(SharedLogFile, AnAdditionWaitsForItsTurn) {
-    const TestFolder folder;
-    const SharedLogFile log(folder.Write("log", ""), "RigbakeTestMutex");
+    const TemporaryFolder folder;
+    const SharedLogFile log(folder.WriteFile("log", ""), "RigbakeTestMutex");
     const int other = open(folder.Path("log").c_str(), O_RDWR);
     ASSERT_EQ(flock(other, LOCK_EX), 0);
     std::atomic<bool> done = false;
@@ -36,14 +37,14 @@ TEST(SharedLogFile, AnAdditionWaitsForItsTurn) {
     });
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
     EXPECT_FALSE(done);
-    EXPECT_EQ(folder.Read("log"), "");
+    EXPECT_EQ(folder.ReadFile("log"), "");
     close(other);
     adder.join();
-    EXPECT_EQ(folder.Read("log"), "mine");
+    EXPECT_EQ(folder.ReadFile("log"), "mine");
 }
 
 TEST(SharedLogFile, AFileThatCannotBeOpenedIsPassedOver) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     SharedLogFile(folder.Path(), "RigbakeTestMutex").Append("text");
     SharedLogFile("", "RigbakeTestMutex").Append("text");
     SharedLogFile(folder.Path("no/such/folder"), "RigbakeTestMutex").Append("text");

@@ -1,12 +1,13 @@
 #include <Platform/SharedLogFile.h>
 
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include <atomic>
 #include <chrono>
+#include <filesystem>
 #include <thread>
 
 namespace {
@@ -16,17 +17,17 @@ using Platform::SharedLogFile;
 constexpr const char* kLock = "RigbakeTestMutex";
 
 TEST(SharedLogFile, TextIsAddedAtTheEnd) {
-    const TestFolder folder;
-    const SharedLogFile log(folder.Write("log", "before\r\n"), kLock);
-    EXPECT_EQ(folder.Read("log"), "before\r\n");
+    const TemporaryFolder folder;
+    const SharedLogFile log(folder.WriteFile("log", "before\r\n"), kLock);
+    EXPECT_EQ(folder.ReadFile("log"), "before\r\n");
     log.Append("one\n");
     log.Append(std::string("t\0o\n", 4));
-    EXPECT_EQ(folder.Read("log"), std::string("before\r\none\r\nt\0o\r\n", 18));
+    EXPECT_EQ(folder.ReadFile("log"), std::string("before\r\none\r\nt\0o\r\n", 18));
 }
 
 TEST(SharedLogFile, AnAdditionWaitsForItsTurn) {
-    const TestFolder folder;
-    const SharedLogFile log(folder.Write("log", ""), kLock);
+    const TemporaryFolder folder;
+    const SharedLogFile log(folder.WriteFile("log", ""), kLock);
     const HANDLE lock = CreateMutexA(nullptr, TRUE, kLock);
     if (GetLastError() == ERROR_ALREADY_EXISTS) WaitForSingleObject(lock, INFINITE);
     std::atomic<bool> done = false;
@@ -36,24 +37,24 @@ TEST(SharedLogFile, AnAdditionWaitsForItsTurn) {
     });
     std::this_thread::sleep_for(std::chrono::milliseconds(50));
     EXPECT_FALSE(done);
-    EXPECT_EQ(folder.Read("log"), "");
+    EXPECT_EQ(folder.ReadFile("log"), "");
     ReleaseMutex(lock);
     CloseHandle(lock);
     adder.join();
-    EXPECT_EQ(folder.Read("log"), "mine");
+    EXPECT_EQ(folder.ReadFile("log"), "mine");
 }
 
 TEST(SharedLogFile, TheLockOfAProcessThatDiedIsNoHindrance) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     std::thread owner([] { CreateMutexA(nullptr, TRUE, "RigbakeTestAbandoned"); });
     owner.join();
     const SharedLogFile log(folder.Path("log"), "RigbakeTestAbandoned");
     log.Append("mine");
-    EXPECT_EQ(folder.Read("log"), "mine");
+    EXPECT_EQ(folder.ReadFile("log"), "mine");
 }
 
 TEST(SharedLogFile, AFileThatCannotBeOpenedIsPassedOver) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     SharedLogFile(folder.Path(), kLock).Append("text");
     SharedLogFile(folder.Path("no/such/folder"), kLock).Append("text");
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));

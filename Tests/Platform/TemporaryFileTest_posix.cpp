@@ -1,15 +1,17 @@
 #include <Platform/TemporaryFile.h>
 
 #include "Platform/TemporaryFolderName.h"
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+
 #include <sys/stat.h>
+#include <filesystem>
 
 namespace {
 
 TEST(TemporaryFile, StandsInTheNamedFolderUnderAFreshName) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const TemporaryFolderName name(folder.Path());
     const auto first = Platform::CreateTemporaryFile("DOT");
     const auto second = Platform::CreateTemporaryFile("DOT");

@@ -1,8 +1,10 @@
 #include <Platform/TemporaryFile.h>
 
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+
+#include <filesystem>
 
 namespace {
 
@@ -21,7 +23,7 @@ class TemporaryFolders {
 };
 
 TEST(TemporaryFile, StandsInTheNamedFolderUnderAFreshName) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const TemporaryFolders name(folder.Path());
     const auto first = Platform::CreateTemporaryFile("DOT");
     const auto second = Platform::CreateTemporaryFile("DOT");

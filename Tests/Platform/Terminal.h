@@ -22,6 +22,10 @@ class Terminal {
         close(controller);
     }
 
+    /// Why a test that needs a terminal is skipped where the system gives none, as in a build root
+    /// without /dev/pts.
+    static constexpr const char* kNone = "this machine gives no terminal";
+
     /// Below 0 when the system gave none.
     int Descriptor() const { return descriptor; }
 

@@ -4,7 +4,7 @@
 
 #include "Platform/OrdinaryUser.h"
 #include "Platform/TemporaryFolderName.h"
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
@@ -44,35 +44,35 @@ class UnfinishedFile : public testing::Test {
         return std::distance(fs::directory_iterator(folder.Path()), fs::directory_iterator());
     }
 
-    TestFolder folder;
+    TemporaryFolder folder;
     Platform::UnfinishedFile file;
 };
 
 TEST_F(UnfinishedFile, TheNameLeadsToTheOldContentUntilAllIsWritten) {
-    const std::string out = folder.Write("out", "old");
+    const std::string out = folder.WriteFile("out", "old");
     ASSERT_EQ(file.CreateBeside(out), 0);
     EXPECT_EQ(file.Write("n", 1), 0);
     EXPECT_EQ(file.Write("ew", 2), 0);
-    EXPECT_EQ(folder.Read("out"), "old");
+    EXPECT_EQ(folder.ReadFile("out"), "old");
     EXPECT_EQ(ContentOf(file.GetName()), "new");
     EXPECT_EQ(file.Publish(), 0);
-    EXPECT_EQ(folder.Read("out"), "new");
+    EXPECT_EQ(folder.ReadFile("out"), "new");
     EXPECT_EQ(CountFiles(), 1);
 }
 
 TEST_F(UnfinishedFile, AFreeNameIsTaken) {
     EXPECT_EQ(Replace(folder.Path("out")), 0);
-    EXPECT_EQ(folder.Read("out"), "new");
+    EXPECT_EQ(folder.ReadFile("out"), "new");
 }
 
 TEST_F(UnfinishedFile, WhatIsNotPublishedIsGone) {
-    const std::string out = folder.Write("out", "old");
+    const std::string out = folder.WriteFile("out", "old");
     {
         Platform::UnfinishedFile given;
         ASSERT_EQ(given.CreateBeside(out), 0);
         ASSERT_EQ(given.Write("new", 3), 0);
     }
-    EXPECT_EQ(folder.Read("out"), "old");
+    EXPECT_EQ(folder.ReadFile("out"), "old");
     EXPECT_EQ(CountFiles(), 1);
 }
 
@@ -84,8 +84,8 @@ TEST_F(UnfinishedFile, TwoFilesAreUnfinishedAtOnce) {
     ASSERT_EQ(other.Write("2", 1), 0);
     EXPECT_EQ(other.Publish(), 0);
     EXPECT_EQ(file.Publish(), 0);
-    EXPECT_EQ(folder.Read("one"), "1");
-    EXPECT_EQ(folder.Read("two"), "2");
+    EXPECT_EQ(folder.ReadFile("one"), "1");
+    EXPECT_EQ(folder.ReadFile("two"), "2");
 }
 
 TEST_F(UnfinishedFile, APathWithoutAFolderMeansTheWorkingDirectory) {
@@ -94,7 +94,7 @@ TEST_F(UnfinishedFile, APathWithoutAFolderMeansTheWorkingDirectory) {
     const int error = Replace("out");
     fs::current_path(before);
     EXPECT_EQ(error, 0);
-    EXPECT_EQ(folder.Read("out"), "new");
+    EXPECT_EQ(folder.ReadFile("out"), "new");
 }
 
 TEST_F(UnfinishedFile, ANewFileGetsThePermissionsOfAnyOther) {
@@ -106,19 +106,19 @@ TEST_F(UnfinishedFile, ANewFileGetsThePermissionsOfAnyOther) {
 }
 
 TEST_F(UnfinishedFile, ThePermissionsOfTheOldFileAreKept) {
-    const std::string out = folder.Write("out", "old");
+    const std::string out = folder.WriteFile("out", "old");
     chmod(out.c_str(), 0764);
     ASSERT_EQ(Replace(out), 0);
     EXPECT_EQ(ModeOf(out), 0764u);
 }
 
 TEST_F(UnfinishedFile, ALinkGoesOnLeadingToTheFile) {
-    folder.Write("real", "old");
+    folder.WriteFile("real", "old");
     fs::create_directory(folder.Path("links"));
     fs::create_symlink("../real", folder.Path("links/first"));
     fs::create_symlink("first", folder.Path("links/second"));
     ASSERT_EQ(Replace(folder.Path("links/second")), 0);
-    EXPECT_EQ(folder.Read("real"), "new");
+    EXPECT_EQ(folder.ReadFile("real"), "new");
     EXPECT_TRUE(fs::is_symlink(folder.Path("links/first")));
     EXPECT_TRUE(fs::is_symlink(folder.Path("links/second")));
 }
@@ -126,7 +126,7 @@ TEST_F(UnfinishedFile, ALinkGoesOnLeadingToTheFile) {
 TEST_F(UnfinishedFile, ALinkToAFreeNameMakesThatFile) {
     fs::create_symlink("real", folder.Path("out"));
     ASSERT_EQ(Replace(folder.Path("out")), 0);
-    EXPECT_EQ(folder.Read("real"), "new");
+    EXPECT_EQ(folder.ReadFile("real"), "new");
     EXPECT_TRUE(fs::is_symlink(folder.Path("out")));
 }
 
@@ -138,11 +138,11 @@ TEST_F(UnfinishedFile, ACircleOfLinksIsTheSystemsErrorAndStays) {
 }
 
 TEST_F(UnfinishedFile, AnotherNameOfTheOldFileKeepsTheOldContent) {
-    const std::string out = folder.Write("out", "old");
+    const std::string out = folder.WriteFile("out", "old");
     fs::create_hard_link(out, folder.Path("other"));
     ASSERT_EQ(Replace(out), 0);
-    EXPECT_EQ(folder.Read("out"), "new");
-    EXPECT_EQ(folder.Read("other"), "old");
+    EXPECT_EQ(folder.ReadFile("out"), "new");
+    EXPECT_EQ(folder.ReadFile("other"), "old");
 }
 
 TEST_F(UnfinishedFile, AFolderIsNotReplaced) {

@@ -1,6 +1,6 @@
 #include <Platform/UnfinishedFile.h>
 
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
@@ -27,37 +27,37 @@ class UnfinishedFile : public testing::Test {
         return std::distance(fs::directory_iterator(folder.Path()), fs::directory_iterator());
     }
 
-    TestFolder folder;
+    TemporaryFolder folder;
     Platform::UnfinishedFile file;
 };
 
 TEST_F(UnfinishedFile, TheNameLeadsToTheOldContentUntilAllIsWritten) {
-    const std::string out = folder.Write("out", "old");
+    const std::string out = folder.WriteFile("out", "old");
     ASSERT_EQ(file.CreateBeside(out), 0);
     EXPECT_EQ(file.Write("n", 1), 0);
     EXPECT_EQ(file.Write("ew", 2), 0);
-    EXPECT_EQ(folder.Read("out"), "old");
-    EXPECT_EQ(folder.Read(fs::path(file.GetName()).filename().string()), "new");
+    EXPECT_EQ(folder.ReadFile("out"), "old");
+    EXPECT_EQ(folder.ReadFile(fs::path(file.GetName()).filename().string()), "new");
     EXPECT_EQ(file.Publish(), 0);
-    EXPECT_EQ(folder.Read("out"), "new");
+    EXPECT_EQ(folder.ReadFile("out"), "new");
     EXPECT_EQ(CountFiles(), 1);
 }
 
 TEST_F(UnfinishedFile, AFreeNameIsTaken) {
     EXPECT_EQ(Replace(folder.Path("out")), 0);
-    EXPECT_EQ(folder.Read("out"), "new");
+    EXPECT_EQ(folder.ReadFile("out"), "new");
     EXPECT_EQ(Replace(folder.Path("two words caf\xE9")), 0);
-    EXPECT_EQ(folder.Read("two words caf\xE9"), "new");
+    EXPECT_EQ(folder.ReadFile("two words caf\xE9"), "new");
 }
 
 TEST_F(UnfinishedFile, WhatIsNotPublishedIsGone) {
-    const std::string out = folder.Write("out", "old");
+    const std::string out = folder.WriteFile("out", "old");
     {
         Platform::UnfinishedFile given;
         ASSERT_EQ(given.CreateBeside(out), 0);
         ASSERT_EQ(given.Write("new", 3), 0);
     }
-    EXPECT_EQ(folder.Read("out"), "old");
+    EXPECT_EQ(folder.ReadFile("out"), "old");
     EXPECT_EQ(CountFiles(), 1);
 }
 
@@ -69,8 +69,8 @@ TEST_F(UnfinishedFile, TwoFilesAreUnfinishedAtOnce) {
     ASSERT_EQ(other.Write("2", 1), 0);
     EXPECT_EQ(other.Publish(), 0);
     EXPECT_EQ(file.Publish(), 0);
-    EXPECT_EQ(folder.Read("one"), "1");
-    EXPECT_EQ(folder.Read("two"), "2");
+    EXPECT_EQ(folder.ReadFile("one"), "1");
+    EXPECT_EQ(folder.ReadFile("two"), "2");
 }
 
 TEST_F(UnfinishedFile, APathWithoutAFolderMeansTheWorkingDirectory) {
@@ -79,23 +79,23 @@ TEST_F(UnfinishedFile, APathWithoutAFolderMeansTheWorkingDirectory) {
     const int error = Replace("out");
     fs::current_path(before);
     EXPECT_EQ(error, 0);
-    EXPECT_EQ(folder.Read("out"), "new");
+    EXPECT_EQ(folder.ReadFile("out"), "new");
 }
 
 TEST_F(UnfinishedFile, TheMarksOfTheOldFileAreKept) {
-    const std::string out = folder.Write("out", "old");
+    const std::string out = folder.WriteFile("out", "old");
     SetFileAttributesA(out.c_str(), FILE_ATTRIBUTE_HIDDEN);
     ASSERT_EQ(Replace(out), 0);
     EXPECT_NE(GetFileAttributesA(out.c_str()) & FILE_ATTRIBUTE_HIDDEN, 0u);
-    EXPECT_EQ(folder.Read("out"), "new");
+    EXPECT_EQ(folder.ReadFile("out"), "new");
 }
 
 TEST_F(UnfinishedFile, AnotherNameOfTheOldFileKeepsTheOldContent) {
-    const std::string out = folder.Write("out", "old");
+    const std::string out = folder.WriteFile("out", "old");
     fs::create_hard_link(out, folder.Path("other"));
     ASSERT_EQ(Replace(out), 0);
-    EXPECT_EQ(folder.Read("out"), "new");
-    EXPECT_EQ(folder.Read("other"), "old");
+    EXPECT_EQ(folder.ReadFile("out"), "new");
+    EXPECT_EQ(folder.ReadFile("other"), "old");
 }
 
 TEST_F(UnfinishedFile, AFolderIsNotReplaced) {
@@ -106,7 +106,7 @@ TEST_F(UnfinishedFile, AFolderIsNotReplaced) {
 }
 
 TEST_F(UnfinishedFile, AFileThatIsBusyForAMomentIsReplacedAfterIt) {
-    const std::string out = folder.Write("out", "old");
+    const std::string out = folder.WriteFile("out", "old");
     ASSERT_EQ(file.CreateBeside(out), 0);
     ASSERT_EQ(file.Write("new", 3), 0);
     const HANDLE scanner =
@@ -118,18 +118,18 @@ TEST_F(UnfinishedFile, AFileThatIsBusyForAMomentIsReplacedAfterIt) {
     });
     EXPECT_EQ(file.Publish(), 0);
     end.join();
-    EXPECT_EQ(folder.Read("out"), "new");
+    EXPECT_EQ(folder.ReadFile("out"), "new");
 }
 
 TEST_F(UnfinishedFile, AFileThatStaysBusyStaysAsItWas) {
-    const std::string out = folder.Write("out", "old");
+    const std::string out = folder.WriteFile("out", "old");
     ASSERT_EQ(file.CreateBeside(out), 0);
     ASSERT_EQ(file.Write("new", 3), 0);
     const HANDLE reader =
         CreateFileA(out.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
     EXPECT_EQ(file.Publish(), EACCES);
     CloseHandle(reader);
-    EXPECT_EQ(folder.Read("out"), "old");
+    EXPECT_EQ(folder.ReadFile("out"), "old");
     EXPECT_EQ(CountFiles(), 1);
 }
 
@@ -146,7 +146,7 @@ TEST_F(UnfinishedFile, ATemporaryFileStandsInTheFolderForThemAndGoes) {
         EXPECT_EQ(temporary.CreateTemporary(), 0);
         EXPECT_EQ(temporary.Write("text", 4), 0);
         EXPECT_EQ(CountFiles(), 1);
-        EXPECT_EQ(folder.Read(fs::path(temporary.GetName()).filename().string()), "text");
+        EXPECT_EQ(folder.ReadFile(fs::path(temporary.GetName()).filename().string()), "text");
     }
     EXPECT_EQ(CountFiles(), 0);
     setenv("TMP", before.c_str(), 1);

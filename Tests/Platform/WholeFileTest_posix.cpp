@@ -1,7 +1,7 @@
 #include <Platform/WholeFile.h>
 
 #include "Platform/OrdinaryUser.h"
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -46,49 +46,49 @@ int Save(const std::string& path, const std::string& text) {
 }
 
 TEST(WholeFile, TheContentIsReplacedAtOnce) {
-    const TestFolder folder;
-    const std::string out = folder.Write("out", "the old content");
+    const TemporaryFolder folder;
+    const std::string out = folder.WriteFile("out", "the old content");
     Platform::WholeFile file;
     ASSERT_EQ(file.Open(out), 0);
-    EXPECT_EQ(folder.Read("out"), "the old content");
+    EXPECT_EQ(folder.ReadFile("out"), "the old content");
     EXPECT_EQ(file.Save("new", 3), 0);
-    EXPECT_EQ(folder.Read("out"), "new");
+    EXPECT_EQ(folder.ReadFile("out"), "new");
     EXPECT_EQ(Save(out, ""), 0);
-    EXPECT_EQ(folder.Read("out"), "");
+    EXPECT_EQ(folder.ReadFile("out"), "");
 }
 
 TEST(WholeFile, WhatIsOpenedAndNotSavedStaysAsItWas) {
-    const TestFolder folder;
-    const std::string out = folder.Write("out", "old");
+    const TemporaryFolder folder;
+    const std::string out = folder.WriteFile("out", "old");
     { EXPECT_EQ(Platform::WholeFile().Open(out), 0); }
     { EXPECT_EQ(Platform::WholeFile().Open(folder.Path("free")), 0); }
-    EXPECT_EQ(folder.Read("out"), "old");
+    EXPECT_EQ(folder.ReadFile("out"), "old");
     EXPECT_FALSE(fs::exists(folder.Path("free")));
 }
 
 TEST(WholeFile, WhatDoesNotFitLeavesTheOldContent) {
-    const TestFolder folder;
-    const std::string out = folder.Write("out", "old");
+    const TemporaryFolder folder;
+    const std::string out = folder.WriteFile("out", "old");
     const SmallFiles small(1000);
     EXPECT_EQ(Save(out, std::string(5000, 'x')), EFBIG);
-    EXPECT_EQ(folder.Read("out"), "old");
+    EXPECT_EQ(folder.ReadFile("out"), "old");
     EXPECT_EQ(Save(folder.Path("free"), std::string(5000, 'x')), EFBIG);
     EXPECT_FALSE(fs::exists(folder.Path("free")));
 }
 
 TEST(WholeFile, AFileThatMayNotBeWrittenIsNotReplaced) {
-    const TestFolder folder;
-    const std::string out = folder.Write("out", "old");
+    const TemporaryFolder folder;
+    const std::string out = folder.WriteFile("out", "old");
     chmod(folder.Path().c_str(), 0777);
     chmod(out.c_str(), 0444);
     const OrdinaryUser user;
     EXPECT_EQ(Platform::WholeFile().Open(out), EACCES);
-    EXPECT_EQ(folder.Read("out"), "old");
+    EXPECT_EQ(folder.ReadFile("out"), "old");
 }
 
 TEST(WholeFile, AWritableFileInAFolderThatTakesNoOtherIsWrittenInPlace) {
-    const TestFolder folder;
-    const std::string out = folder.Write("out", "the old content");
+    const TemporaryFolder folder;
+    const std::string out = folder.WriteFile("out", "the old content");
     struct stat before {};
     stat(out.c_str(), &before);
     chmod(out.c_str(), 0666);
@@ -104,7 +104,7 @@ TEST(WholeFile, AWritableFileInAFolderThatTakesNoOtherIsWrittenInPlace) {
     chmod(folder.Path().c_str(), 0755);
     EXPECT_EQ(error, 0);
     EXPECT_EQ(tooLarge, EFBIG);
-    EXPECT_EQ(folder.Read("out"), "new");
+    EXPECT_EQ(folder.ReadFile("out"), "new");
     struct stat after {};
     stat(out.c_str(), &after);
     EXPECT_EQ(before.st_ino, after.st_ino);
@@ -112,8 +112,8 @@ TEST(WholeFile, AWritableFileInAFolderThatTakesNoOtherIsWrittenInPlace) {
 
 TEST(WholeFile, AFileOfAnotherUserInASharedFolderIsWrittenInPlace) {
     if (geteuid() != 0) GTEST_SKIP() << "only the superuser can set this up";
-    const TestFolder folder;
-    const std::string out = folder.Write("out", "old");
+    const TemporaryFolder folder;
+    const std::string out = folder.WriteFile("out", "old");
     chmod(out.c_str(), 0666);
     chmod(folder.Path().c_str(), 01777);
     int error = -1;
@@ -122,12 +122,12 @@ TEST(WholeFile, AFileOfAnotherUserInASharedFolderIsWrittenInPlace) {
         error = Save(out, "new");
     }
     EXPECT_EQ(error, 0);
-    EXPECT_EQ(folder.Read("out"), "new");
+    EXPECT_EQ(folder.ReadFile("out"), "new");
     EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), fs::directory_iterator()), 1);
 }
 
 TEST(WholeFile, APipeGetsTheBytesAndStays) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::string pipe = folder.Path("pipe");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     std::string seen;
@@ -152,8 +152,8 @@ TEST(WholeFile, ADeviceIsWrittenAndStays) {
 }
 
 TEST(WholeFile, WhatCannotBeOpenedGivesTheSystemsErrorNumber) {
-    const TestFolder folder;
-    folder.Write("file", "");
+    const TemporaryFolder folder;
+    folder.WriteFile("file", "");
     fs::create_symlink("loop", folder.Path("loop"));
     EXPECT_EQ(Platform::WholeFile().Open(folder.Path()), EISDIR);
     EXPECT_EQ(Platform::WholeFile().Open(folder.Path("none/out")), ENOENT);

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <VokLib/Base/VokException.h>
-#include <VokLib/Document/VokFilenameTranslator.h>
 #include <VokLib/Document/VokParse.h>
 #include <VokLib/Library/VokLib.h>
 #include <VokLib/Links/VokPath.h>
@@ -11,11 +9,17 @@
 #include <VokLib/Tree/VokScene.h>
 #include <VokLib/Tree/VokWorld.h>
 
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+
+#include "Support/Document.h"
+#include "Support/Failure.h"
+#include "Support/ThrownText.h"
 
 /// What tests need to read and write small scenes. The documents stand in the tests as raw strings,
 /// without the root.
@@ -26,12 +30,19 @@ struct Library : VokLib {
     Library() : VokLib(true, true, true, true, true) {}
 };
 
-/// A whole current document around `body`. Needs a Library, for its file names are in the primary
-/// form.
-inline std::string Document(std::string_view body) {
-    return "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n<QEL xmlns=\"" +
-           std::string(QelCurrentNamespace) + "\" filenameform=\"" +
-           GetFormString(GetPrimaryTranslator()) + "\">" + std::string(body) + "</QEL>";
+/// The whole library, up while a test runs.
+class Test : public testing::Test {
+  private:
+    Library library;
+};
+
+/// A new object with this name, the last child of `parent`.
+template <class Type>
+Type* Add(VokObj* parent, const std::string& name) {
+    auto object = std::make_unique<Type>();
+    object->SetName(name);
+    parent->AddChild(object.get());
+    return object.release();
 }
 
 inline void Parse(VokWorld& world, std::string_view document, const char* filename = nullptr) {
@@ -79,31 +90,6 @@ class Scene {
 template <class T>
 std::string Rewritten(std::string_view body) {
     return Write(Scene(body).First<T>());
-}
-
-/// The text and the path of the object of a failure.
-struct Failure {
-    std::string text;
-    std::string object;
-    bool operator==(const Failure&) const = default;
-};
-
-inline std::ostream& operator<<(std::ostream& out, const Failure& failure) {
-    return out << '"' << failure.text << "\" at " << failure.object;
-}
-
-/// The failure of `action`; empty when there is none. The object stays empty for other kinds than
-/// VokException.
-template <class Action>
-Failure FailureOf(Action action) {
-    try {
-        action();
-    } catch (const VokException& e) {
-        return {e.what(), e.GetCauseObject()};
-    } catch (const std::exception& e) {
-        return {e.what(), {}};
-    }
-    return {};
 }
 
 /// The failure of reading `body`.

@@ -45,7 +45,7 @@ class RigScene {
         return WriteBytes(block, bigEndian ? Biff::kBigEndian : Biff::kLittleEndian, fault);
     }
     std::string Failure() {
-        return ThrownText([this] { Bytes(false); });
+        return FailureText([this] { Bytes(false); });
     }
 
   private:

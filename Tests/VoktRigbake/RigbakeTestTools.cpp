@@ -2,7 +2,6 @@
 
 #include <BiffLib/CBlock.h>
 #include <HashClient/QelHashClientUtil.h>
-#include <VokLib/Base/VokException.h>
 #include <VokLib/Document/VokParse.h>
 #include <VokLib/Objects/Nodes/VokJoint.h>
 #include <VokLib/Tree/VokItHierarchy.h>
@@ -22,16 +21,8 @@ TestServices::~TestServices() {
     QelHashClientUtil::Shutdown();
 }
 
-std::string MakeDocument(std::string_view body, std::string_view rootAttributes) {
-    std::string document = R"(<?xml version="1.0" encoding="ISO-8859-1"?>)"
-                           "\n<QEL xmlns=\"";
-    document.append(QelCurrentNamespace).append("\" filenameform=\"absolute\" ");
-    document.append(rootAttributes).append(">\n");
-    return document.append(body).append("\n</QEL>\n");
-}
-
 void ParseDocument(VokWorld& world, std::string_view body, std::string_view rootAttributes) {
-    const std::string document = MakeDocument(body, rootAttributes);
+    const std::string document = Document(body, {.attributes = rootAttributes});
     VokParse parse;
     parse.ParseBuffer(world, document.data(), document.size(),
                       VokParse::kFirstBlock | VokParse::kLastBlock, nullptr);
@@ -118,17 +109,4 @@ std::string CaptureOutput(const std::function<void()>& work) {
     } restore{std::cout.rdbuf(captured.rdbuf())};
     work();
     return captured.str();
-}
-
-std::string ThrownText(const std::function<void()>& work) {
-    try {
-        work();
-    } catch (const VokException& caught) {
-        const std::string path = caught.GetCauseObject();
-        return path.empty() ? caught.what() : std::string(caught.what()) + " {" + path + "}";
-    } catch (const std::exception& caught) {
-        return caught.what();
-    }
-    ADD_FAILURE() << "nothing was thrown";
-    return {};
 }

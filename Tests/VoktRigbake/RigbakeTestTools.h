@@ -10,6 +10,9 @@
 #include <string_view>
 #include <vector>
 
+#include "Support/Document.h"
+#include "Support/Failure.h"
+
 namespace Biff {
 class CBlock;
 }
@@ -26,11 +29,7 @@ class TestServices {
     VokLib library{true, true, true, true, true};
 };
 
-/// A whole document of the current version around `body`, which stands directly inside the root
-/// element.
-std::string MakeDocument(std::string_view body, std::string_view rootAttributes = "");
-
-/// Reads a document of MakeDocument into a new world.
+/// Reads a document around `body` into a new world.
 void ParseDocument(VokWorld& world, std::string_view body, std::string_view rootAttributes = "");
 
 /// A scene read from a document's body, with the services that it needs.
@@ -69,7 +68,3 @@ std::string ToHex(std::string_view bytes);
 
 /// What `work` prints to standard output.
 std::string CaptureOutput(const std::function<void()>& work);
-
-/// The message and, for failures of scene data, " {path}" of the exception that leaves `work`;
-/// fails the test when none does.
-std::string ThrownText(const std::function<void()>& work);

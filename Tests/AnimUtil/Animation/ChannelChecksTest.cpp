@@ -21,23 +21,23 @@ TEST(ChannelChecks, AnArrayMayBeLongerThanTheKeysAskForAndNotShorter) {
         EXPECT_NO_THROW(CheckTangents(*channel));
     }
     channel->numKeys = 4;
-    EXPECT_EQ(TextThrownBy([&] { CheckValues(*channel); }),
+    EXPECT_EQ(ThrownText([&] { CheckValues(*channel); }),
               "Anim channel has fewer key values than its number of keys and its stride ask for.");
-    EXPECT_EQ(TextThrownBy([&] { CheckTimes(*channel); }),
+    EXPECT_EQ(ThrownText([&] { CheckTimes(*channel); }),
               "Anim channel has fewer key times than its number of keys asks for.");
-    EXPECT_EQ(TextThrownBy([&] { CheckTangents(*channel); }),
+    EXPECT_EQ(ThrownText([&] { CheckTangents(*channel); }),
               "Anim channel has fewer tangents than its number of keys and its stride ask for.");
     channel->numKeys = 0;
-    EXPECT_EQ(TextThrownBy([&] { CheckHasKeys(*channel); }), "Anim channel has no keys.");
+    EXPECT_EQ(ThrownText([&] { CheckHasKeys(*channel); }), "Anim channel has no keys.");
     EXPECT_NO_THROW(CheckValues(*channel));
 }
 
 TEST(ChannelChecks, TheProductOfCountAndStrideDoesNotOverflow) {
     const auto channel = MakeChannel(AnimInterp::QELHermite, 1u << 31, {}, {});
     channel->numKeys = 2;
-    EXPECT_EQ(TextThrownBy([&] { CheckValues(*channel); }),
+    EXPECT_EQ(ThrownText([&] { CheckValues(*channel); }),
               "Anim channel has fewer key values than its number of keys and its stride ask for.");
-    EXPECT_EQ(TextThrownBy([&] { CheckTangents(*channel); }),
+    EXPECT_EQ(ThrownText([&] { CheckTangents(*channel); }),
               "Anim channel has fewer tangents than its number of keys and its stride ask for.");
 }
 

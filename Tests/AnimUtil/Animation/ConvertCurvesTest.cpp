@@ -100,18 +100,18 @@ TEST(ConvertCurves, TheLastSegmentIsNeverBroken) {
 
 TEST(ConvertCurves, WrongKindsAreRefusedByOneText) {
     const auto channel = MakeTimestep(1, 1, {0, 1});
-    EXPECT_EQ(TextThrownBy([&] { ConvertQelCurveToQelHermite(*channel, *channel); }),
+    EXPECT_EQ(ThrownText([&] { ConvertQelCurveToQelHermite(*channel, *channel); }),
               "Input animation type is not QelHermite.");
-    EXPECT_EQ(TextThrownBy([&] { ConvertQelHermiteToQelCurve(*channel, *channel); }),
+    EXPECT_EQ(ThrownText([&] { ConvertQelHermiteToQelCurve(*channel, *channel); }),
               "Input animation type is not QelHermite.");
 }
 
 TEST(ConvertCurves, ChannelsWithoutKeysAreRefused) {
     const auto hermite = MakeChannel(AnimInterp::QELHermite, 1, {}, {});
-    EXPECT_EQ(TextThrownBy([&] { ConvertQelHermiteToQelCurve(*hermite, *hermite); }),
+    EXPECT_EQ(ThrownText([&] { ConvertQelHermiteToQelCurve(*hermite, *hermite); }),
               "Anim channel has no keys.");
     const auto curve = MakeChannel(AnimInterp::QELCurve, 4, {}, {});
-    EXPECT_EQ(TextThrownBy([&] { ConvertQelCurveToQelHermite(*curve, *curve); }),
+    EXPECT_EQ(ThrownText([&] { ConvertQelCurveToQelHermite(*curve, *curve); }),
               "Anim channel has no keys.");
 }
 
@@ -163,14 +163,14 @@ TEST(ConvertCurves, TheOutputMayBeAnotherChannel) {
 
 TEST(ConvertCurves, ArraysShorterThanTheKeysAreRefused) {
     const auto hermite = MakeChannel(AnimInterp::QELHermite, 1, {0, 1}, {0, 1}, {0});
-    EXPECT_EQ(TextThrownBy([&] { ConvertQelHermiteToQelCurve(*hermite, *hermite); }),
+    EXPECT_EQ(ThrownText([&] { ConvertQelHermiteToQelCurve(*hermite, *hermite); }),
               "Anim channel has fewer tangents than its number of keys and its stride ask for.");
     hermite->tangents[0] = {0, 0};
     hermite->keyTimes = {0};
-    EXPECT_EQ(TextThrownBy([&] { ConvertQelHermiteToQelCurve(*hermite, *hermite); }),
+    EXPECT_EQ(ThrownText([&] { ConvertQelHermiteToQelCurve(*hermite, *hermite); }),
               "Anim channel has fewer key times than its number of keys asks for.");
     const auto curve = MakeChannel(AnimInterp::QELCurve, 4, {0, 1}, {0, 1, 2, 3, 4, 5, 6});
-    EXPECT_EQ(TextThrownBy([&] { ConvertQelCurveToQelHermite(*curve, *curve); }),
+    EXPECT_EQ(ThrownText([&] { ConvertQelCurveToQelHermite(*curve, *curve); }),
               "Anim channel has fewer key values than its number of keys and its stride ask for.");
 }
 

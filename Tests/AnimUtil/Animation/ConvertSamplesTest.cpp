@@ -74,7 +74,7 @@ TEST(ConvertSamples, SnappingMovesAMarkToTheNearestSample) {
 TEST(ConvertSamples, ADrivenKeyNeedsItsInputChannelAndOneComponent) {
     const auto noChannel = MakeTimestep(1, 1, {0, 1, 0});
     noChannel->attributes.SetString("inputObject", "||a");
-    EXPECT_EQ(TextThrownBy([&] {
+    EXPECT_EQ(ThrownText([&] {
                   ConvertTimestepToQelHermite(*noChannel, *noChannel, 0.001f, false, false, 0);
               }),
               "Channel has input object but no input channel.");
@@ -82,13 +82,13 @@ TEST(ConvertSamples, ADrivenKeyNeedsItsInputChannelAndOneComponent) {
     wide->attributes.SetString("inputObject", "||a");
     wide->attributes.SetString("inputChannel", "rotateX");
     EXPECT_EQ(
-        TextThrownBy([&] { ConvertTimestepToQelHermite(*wide, *wide, 0.001f, false, false, 0); }),
+        ThrownText([&] { ConvertTimestepToQelHermite(*wide, *wide, 0.001f, false, false, 0); }),
         "Driven key animation with multiple channels. This is not supported.");
 }
 
 TEST(ConvertSamples, MoreThanFourComponentsFailInTheFitter) {
     const auto channel = MakeTimestep(5, 1, std::vector<float>(10));
-    EXPECT_EQ(TextThrownBy([&] {
+    EXPECT_EQ(ThrownText([&] {
                   ConvertTimestepToQelHermite(*channel, *channel, 0.001f, false, false, 0);
               }),
               "component count must be between 1 and 4");
@@ -147,7 +147,7 @@ TEST(ConvertSamples, OfSeveralListsOfMarksTheLastCounts) {
 TEST(ConvertSamples, AMarkOfNoKindIsAFaultAtATimeOfItsOwn) {
     const auto channel = MakeTimestep(1, 4, {0, 0, 8, 8, 8});
     AddMarks(*channel).Add(VokAnimDiscontinuities::Kind::Unset, 1.25f);
-    EXPECT_EQ(TextThrownBy([&] { Fit(*channel); }), "Internal error - please report as a bug");
+    EXPECT_EQ(ThrownText([&] { Fit(*channel); }), "Internal error - please report as a bug");
 }
 
 TEST(ConvertSamples, WhatIsNotSampledIsTakenOverFromTheInput) {
@@ -180,12 +180,12 @@ TEST(ConvertSamples, WithoutAChannelAttributeTheOutputHasAnEmptyOne) {
 
 TEST(ConvertSamples, OneSampleAndNoSampleAreTooFew) {
     const auto one = MakeTimestep(1, 1, {0});
-    EXPECT_EQ(TextThrownBy([&] { Fit(*one); }),
+    EXPECT_EQ(ThrownText([&] { Fit(*one); }),
               "at least two samples need to be added to the curve fitter before solving");
     const auto none = MakeTimestep(1, 1, {});
-    EXPECT_EQ(TextThrownBy([&] { Fit(*none); }), "Anim channel has no keys.");
+    EXPECT_EQ(ThrownText([&] { Fit(*none); }), "Anim channel has no keys.");
     none->numKeys = 4;
-    EXPECT_EQ(TextThrownBy([&] { Fit(*none); }),
+    EXPECT_EQ(ThrownText([&] { Fit(*none); }),
               "Anim channel has fewer key values than its number of keys and its stride ask for.");
 }
 
@@ -194,10 +194,10 @@ TEST(ConvertSamples, ADurationWithoutTimeIsTooShort) {
     const float infinity = std::numeric_limits<float>::infinity();
     for (const float duration : {0.0f, -0.0f, 0.0009f, -0.0009f, nan, infinity, -infinity}) {
         const auto channel = MakeTimestep(1, duration, {0, 1, 0});
-        EXPECT_EQ(TextThrownBy([&] { Fit(*channel); }), "animation time is too short") << duration;
+        EXPECT_EQ(ThrownText([&] { Fit(*channel); }), "animation time is too short") << duration;
         const auto marked = MakeTimestep(1, duration, {0, 1, 0});
         AddMarks(*marked).Add(VokAnimDiscontinuities::Kind::Corner, 0.5f);
-        EXPECT_EQ(TextThrownBy([&] { Fit(*marked); }), "animation time is too short") << duration;
+        EXPECT_EQ(ThrownText([&] { Fit(*marked); }), "animation time is too short") << duration;
     }
 }
 
@@ -214,16 +214,16 @@ TEST(ConvertSamples, SamplesThatAreNoNumbersAreRefused) {
     const float nan = std::numeric_limits<float>::quiet_NaN();
     const float infinity = std::numeric_limits<float>::infinity();
     const auto notANumber = MakeTimestep(1, 1, {0, nan, 0, 1});
-    EXPECT_EQ(TextThrownBy([&] { Fit(*notANumber); }),
+    EXPECT_EQ(ThrownText([&] { Fit(*notANumber); }),
               "cannot set discontinuous position on continuous sample");
     const auto endless = MakeTimestep(1, 1, {0, infinity, 0, 1, 0});
-    EXPECT_EQ(TextThrownBy([&] { Fit(*endless); }),
+    EXPECT_EQ(ThrownText([&] { Fit(*endless); }),
               "cannot set discontinuous tangent on continuous sample");
     const auto marked = MakeTimestep(1, 1, {0, 1, 2, 3, 2});
     VokAnimDiscontinuities& marks = AddMarks(*marked);
     marks.Add(VokAnimDiscontinuities::Kind::Step, 0.5f);
     marks.GetBefore(0)[0] = nan;
-    EXPECT_EQ(TextThrownBy([&] { Fit(*marked); }),
+    EXPECT_EQ(ThrownText([&] { Fit(*marked); }),
               "cannot set discontinuous tangent on continuous sample");
 }
 

@@ -30,16 +30,15 @@ TEST(CanConvert, IsTheTable) {
 
 TEST(ConvertType, WhatHasNoWayIsNamed) {
     const auto channel = MakeChannel(AnimInterp::Smooth, 1, {0, 1}, {0, 1});
-    EXPECT_EQ(TextThrownBy([&] { ConvertType(*channel, *channel, AnimInterp::QELCurve, nullptr); }),
+    EXPECT_EQ(ThrownText([&] { ConvertType(*channel, *channel, AnimInterp::QELCurve, nullptr); }),
               "Cannot convert animation from type \"Smooth\" to type \"QELCurve\".");
     EXPECT_EQ(channel->interp, AnimInterp::Smooth);
 }
 
 TEST(ConvertType, SamplesNeedAFilter) {
     const auto channel = MakeTimestep(1, 1, {0, 1});
-    EXPECT_EQ(
-        TextThrownBy([&] { ConvertType(*channel, *channel, AnimInterp::QELHermite, nullptr); }),
-        "no compression filter");
+    EXPECT_EQ(ThrownText([&] { ConvertType(*channel, *channel, AnimInterp::QELHermite, nullptr); }),
+              "no compression filter");
 }
 
 TEST(CanConvert, WhatIsNoKindCannotBecomeAnything) {
@@ -56,7 +55,7 @@ TEST(ConvertType, EveryPairWithoutAWayIsNamedAndLeavesTheOutputAlone) {
             const auto in = std::make_unique<VokAnimChannel>();
             in->interp = source;
             const auto out = MakeTimestep(1, 3, {1, 2});
-            EXPECT_EQ(TextThrownBy([&] { ConvertType(*out, *in, target, &filter); }),
+            EXPECT_EQ(ThrownText([&] { ConvertType(*out, *in, target, &filter); }),
                       "Cannot convert animation from type \"" +
                           std::string(GetAnimInterpText(source)) + "\" to type \"" +
                           std::string(GetAnimInterpText(target)) + "\".");
@@ -107,7 +106,7 @@ TEST(ConvertType, TheFilterIsAskedByTheChannelsNameAndItsAnswersAreUsed) {
     ConvertTypeIfNeeded(*looping, AnimInterp::QELHermite, &filter);
     EXPECT_NE(looping->tangents[0].front(), tight->tangents[0].front());
     filter.maxComplexity = -1;
-    EXPECT_EQ(TextThrownBy([&] { ConvertTypeIfNeeded(*few, AnimInterp::QELHermite, &filter); }),
+    EXPECT_EQ(ThrownText([&] { ConvertTypeIfNeeded(*few, AnimInterp::QELHermite, &filter); }),
               "maximum solver complexity must be non-negative");
 }
 

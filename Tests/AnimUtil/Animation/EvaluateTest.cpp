@@ -109,7 +109,7 @@ TEST(Evaluate, QelHermiteIsTheHermiteBasis) {
 TEST(Evaluate, OneHermiteKeyGivesItsValueAtItsTimeAlone) {
     const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {1}, {2}, {5});
     EXPECT_EQ(Value(*channel, 1), 2);
-    EXPECT_EQ(TextThrownBy([&] { Value(*channel, 1.5f); }),
+    EXPECT_EQ(ThrownText([&] { Value(*channel, 1.5f); }),
               "Failed to find key index when evaluating animation value.");
 }
 
@@ -120,7 +120,7 @@ TEST(Evaluate, AHintOnTheLastKeyGivesItsValue) {
 
 TEST(Evaluate, ATimeOutsideTheKeysFails) {
     const auto curve = MakeChannel(AnimInterp::QELCurve, 4, {1, 2}, {1, 0, 0, 0, 1, 0, 0, 0});
-    EXPECT_EQ(TextThrownBy([&] { Value(*curve, 0.5f); }),
+    EXPECT_EQ(ThrownText([&] { Value(*curve, 0.5f); }),
               "Failed to find key index when evaluating animation value.");
 }
 
@@ -129,7 +129,7 @@ TEST(Evaluate, OtherKindsAreRefusedByName) {
          {"Linear", "Flat", "Smooth", "Tangent", "WTangent", "SplitTangent", "WSplitTangent"}) {
         const auto channel = MakeChannel(*FindAnimInterp(kind), 1, {0, 1}, {0, 1}, {0, 0});
         EXPECT_EQ(
-            TextThrownBy([&] { Value(*channel, 0); }),
+            ThrownText([&] { Value(*channel, 0); }),
             "Evaluate not yet implemented for animations of type \"" + std::string(kind) + "\".");
     }
 }
@@ -137,24 +137,23 @@ TEST(Evaluate, OtherKindsAreRefusedByName) {
 TEST(Evaluate, AKeyAloneNeedsNoTangents) {
     const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {1}, {2});
     EXPECT_EQ(Value(*channel, 1), 2);
-    EXPECT_EQ(TextThrownBy([&] { Value(*channel, 0); }),
+    EXPECT_EQ(ThrownText([&] { Value(*channel, 0); }),
               "Failed to find key index when evaluating animation value.");
 }
 
 TEST(Evaluate, ArraysShorterThanTheKeysAreRefused) {
     auto channel = MakeChannel(AnimInterp::QELHermite, 1, {0, 1}, {0, 1}, {0});
-    EXPECT_EQ(TextThrownBy([&] { Value(*channel, 0); }),
+    EXPECT_EQ(ThrownText([&] { Value(*channel, 0); }),
               "Anim channel has fewer tangents than its number of keys and its stride ask for.");
     channel->numKeys = 4000000000u;
-    EXPECT_EQ(TextThrownBy([&] { Value(*channel, 0); }),
+    EXPECT_EQ(ThrownText([&] { Value(*channel, 0); }),
               "Anim channel has fewer key values than its number of keys and its stride ask for.");
     channel->numKeys = 2;
     channel->tangents[0] = {0, 0};
     channel->keyTimes = {0};
-    EXPECT_EQ(TextThrownBy([&] { Value(*channel, 0); }),
+    EXPECT_EQ(ThrownText([&] { Value(*channel, 0); }),
               "Anim channel has fewer key times than its number of keys asks for.");
-    EXPECT_EQ(TextThrownBy([&] { Value(*MakeTimestep(1, 1, {}), 0); }),
-              "Anim channel has no keys.");
+    EXPECT_EQ(ThrownText([&] { Value(*MakeTimestep(1, 1, {}), 0); }), "Anim channel has no keys.");
 }
 
 TEST(FindKeyIndex, AnyHintGivesWhatNoHintGives) {
@@ -232,7 +231,7 @@ TEST(Evaluate, TimestepOfNoDurationTakesAnEnd) {
 TEST(Evaluate, AnEmptyCurveFailsLikeATimeOutside) {
     for (const AnimInterp kind : {AnimInterp::QELCurve, AnimInterp::QELHermite}) {
         const auto channel = MakeChannel(kind, 4, {}, {});
-        EXPECT_EQ(TextThrownBy([&] { Value(*channel, 0); }),
+        EXPECT_EQ(ThrownText([&] { Value(*channel, 0); }),
                   "Failed to find key index when evaluating animation value.");
     }
 }

@@ -33,13 +33,13 @@ TEST(Resample, TakesAtLeastTwoSamples) {
 
 TEST(Resample, AFirstKeyBehindZeroFails) {
     const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {0.5f, 1}, {0, 4}, {4, 4});
-    EXPECT_EQ(TextThrownBy([&] { ResampleToTimestep(*channel, *channel, 4); }),
+    EXPECT_EQ(ThrownText([&] { ResampleToTimestep(*channel, *channel, 4); }),
               "Failed to find key index when evaluating animation value.");
 }
 
 TEST(Resample, AnEndlessChannelIsRefused) {
     const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {0, 3e7f}, {0, 4}, {4, 4});
-    EXPECT_EQ(TextThrownBy([&] { ResampleToTimestep(*channel, *channel, 60); }),
+    EXPECT_EQ(ThrownText([&] { ResampleToTimestep(*channel, *channel, 60); }),
               "Anim channel is too long to be resampled: 1800000001 samples of 1 values; at most "
               "67108864 values can "
               "be held.");
@@ -74,7 +74,7 @@ TEST(Resample, TheLongestChannelIsBoundedToTheValue) {
     // 2^26 values; one more is refused before anything is taken.
     const auto channel = MakeChannel(AnimInterp::QELHermite, 4, {0, 16777216},
                                      std::vector<float>(8), std::vector<float>(8));
-    EXPECT_EQ(TextThrownBy([&] { ResampleToTimestep(*channel, *channel, 1); }),
+    EXPECT_EQ(ThrownText([&] { ResampleToTimestep(*channel, *channel, 1); }),
               "Anim channel is too long to be resampled: 16777217 samples of 4 values; at most "
               "67108864 values can be held.");
     EXPECT_EQ(channel->interp, AnimInterp::QELHermite);
@@ -90,16 +90,16 @@ TEST(Resample, TimesThatAreNoNumbersGiveTwoSamplesOrFail) {
     ResampleToTimestep(*lost, *lost, 60);
     EXPECT_EQ(lost->numKeys, 2u);
     const auto backwards = MakeChannel(AnimInterp::QELHermite, 1, {0, -5}, {0, 4}, {0, 0});
-    EXPECT_EQ(TextThrownBy([&] { ResampleToTimestep(*backwards, *backwards, 60); }),
+    EXPECT_EQ(ThrownText([&] { ResampleToTimestep(*backwards, *backwards, 60); }),
               "Failed to find key index when evaluating animation value.");
 }
 
 TEST(Resample, WhatHasNoKeysOrTimesIsRefused) {
     const auto none = MakeChannel(AnimInterp::QELHermite, 1, {}, {});
-    EXPECT_EQ(TextThrownBy([&] { ResampleToTimestep(*none, *none, 60); }),
+    EXPECT_EQ(ThrownText([&] { ResampleToTimestep(*none, *none, 60); }),
               "Anim channel has no keys.");
     const auto sampled = MakeTimestep(1, 1, {0, 1});
-    EXPECT_EQ(TextThrownBy([&] { ResampleToTimestep(*sampled, *sampled, 60); }),
+    EXPECT_EQ(ThrownText([&] { ResampleToTimestep(*sampled, *sampled, 60); }),
               "Anim channel has fewer key times than its number of keys asks for.");
 }
 

@@ -85,7 +85,7 @@ TEST(Transform, ATranslationOfAnotherStrideIsRefused) {
     for (const unsigned stride : {1u, 2u, 4u, 5u}) {
         const auto anim = MakeAnim();
         Add(*anim, "translate", MakeTimestep(stride, 1, std::vector<float>(2 * stride)));
-        EXPECT_EQ(TextThrownBy([&] { Transform(*anim); }),
+        EXPECT_EQ(ThrownText([&] { Transform(*anim); }),
                   "Unexpected stride for anim channel: translate");
     }
 }
@@ -94,7 +94,7 @@ TEST(Transform, ATranslationOfAnotherStrideIsSampledBeforeItIsRefused) {
     const auto anim = MakeAnim();
     const VokAnimChannel& channel = Add(
         *anim, "translate", MakeChannel(AnimInterp::QELCurve, 12, {0, 1}, std::vector<float>(24)));
-    EXPECT_EQ(TextThrownBy([&] { Transform(*anim); }),
+    EXPECT_EQ(ThrownText([&] { Transform(*anim); }),
               "Unexpected stride for anim channel: translate");
     EXPECT_EQ(channel.interp, AnimInterp::Timestep);
     EXPECT_EQ(channel.numKeys, 61u);
@@ -105,7 +105,7 @@ TEST(Transform, ChannelsInFrontOfOneThatFailsAreTurned) {
     const VokAnimChannel& first = Add(*anim, "translate", MakeTimestep(3, 1, {1, 2, 3, 4, 5, 6}));
     Add(*anim, "translate", MakeTimestep(1, 1, {1, 2}));
     const VokAnimChannel& third = Add(*anim, "translate", MakeTimestep(3, 1, {1, 2, 3, 4, 5, 6}));
-    EXPECT_EQ(TextThrownBy([&] { Transform(*anim); }),
+    EXPECT_EQ(ThrownText([&] { Transform(*anim); }),
               "Unexpected stride for anim channel: translate");
     EXPECT_EQ(first.keyValues, (std::vector<float>{1, 3, -2, 4, 6, -5}));
     EXPECT_EQ(third.keyValues, (std::vector<float>{1, 2, 3, 4, 5, 6}));
@@ -149,7 +149,7 @@ TEST(Transform, ACurveOfQuaternionStrideHoldsOneComponent) {
 TEST(Transform, AKindThatCannotBeEvaluatedIsRefused) {
     const auto anim = MakeAnim();
     Add(*anim, "translate", MakeChannel(AnimInterp::Linear, 3, {0, 1}, std::vector<float>(6)));
-    EXPECT_EQ(TextThrownBy([&] { Transform(*anim); }),
+    EXPECT_EQ(ThrownText([&] { Transform(*anim); }),
               "Evaluate not yet implemented for animations of type \"Linear\".");
 }
 
@@ -158,13 +158,13 @@ TEST(Transform, ATranslationWithoutTimeToFitIsRefused) {
     Add(*anim, "translate",
         MakeChannel(AnimInterp::QELHermite, 3, {0, 0.0005f}, {1, 2, 3, 4, 5, 6},
                     std::vector<float>(6)));
-    EXPECT_EQ(TextThrownBy([&] { Transform(*anim); }), "animation time is too short");
+    EXPECT_EQ(ThrownText([&] { Transform(*anim); }), "animation time is too short");
 }
 
 TEST(Transform, SamplesThatAreMissingAreRefused) {
     const auto anim = MakeAnim();
     Add(*anim, "translate", MakeTimestep(3, 1, {1, 2, 3})).numKeys = 2;
-    EXPECT_EQ(TextThrownBy([&] { Transform(*anim); }),
+    EXPECT_EQ(ThrownText([&] { Transform(*anim); }),
               "Anim channel has fewer key values than its number of keys and its stride ask for.");
 }
 

@@ -2,6 +2,7 @@
 #include <VokLib/Objects/Animation/VokAnim.h>
 #include <VokLib/Objects/Animation/VokAnimDiscontinuities.h>
 
+#include <VokLib/Base/VokException.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,21 +1,22 @@
 #include <AnimUtil/LeastSquares/CurveSample.h>
 
+#include <AnimUtil/LeastSquares/LeastSquaresError.h>
 #include <gtest/gtest.h>
 
 #include <limits>
 
-#include "AnimUtil/LeastSquares/ThrownText.h"
+#include "Support/ThrownText.h"
 
 namespace Qel::LeastSquares {
 namespace {
 
 TEST(CurveSample, AContinuousSampleHasOneValue) {
     CurveSample sample;
-    EXPECT_EQ(TextOf([&] {
+    EXPECT_EQ(ThrownText<Error>([&] {
                   sample.SetPosition({1, 0, 0, 0}, {2, 0, 0, 0});
               }),
               "cannot set discontinuous position on continuous sample");
-    EXPECT_EQ(TextOf([&] {
+    EXPECT_EQ(ThrownText<Error>([&] {
                   sample.SetTangent({1, 0, 0, 0}, {2, 0, 0, 0});
               }),
               "cannot set discontinuous tangent on continuous sample");
@@ -39,7 +40,7 @@ TEST(CurveSample, ADiscontinuousSampleHasTwoSides) {
 TEST(CurveSample, EachFlagGuardsItsOwnValue) {
     CurveSample corner;
     corner.tangentContinuous = false;
-    EXPECT_EQ(TextOf([&] {
+    EXPECT_EQ(ThrownText<Error>([&] {
                   corner.SetPosition({0, 0, 0, 1}, {});
               }),
               "cannot set discontinuous position on continuous sample");
@@ -47,7 +48,7 @@ TEST(CurveSample, EachFlagGuardsItsOwnValue) {
     EXPECT_EQ(corner.tangentBefore[3], 1);
     CurveSample jump;
     jump.positionContinuous = false;
-    EXPECT_EQ(TextOf([&] {
+    EXPECT_EQ(ThrownText<Error>([&] {
                   jump.SetTangent({0, 0, 0, 1}, {});
               }),
               "cannot set discontinuous tangent on continuous sample");
@@ -55,7 +56,7 @@ TEST(CurveSample, EachFlagGuardsItsOwnValue) {
 
 TEST(CurveSample, WhatIsNoNumberIsNeverTheSameTwice) {
     const float nan = std::numeric_limits<float>::quiet_NaN();
-    EXPECT_EQ(TextOf([&] { CurveSample().SetPosition({nan}, {nan}); }),
+    EXPECT_EQ(ThrownText<Error>([&] { CurveSample().SetPosition({nan}, {nan}); }),
               "cannot set discontinuous position on continuous sample");
 }
 

@@ -1,11 +1,12 @@
 #include <AnimUtil/LeastSquares/CurveSegment.h>
 
+#include <AnimUtil/LeastSquares/LeastSquaresError.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <limits>
 
-#include "AnimUtil/LeastSquares/ThrownText.h"
+#include "Support/ThrownText.h"
 
 namespace Qel::LeastSquares {
 namespace {
@@ -17,8 +18,9 @@ TEST(CurveSegment, EvaluatesTheHermiteBasisWithinItsEnds) {
     EXPECT_EQ(segment.Evaluate(2)[0], 4.75f);  // (2 + 6) / 2 + (1 - -2) * 2 / 8
     EXPECT_EQ(segment.EvaluateDerivative(1)[0], 1);
     EXPECT_EQ(segment.EvaluateDerivative(3)[0], -2);
-    EXPECT_EQ(TextOf([&] { segment.Evaluate(0.99f); }), "invalid segment time");
-    EXPECT_EQ(TextOf([&] { segment.EvaluateDerivative(3.01f); }), "invalid segment time");
+    EXPECT_EQ(ThrownText<Error>([&] { segment.Evaluate(0.99f); }), "invalid segment time");
+    EXPECT_EQ(ThrownText<Error>([&] { segment.EvaluateDerivative(3.01f); }),
+              "invalid segment time");
 }
 
 TEST(CurveSegment, EveryComponentIsEvaluated) {
@@ -52,12 +54,12 @@ TEST(CurveSegment, TheWeightsOfAConstantAreOneTogether) {
 
 TEST(CurveSegment, TimesThatAreNoNumbersAreOutside) {
     const float nan = std::numeric_limits<float>::quiet_NaN();
-    EXPECT_EQ(TextOf([&] { ValueWeights(0, 1, nan); }), "invalid segment time");
-    EXPECT_EQ(TextOf([&] { ValueWeights(nan, 1, 0.5f); }), "invalid segment time");
-    EXPECT_EQ(TextOf([&] { DerivativeWeights(0, nan, 0.5f); }), "invalid segment time");
-    EXPECT_EQ(TextOf([&] { DerivativeWeights(0, 1, std::nextafter(1.0f, 2.0f)); }),
+    EXPECT_EQ(ThrownText<Error>([&] { ValueWeights(0, 1, nan); }), "invalid segment time");
+    EXPECT_EQ(ThrownText<Error>([&] { ValueWeights(nan, 1, 0.5f); }), "invalid segment time");
+    EXPECT_EQ(ThrownText<Error>([&] { DerivativeWeights(0, nan, 0.5f); }), "invalid segment time");
+    EXPECT_EQ(ThrownText<Error>([&] { DerivativeWeights(0, 1, std::nextafter(1.0f, 2.0f)); }),
               "invalid segment time");
-    EXPECT_EQ(TextOf([&] { ValueWeights(0, 1, -1e-30f); }), "invalid segment time");
+    EXPECT_EQ(ThrownText<Error>([&] { ValueWeights(0, 1, -1e-30f); }), "invalid segment time");
 }
 
 }  // namespace

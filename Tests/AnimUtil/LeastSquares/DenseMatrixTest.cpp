@@ -1,11 +1,12 @@
 #include "LeastSquares/DenseMatrix.h"
 
+#include <AnimUtil/LeastSquares/LeastSquaresError.h>
 #include <gtest/gtest.h>
 
 #include <random>
 #include <vector>
 
-#include "AnimUtil/LeastSquares/ThrownText.h"
+#include "Support/ThrownText.h"
 
 namespace Qel::LeastSquares {
 namespace {
@@ -50,31 +51,35 @@ TEST(DenseMatrix, AZeroPivotPassesOnAZeroRowOnly) {
     BackSubstitute(x.matrix, upper.matrix, b.matrix);
     EXPECT_EQ(x.values, (std::vector<double>{4, 0}));
     b.values = {4, 1};
-    EXPECT_EQ(TextOf([&] { BackSubstitute(x.matrix, upper.matrix, b.matrix); }),
+    EXPECT_EQ(ThrownText<Error>([&] { BackSubstitute(x.matrix, upper.matrix, b.matrix); }),
               "cannot solve upper-triangular matrix");
 }
 
 TEST(DenseMatrix, SizesThatDoNotFitAreRefused) {
     Owned m22(2, 2), m23(2, 3), m21(2, 1), m31(3, 1), m33(3, 3), m22b(2, 2), m22c(2, 2);
-    EXPECT_EQ(TextOf([&] { MultiplyTransposed(m22.matrix, m31.matrix, m21.matrix); }),
+    EXPECT_EQ(ThrownText<Error>([&] { MultiplyTransposed(m22.matrix, m31.matrix, m21.matrix); }),
               "mismatched matrix sizes in matrix muls");
-    EXPECT_EQ(TextOf([&] { BackSubstitute(m21.matrix, m23.matrix, m21.matrix); }),
+    EXPECT_EQ(ThrownText<Error>([&] { BackSubstitute(m21.matrix, m23.matrix, m21.matrix); }),
               "upper-triangular matrix must be square");
-    EXPECT_EQ(TextOf([&] { BackSubstitute(m22.matrix, m22b.matrix, m21.matrix); }),
+    EXPECT_EQ(ThrownText<Error>([&] { BackSubstitute(m22.matrix, m22b.matrix, m21.matrix); }),
               "variable must have a single column");
-    EXPECT_EQ(TextOf([&] { BackSubstitute(m31.matrix, m22.matrix, m21.matrix); }),
+    EXPECT_EQ(ThrownText<Error>([&] { BackSubstitute(m31.matrix, m22.matrix, m21.matrix); }),
               "variable row count must match upper-triangular matrix");
-    EXPECT_EQ(TextOf([&] { BackSubstitute(m21.matrix, m22.matrix, m22b.matrix); }),
+    EXPECT_EQ(ThrownText<Error>([&] { BackSubstitute(m21.matrix, m22.matrix, m22b.matrix); }),
               "value must have a single column");
-    EXPECT_EQ(TextOf([&] { BackSubstitute(m21.matrix, m22.matrix, m31.matrix); }),
+    EXPECT_EQ(ThrownText<Error>([&] { BackSubstitute(m21.matrix, m22.matrix, m31.matrix); }),
               "value row count must match upper-triangular matrix");
-    EXPECT_EQ(TextOf([&] { FactorByGivens(m23.matrix, m22.matrix, m22b.matrix, m22c.matrix); }),
+    EXPECT_EQ(ThrownText<Error>(
+                  [&] { FactorByGivens(m23.matrix, m22.matrix, m22b.matrix, m22c.matrix); }),
               "Givens source matrix must be square");
-    EXPECT_EQ(TextOf([&] { FactorByGivens(m22.matrix, m23.matrix, m22b.matrix, m22c.matrix); }),
+    EXPECT_EQ(ThrownText<Error>(
+                  [&] { FactorByGivens(m22.matrix, m23.matrix, m22b.matrix, m22c.matrix); }),
               "Givens temp matrix dimensions must match source matrix");
-    EXPECT_EQ(TextOf([&] { FactorByGivens(m22.matrix, m22b.matrix, m33.matrix, m22c.matrix); }),
+    EXPECT_EQ(ThrownText<Error>(
+                  [&] { FactorByGivens(m22.matrix, m22b.matrix, m33.matrix, m22c.matrix); }),
               "Givens target upper-triangular matrix dimensions must match source matrix");
-    EXPECT_EQ(TextOf([&] { FactorByGivens(m22.matrix, m22b.matrix, m22c.matrix, m33.matrix); }),
+    EXPECT_EQ(ThrownText<Error>(
+                  [&] { FactorByGivens(m22.matrix, m22b.matrix, m22c.matrix, m33.matrix); }),
               "Givens target orthogonal matrix dimensions must match source matrix");
 }
 

@@ -1,8 +1,8 @@
 #include <VokLib/Base/VokTypeId.h>
 
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
-using namespace CoreScene;
+using namespace SceneTest;
 
 TEST(TypeId, IsTheComplementOfTheNamesCrc) {
     EXPECT_EQ(MakeTypeId("123456789"), ~0xCBF43926u);

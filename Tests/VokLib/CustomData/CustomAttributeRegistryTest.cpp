@@ -33,11 +33,10 @@ TEST(CustomAttributeRegistry, TypeIsRegisteredOnceAndTakenAwayOnce) {
     RegisterCustomAttributeFactory(MakeTypeId("own"), factory);
     EXPECT_EQ(FindCustomAttributeFactory(MakeTypeId("own")), factory);
     const auto again =
-        SceneTest::FailureOf([&] { RegisterCustomAttributeFactory(MakeTypeId("own"), factory); });
+        FailureOf([&] { RegisterCustomAttributeFactory(MakeTypeId("own"), factory); });
     EXPECT_EQ(again.text, "Duplicate custom attribute factory");
     UnregisterCustomAttributeFactory(MakeTypeId("own"));
-    const auto missing =
-        SceneTest::FailureOf([] { UnregisterCustomAttributeFactory(MakeTypeId("own")); });
+    const auto missing = FailureOf([] { UnregisterCustomAttributeFactory(MakeTypeId("own")); });
     EXPECT_EQ(missing.text, "Attempt to deregister missing custom attribute factory.");
 }
 

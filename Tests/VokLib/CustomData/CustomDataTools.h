@@ -42,7 +42,7 @@ class Loaded {
 
 /// The text of the failure of reading `attributes`.
 inline std::string LoadFailure(std::string_view attributes) {
-    return SceneTest::FailureOf([&] { Loaded loaded(attributes); }).text;
+    return FailureOf([&] { Loaded loaded(attributes); }).text;
 }
 
 inline std::vector<int> IndicesOf(const VokCustomAttribute& attribute) {

@@ -12,7 +12,6 @@ using CustomDataTest::kNotSingle;
 using CustomDataTest::kNoValue;
 using CustomDataTest::Loaded;
 using CustomDataTest::LoadFailure;
-using SceneTest::FailureOf;
 
 std::string Rewritten(const std::string& attributes) {
     return Loaded(attributes).Written();

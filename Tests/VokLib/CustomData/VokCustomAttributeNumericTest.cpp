@@ -14,7 +14,6 @@ using CustomDataTest::kNotSingle;
 using CustomDataTest::kNoValue;
 using CustomDataTest::Loaded;
 using CustomDataTest::LoadFailure;
-using SceneTest::FailureOf;
 using Int = VokCustomAttributeNumeric<int>;
 
 std::string Wrapped(const std::string& attribute) {

@@ -10,7 +10,6 @@ namespace {
 
 using CustomDataTest::kNoValue;
 using CustomDataTest::Loaded;
-using SceneTest::FailureOf;
 
 std::string Rewritten(const std::string& attributes) {
     return Loaded(attributes).Written();

@@ -34,7 +34,7 @@ TEST(VokCustomData, NothingIsWrittenOfNoAttributes) {
 
 TEST(VokCustomData, IndexPastTheEndIsRefused) {
     Loaded loaded("<attribute name=\"a\" type=\"int\"/>");
-    const auto failure = SceneTest::FailureOf([&] { loaded.Data().GetAttribute(1); });
+    const auto failure = FailureOf([&] { loaded.Data().GetAttribute(1); });
     EXPECT_EQ(failure.text, "Custom data index out of range");
     loaded.Data().Clear();
     EXPECT_EQ(loaded.Data().GetCount(), 0u);
@@ -53,12 +53,12 @@ TEST(VokCustomData, KindOfFailureTellsWhetherThereAreTypesAtAll) {
     {
         const SceneTest::Library library;
         VokWorld world;
-        EXPECT_THROW(SceneTest::Parse(world, SceneTest::Document(body)), VokException);
+        EXPECT_THROW(SceneTest::Parse(world, Document(body)), VokException);
     }
     const VokLib library(true, true, false, true, true);
     VokWorld world;
     try {
-        SceneTest::Parse(world, SceneTest::Document(body));
+        SceneTest::Parse(world, Document(body));
         FAIL();
     } catch (const VokException&) {
         FAIL();

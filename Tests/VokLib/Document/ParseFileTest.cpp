@@ -16,7 +16,7 @@ class ParseFile : public ReaderTest {
 
     std::string LoadFile(const std::string& contents) {
         std::ofstream(path, std::ios::binary) << contents;
-        return TextOf([&] { VokParse().ParseFile(world, path); });
+        return ThrownText([&] { VokParse().ParseFile(world, path); });
     }
     /// A document of exactly `size` bytes with one joint at its end.
     static std::string DocumentOf(std::size_t size) {
@@ -35,12 +35,12 @@ class ParseFile : public ReaderTest {
 };
 
 TEST_F(ParseFile, MissingFileIsTold) {
-    EXPECT_EQ(TextOf([&] { VokParse().ParseFile(world, "/nowhere/at all.qeli"); }),
+    EXPECT_EQ(ThrownText([&] { VokParse().ParseFile(world, "/nowhere/at all.qeli"); }),
               "File open error: \"/nowhere/at all.qeli\"");
 }
 
 TEST_F(ParseFile, FolderIsNoDocument) {
-    EXPECT_EQ(TextOf([&] { VokParse().ParseFile(world, "/"); }), "File open error: \"/\"");
+    EXPECT_EQ(ThrownText([&] { VokParse().ParseFile(world, "/"); }), "File open error: \"/\"");
 }
 
 TEST_F(ParseFile, EmptyFileIsAFaultOfTheText) {
@@ -54,7 +54,7 @@ TEST_F(ParseFile, SizesAroundTheBlocksLoad) {
         const std::string contents = DocumentOf(size);
         ASSERT_EQ(contents.size(), size);
         std::ofstream(path, std::ios::binary) << contents;
-        EXPECT_EQ(TextOf([&] { VokParse().ParseFile(next, path); }), "") << size;
+        EXPECT_EQ(ThrownText([&] { VokParse().ParseFile(next, path); }), "") << size;
         EXPECT_EQ(next.GetHierarchy()->GetChildCount(), 1u) << size;
     }
 }

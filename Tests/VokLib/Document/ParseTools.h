@@ -1,6 +1,5 @@
 #pragma once
 
-#include <VokLib/Base/VokException.h>
 #include <VokLib/Document/VokParse.h>
 #include <VokLib/Document/VokUpdate.h>
 #include <VokLib/Library/VokLib.h>
@@ -12,27 +11,15 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <exception>
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
 
+#include "Support/Document.h"
+#include "Support/ThrownText.h"
+
 /// Helpers for tests of the document reader.
 namespace ParseTools {
-
-inline std::string VersionNamespace(std::string_view version) {
-    return std::string(QelNamespaceRoot) + "/qeli/" + std::string(version) + "/qeli";
-}
-
-/// A document of the given version around `contents`.
-inline std::string Document(std::string_view contents, std::string_view version = "1_28_1",
-                            std::string_view form = "qelirelative",
-                            std::string_view encoding = "ISO-8859-1") {
-    return "<?xml version=\"1.0\" encoding=\"" + std::string(encoding) + "\"?>\n<QEL xmlns=\"" +
-           VersionNamespace(version) + "\" filenameform=\"" + std::string(form) + "\">\n" +
-           std::string(contents) + "\n</QEL>\n";
-}
 
 inline void Parse(VokParse& parse, VokWorld& world, std::string_view document,
                   const char* filename = nullptr) {
@@ -57,21 +44,11 @@ inline void ParseInBlocks(VokParse& parse, VokWorld& world, std::string_view doc
     }
 }
 
-/// What `action` throws, or "" when it throws nothing.
-inline std::string TextOf(const std::function<void()>& action) {
-    try {
-        action();
-    } catch (const std::exception& failure) {
-        return failure.what();
-    }
-    return "";
-}
-
 /// What a load of `document` throws, or "".
 inline std::string LoadText(std::string_view document, const char* filename = nullptr) {
     VokWorld world;
     VokParse parse;
-    return TextOf([&] { Parse(parse, world, document, filename); });
+    return ThrownText([&] { Parse(parse, world, document, filename); });
 }
 
 /// Brings documents up by a table of its own instead of stylesheets.

@@ -18,7 +18,7 @@ class ParseVersion : public ReaderTest {
   protected:
     std::string Load(const std::string& document) {
         parse.SetAllowUpdate(true);
-        return TextOf([&] { ParseTools::Parse(parse, world, document, "old.qeli"); });
+        return ThrownText([&] { ParseTools::Parse(parse, world, document, "old.qeli"); });
     }
 
     VokWorld world;
@@ -29,7 +29,7 @@ class ParseLinks : public ParseVersion {
   protected:
     static std::string Linked(std::string_view path, std::string_view version = "1_28_1") {
         return Document("<objset name='set'><member path='" + std::string(path) + "'/></objset>",
-                        version);
+                        {.version = version});
     }
 };
 
@@ -55,7 +55,7 @@ TEST_F(ParseLinks, OldestVersionsLoseTheirBadLinksWithAWarning) {
         update.result = Linked("||gone");
         parse.SetAllowUpdate(true);
         testing::internal::CaptureStderr();
-        EXPECT_EQ(TextOf([&] { ParseTools::Parse(parse, old, Linked("|gone", version)); }), "");
+        EXPECT_EQ(ThrownText([&] { ParseTools::Parse(parse, old, Linked("|gone", version)); }), "");
         const std::string rule(65, '-');
         EXPECT_EQ(testing::internal::GetCapturedStderr(),
                   rule +
@@ -80,7 +80,7 @@ TEST_F(ParseLinks, LaterOldVersionsMustBeClean) {
     for (const char* version : {"1_4_0", "1_10_0"}) {
         VokWorld old;
         parse.SetAllowUpdate(true);
-        EXPECT_EQ(TextOf([&] { ParseTools::Parse(parse, old, Linked("|gone", version)); }),
+        EXPECT_EQ(ThrownText([&] { ParseTools::Parse(parse, old, Linked("|gone", version)); }),
                   "Unresolved VokObjLinks");
     }
     update.compatible = true;

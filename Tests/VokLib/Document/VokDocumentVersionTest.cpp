@@ -11,7 +11,7 @@ class VokDocumentVersionTest : public ReaderTest {
     VokDocumentVersion VersionOf(const std::string& document) {
         VokWorld world;
         parse.SetAllowUpdate(true);
-        TextOf([&] { Parse(parse, world, document); });
+        ThrownText([&] { Parse(parse, world, document); });
         return GetDocumentVersion(parse);
     }
 
@@ -31,18 +31,18 @@ TEST_F(VokDocumentVersionTest, ADocumentIsReadAsItIsOrUpdated) {
     EXPECT_EQ(current.name, VersionNamespace("1_28_1"));
     EXPECT_EQ(current.use, VokVersionUse::Current);
     update.compatible = true;
-    const VokDocumentVersion compatible = VersionOf(Document("<scene/>", "1_27_3"));
+    const VokDocumentVersion compatible = VersionOf(Document("<scene/>", {.version = "1_27_3"}));
     EXPECT_EQ(compatible.name, VersionNamespace("1_27_3"));
     EXPECT_EQ(compatible.use, VokVersionUse::AsItIs);
     update.compatible = false;
     update.result = Document("<scene/>");
-    const VokDocumentVersion old = VersionOf(Document("<scene/>", "1_8_0"));
+    const VokDocumentVersion old = VersionOf(Document("<scene/>", {.version = "1_8_0"}));
     EXPECT_EQ(old.name, VersionNamespace("1_8_0"));
     EXPECT_EQ(old.use, VokVersionUse::Updated);
 }
 
 TEST_F(VokDocumentVersionTest, ABadDocumentHasAVersionTooAndTheNextForgetsIt) {
-    EXPECT_EQ(VersionOf(Document("<scene>", "1_8_0")).name, VersionNamespace("1_8_0"));
+    EXPECT_EQ(VersionOf(Document("<scene>", {.version = "1_8_0"})).name, VersionNamespace("1_8_0"));
     EXPECT_EQ(VersionOf("no document").name, "");
     EXPECT_EQ(VersionOf("no document").use, VokVersionUse::Current);
 }

@@ -37,9 +37,9 @@ TEST(VokFieldsRotationOrder, AnUnknownOneIsIgnoredOrRefused) {
     attributes.SetString("rotOrd", "sideways");
     VokFields::ReadRotationOrder(rotation, attributes);
     EXPECT_EQ(rotation.order, RotationOrder::zyx);
-    EXPECT_EQ(SceneTest::FailureOf(
-                  [&] { VokFields::ReadRotationOrderStrictly(rotation, attributes, nullptr); }),
-              (SceneTest::Failure{"Unknown rotation order \"sideways\".", ""}));
+    EXPECT_EQ(
+        FailureOf([&] { VokFields::ReadRotationOrderStrictly(rotation, attributes, nullptr); }),
+        (Failure{"Unknown rotation order \"sideways\".", ""}));
     VokFields::ReadRotationOrder(rotation, VokAttributes());
     EXPECT_EQ(rotation.order, RotationOrder::xyz);
 }

@@ -1,4 +1,4 @@
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <VokLib/Document/VokFilenameTranslator.h>
 #include <VokLib/Tree/VokDependencies.h>
@@ -9,7 +9,7 @@
 #include <optional>
 #include <vector>
 
-using namespace CoreScene;
+using namespace SceneTest;
 
 namespace {
 
@@ -90,10 +90,10 @@ class FilenameTranslator : public testing::Test {
 
     /// Reads `body` as a document with these attributes at its root, which stands beside the world.
     static void ReadForm(VokWorld& read, const std::string& attributes, const std::string& body) {
-        Read(read,
-             "<QEL xmlns=\"" + std::string(QelCurrentNamespace) + "\" " + attributes + ">" + body +
-                 "</QEL>",
-             "c:\\scenes\\a\\b.qeli");
+        Parse(read,
+              "<QEL xmlns=\"" + std::string(QelCurrentNamespace) + "\" " + attributes + ">" + body +
+                  "</QEL>",
+              "c:\\scenes\\a\\b.qeli");
     }
     static std::vector<std::string> FilesOf(const VokWorld& read) {
         VokDependencies files;
@@ -112,7 +112,7 @@ TEST_F(FilenameTranslator, RegistryKnowsTheThreeForms) {
     for (const char* form : {"qelirelative", "qelrootrelative", "absolute"})
         EXPECT_EQ(GetFormString(GetTranslator(form)), form);
     EXPECT_EQ(GetFormString(GetPrimaryTranslator()), "qelirelative");
-    EXPECT_EQ(ThrownBy([] { GetTranslator("x"); }),
+    EXPECT_EQ(FailureOf([] { GetTranslator("x"); }),
               Plain("No filename translator registered for filename form \"x\"."));
 }
 
@@ -120,14 +120,14 @@ TEST_F(FilenameTranslator, LaterOneReplacesAnEarlierOfItsForm) {
     auto first = std::make_unique<Echo>("echo");
     auto* second = new Echo("echo");
     EXPECT_EQ(&GetTranslator("echo"), second);
-    EXPECT_EQ(ThrownBy([&] { GetFormString(*first); }),
+    EXPECT_EQ(FailureOf([&] { GetFormString(*first); }),
               Plain("Failed to find VokFilenameTranslator in registry to get filename form "
                     "string."));
     Echo* replaced = first.release();
-    EXPECT_EQ(ThrownBy([&] { delete replaced; }),
+    EXPECT_EQ(FailureOf([&] { delete replaced; }),
               Plain("Failed to find VokFilenameTranslator in registry when destructing."));
     delete second;
-    EXPECT_EQ(ThrownBy([] { GetTranslator("echo"); }),
+    EXPECT_EQ(FailureOf([] { GetTranslator("echo"); }),
               Plain("No filename translator registered for filename form \"echo\"."));
 }
 
@@ -138,14 +138,14 @@ TEST_F(FilenameTranslator, OfTwoPrimaryOnesTheLaterCountsForAsLongAsItLives) {
     first.reset();
     EXPECT_EQ(GetFormString(GetPrimaryTranslator()), "second");
     second.reset();
-    EXPECT_EQ(ThrownBy([] { GetPrimaryTranslator(); }),
+    EXPECT_EQ(FailureOf([] { GetPrimaryTranslator(); }),
               Plain("No primary filename translator instance registered."));
 }
 
 TEST_F(FilenameTranslator, TheEarlierPrimaryOneDoesNotComeBack) {
     const Echo first("first", true);
     { const Echo second("second", true); }
-    EXPECT_EQ(ThrownBy([] { GetPrimaryTranslator(); }),
+    EXPECT_EQ(FailureOf([] { GetPrimaryTranslator(); }),
               Plain("No primary filename translator instance registered."));
 }
 
@@ -169,28 +169,28 @@ TEST_F(FilenameTranslator, RelativeNamesCountFromTheDocument) {
 TEST_F(FilenameTranslator, RelativeNamesNeedAnObjectInAWorld) {
     BringUp({});
     node = nullptr;
-    EXPECT_EQ(ThrownBy([&] { To("qelirelative", "x"); }), OfObject("this is NULL"));
+    EXPECT_EQ(FailureOf([&] { To("qelirelative", "x"); }), OfObject("this is NULL"));
 }
 
 TEST_F(FilenameTranslator, MissingEnvironmentShowsAtFirstUseInOneText) {
     BringUp({});
-    const Thrown expected = Plain(
+    const Failure expected = Plain(
         "No tools current project defined. "
         "No tools asset root directory environment variable defined. "
         "No tools export root directory environment variable defined. ");
-    EXPECT_EQ(ThrownBy([&] { From("qelrootrelative", "x"); }), expected);
-    EXPECT_EQ(ThrownBy([&] { To("qelrootrelative", "x"); }), expected);
+    EXPECT_EQ(FailureOf([&] { From("qelrootrelative", "x"); }), expected);
+    EXPECT_EQ(FailureOf([&] { To("qelrootrelative", "x"); }), expected);
 }
 
 TEST_F(FilenameTranslator, EachMissingVariableHasItsSentence) {
     BringUp({{"qel_tools_current_project", "rig"}, {"rig_asset_root", "d:/a"}});
-    EXPECT_EQ(ThrownBy([&] { To("qelrootrelative", "x"); }),
+    EXPECT_EQ(FailureOf([&] { To("qelrootrelative", "x"); }),
               Plain("No tools export root directory environment variable defined. "));
     world.reset();
     library.reset();
     project.reset();
     BringUp({{"_asset_root", "d:/a"}, {"_export_root", "d:/b"}});
-    EXPECT_EQ(ThrownBy([&] { To("qelrootrelative", "x"); }),
+    EXPECT_EQ(FailureOf([&] { To("qelrootrelative", "x"); }),
               Plain("No tools current project defined. "));
 }
 
@@ -274,7 +274,7 @@ TEST_F(FilenameTranslator, FormThatNobodyKnowsFailsAtTheFirstFileName) {
         ReadForm(without, attribute, "<node name='n'/><texture name='t' uri=''/>");
         EXPECT_EQ(FilesOf(without), std::vector<std::string>());
         VokWorld with;
-        EXPECT_EQ(ThrownBy([&] { ReadForm(with, attribute, "<texture name='t' uri='t.dds'/>"); }),
+        EXPECT_EQ(FailureOf([&] { ReadForm(with, attribute, "<texture name='t' uri='t.dds'/>"); }),
                   Plain("No filename translator registered for filename form \"" + form + "\"."));
     }
 }

@@ -48,7 +48,7 @@ TEST_F(ParseEncoding, EveryEncodingGivesTheSameTexts) {
         "<scene><node name='H\xC3\xBC"
         "fte'><customData><attribute name='\xC3\xA9' type='string'>caf\xC3\xA9"
         "</attribute></customData></node></scene>",
-        "1_28_1", "qelirelative", "UTF-8");
+        {.encoding = "UTF-8"});
     Load(utf8);
     EXPECT_EQ(First().GetName(),
               "H\xFC"
@@ -76,7 +76,7 @@ TEST_F(ParseEncoding, CharactersBeyondTheSingleBytesAreRefused) {
 }
 
 TEST_F(ParseEncoding, WrongEncodingIsAFaultOfTheText) {
-    const std::string document = Document("<scene>\xE9</scene>", "1_28_1", "qelirelative", "UTF-8");
+    const std::string document = Document("<scene>\xE9</scene>", {.encoding = "UTF-8"});
     EXPECT_EQ(LoadText(document, "a"), "Libxml2 parse error: 9 in \"a\" Line 3 Column 9");
 }
 

@@ -16,7 +16,7 @@ class ParseFailure : public testing::Test {
   protected:
     VokParseFailure FailureIn(std::string_view contents) {
         VokWorld world;
-        EXPECT_ANY_THROW(ParseTools::Parse(reader, world, ParseTools::Document(contents)));
+        EXPECT_ANY_THROW(ParseTools::Parse(reader, world, Document(contents)));
         return GetParseFailure(reader);
     }
 
@@ -54,7 +54,7 @@ TEST_F(ParseFailure, IsGoneWithTheNextLoad) {
     FailureIn("<jiont/>");
     EXPECT_NE(GetParseFailure(reader).line, 0);
     VokWorld world;
-    ParseTools::Parse(reader, world, ParseTools::Document("<scene/>"));
+    ParseTools::Parse(reader, world, Document("<scene/>"));
     EXPECT_EQ(GetParseFailure(reader).line, 0);
     FailureIn("<jiont/>");
     EXPECT_ANY_THROW(reader.ParseFile(world, "no such folder/none.qeli"));

@@ -124,7 +124,7 @@ TEST_F(ParseEvents, FailureOfAnObjectGoesBeforeLaterFaultsOfTheText) {
 
 TEST_F(ParseEvents, SkippingOutsideOfADocumentIsRefused) {
     VokParse parse;
-    EXPECT_EQ(TextOf([&] { parse.Skip(); }), "No parser");
+    EXPECT_EQ(ThrownText([&] { parse.Skip(); }), "No parser");
 }
 
 TEST_F(ParseEvents, BorderOfABlockMayFallAnywhere) {
@@ -156,21 +156,22 @@ class Parse : public ReaderTest {};
 TEST_F(Parse, StageFlagsAreChecked) {
     VokWorld world;
     VokParse parse;
-    EXPECT_EQ(TextOf([&] { parse.ParseBuffer(world, "", 0, 0x1000, nullptr); }),
+    EXPECT_EQ(ThrownText([&] { parse.ParseBuffer(world, "", 0, 0x1000, nullptr); }),
               "Invalid buffer stage parameter.");
-    EXPECT_EQ(TextOf([&] { parse.ParseBuffer(world, "", 0, VokParse::kFirstBlock | 1, nullptr); }),
-              "Invalid buffer stage parameter.");
+    EXPECT_EQ(
+        ThrownText([&] { parse.ParseBuffer(world, "", 0, VokParse::kFirstBlock | 1, nullptr); }),
+        "Invalid buffer stage parameter.");
 }
 
 TEST_F(Parse, BlockThatContinuesNoDocumentIsRefused) {
     VokWorld world;
     VokParse parse;
     const std::string text = "Failed to extract version information from .qeli file.";
-    EXPECT_EQ(TextOf([&] { parse.ParseBuffer(world, "x", 1, 0, nullptr); }), text);
-    EXPECT_NE(TextOf([&] { ParseTools::Parse(parse, world, Document("<unheard/>")); }), "");
-    EXPECT_EQ(TextOf([&] { parse.ParseBuffer(world, "x", 1, 0, nullptr); }), text);
-    EXPECT_EQ(TextOf([&] { ParseTools::Parse(parse, world, Document("")); }), "");
-    EXPECT_EQ(TextOf([&] { parse.ParseBuffer(world, "x", 1, VokParse::kLastBlock, nullptr); }),
+    EXPECT_EQ(ThrownText([&] { parse.ParseBuffer(world, "x", 1, 0, nullptr); }), text);
+    EXPECT_NE(ThrownText([&] { ParseTools::Parse(parse, world, Document("<unheard/>")); }), "");
+    EXPECT_EQ(ThrownText([&] { parse.ParseBuffer(world, "x", 1, 0, nullptr); }), text);
+    EXPECT_EQ(ThrownText([&] { ParseTools::Parse(parse, world, Document("")); }), "");
+    EXPECT_EQ(ThrownText([&] { parse.ParseBuffer(world, "x", 1, VokParse::kLastBlock, nullptr); }),
               text);
 }
 
@@ -178,7 +179,7 @@ TEST_F(Parse, OneReaderReadsOneDocumentAfterAnother) {
     VokParse parse;
     for (int i = 0; i < 3; ++i) {
         VokWorld world;
-        EXPECT_NE(TextOf([&] {
+        EXPECT_NE(ThrownText([&] {
                       ParseTools::Parse(parse, world, Document("<joint name='a'><translate>1"));
                   }),
                   "");
@@ -204,7 +205,9 @@ TEST_F(Parse, DocumentIsNamedByItsAbsolutePath) {
 TEST_F(Parse, NameIsSetEvenWhenTheVersionIsRefused) {
     VokWorld world;
     VokParse parse;
-    EXPECT_NE(TextOf([&] { ParseTools::Parse(parse, world, Document("", "1_27_3"), "/a.qeli"); }),
+    EXPECT_NE(ThrownText([&] {
+                  ParseTools::Parse(parse, world, Document("", {.version = "1_27_3"}), "/a.qeli");
+              }),
               "");
     EXPECT_EQ(world.GetFilename(), "/a.qeli");
 }
@@ -233,7 +236,7 @@ class ParseVersion : public ReaderTest {
   protected:
     std::string Load(const std::string& document) {
         parse.SetAllowUpdate(true);
-        return TextOf([&] { ParseTools::Parse(parse, world, document, "old.qeli"); });
+        return ThrownText([&] { ParseTools::Parse(parse, world, document, "old.qeli"); });
     }
 
     VokWorld world;
@@ -244,7 +247,7 @@ class ParseLinks : public ParseVersion {
   protected:
     static std::string Linked(std::string_view path, std::string_view version = "1_28_1") {
         return Document("<objset name='set'><member path='" + std::string(path) + "'/></objset>",
-                        version);
+                        {.version = version});
     }
 };
 
@@ -255,8 +258,8 @@ TEST(ParseWithoutLibrary, NeedsFactories) {
     const std::string text =
         "Attempt to parse without registering any factories. Tools must initialise VokLib before "
         "parsing.";
-    EXPECT_EQ(TextOf([&] { ParseTools::Parse(parse, world, Document("")); }), text);
-    EXPECT_EQ(TextOf([&] { parse.ParseFile(world, "/nowhere/at/all.qeli"); }), text);
+    EXPECT_EQ(ThrownText([&] { ParseTools::Parse(parse, world, Document("")); }), text);
+    EXPECT_EQ(ThrownText([&] { parse.ParseFile(world, "/nowhere/at/all.qeli"); }), text);
 }
 
 }  // namespace

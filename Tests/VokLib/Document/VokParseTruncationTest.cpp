@@ -28,8 +28,8 @@ std::vector<std::string> Documents() {
                  "<parseacceleration><x><y/></x></parseacceleration>"),
         Document("<scene><![CDATA[ x ]]><?pi a?><node name='n'><rotEul rotOrd='zyx'>1 2 "
                  "3</rotEul></node></scene>",
-                 "1_27_3", "qelirelative", "UTF-8"),
-        Document("<scene><node name='n'/></scene>", "1_2_0"),
+                 {.version = "1_27_3", .encoding = "UTF-8"}),
+        Document("<scene><node name='n'/></scene>", {.version = "1_2_0"}),
         "<?xml version='1.0'?><!DOCTYPE QEL [<!ENTITY e 'x'><!-- ' -->]>" + Document("").substr(44),
     };
 }
@@ -59,8 +59,9 @@ class ParseTruncation : public ReaderTest {
         VokWorld world;
         std::ostringstream written;
         VokDocumentFile file(written);
-        std::string failure = TextOf([&] { ParseInBlocks(parse, world, document, blockBytes); });
-        if (failure.empty()) failure = TextOf([&] { world.Write(file); });
+        std::string failure =
+            ThrownText([&] { ParseInBlocks(parse, world, document, blockBytes); });
+        if (failure.empty()) failure = ThrownText([&] { world.Write(file); });
         return failure.empty() ? written.str() : failure;
     }
 };

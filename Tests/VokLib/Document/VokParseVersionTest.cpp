@@ -21,7 +21,7 @@ class ParseVersion : public ReaderTest {
   protected:
     std::string Load(const std::string& document) {
         parse.SetAllowUpdate(true);
-        return TextOf([&] { ParseTools::Parse(parse, world, document, "old.qeli"); });
+        return ThrownText([&] { ParseTools::Parse(parse, world, document, "old.qeli"); });
     }
 
     VokWorld world;
@@ -29,7 +29,7 @@ class ParseVersion : public ReaderTest {
 };
 
 TEST_F(ParseVersion, OldDocumentIsRefusedUnlessUpdateIsAllowed) {
-    EXPECT_EQ(LoadText(Document("", "1_27_3")),
+    EXPECT_EQ(LoadText(Document("", {.version = "1_27_3"})),
               ".qeli instance is not the correct version. Expected version namespace of "
               "\"http://qel.example/ns/qeli/1_28_1/qeli\" but got "
               "\"http://qel.example/ns/qeli/1_27_3/qeli\".");
@@ -52,12 +52,12 @@ TEST_F(ParseVersion, RootWithoutADefaultNamespaceHasNoVersion) {
 TEST_F(ParseVersion, FirstElementOfTheRootsNameGivesTheVersionAtAnyDepth) {
     const std::string document =
         std::string("<a><QEL xmlns='") + QelCurrentNamespace + "'/><QEL xmlns='x'/></a>";
-    EXPECT_EQ(TextOf([&] { ParseTools::Parse(parse, world, document); }), "");
+    EXPECT_EQ(ThrownText([&] { ParseTools::Parse(parse, world, document); }), "");
 }
 
 TEST_F(ParseVersion, CompatibleDocumentIsReadAsItStands) {
     update.compatible = true;
-    EXPECT_EQ(Load(Document("<scene><joint name='j'/></scene>", "1_27_3")), "");
+    EXPECT_EQ(Load(Document("<scene><joint name='j'/></scene>", {.version = "1_27_3"})), "");
     EXPECT_EQ(update.asked, VersionNamespace("1_27_3"));
     EXPECT_EQ(update.received, "");
     EXPECT_EQ(world.GetHierarchy()->GetChildCount(), 1u);
@@ -65,7 +65,8 @@ TEST_F(ParseVersion, CompatibleDocumentIsReadAsItStands) {
 
 TEST_F(ParseVersion, OutdatedDocumentIsReadFromWhatTheUpdateWrites) {
     update.result = Document("<scene><joint name='new'/></scene>");
-    const std::string old = Document("<scene><joint name='old'><gone/></joint></scene>", "1_10_0");
+    const std::string old =
+        Document("<scene><joint name='old'><gone/></joint></scene>", {.version = "1_10_0"});
     EXPECT_EQ(Load(old), "");
     EXPECT_EQ(update.received, old);
     EXPECT_TRUE(update.isFreed);
@@ -75,7 +76,7 @@ TEST_F(ParseVersion, OutdatedDocumentIsReadFromWhatTheUpdateWrites) {
 
 TEST_F(ParseVersion, OutdatedDocumentIsCollectedBlockByBlock) {
     update.result = Document("<scene><joint name='new'/></scene>");
-    const std::string old = Document(std::string(5000, ' '), "1_10_0");
+    const std::string old = Document(std::string(5000, ' '), {.version = "1_10_0"});
     parse.SetAllowUpdate(true);
     ParseInBlocks(parse, world, old, 1000);
     EXPECT_EQ(update.received, old);
@@ -89,27 +90,27 @@ TEST_F(ParseVersion, UpdatedDocumentOfSeveralBlocksStreamsThrough) {
                     "'><translate>1.0 2.0 3.0</translate></joint>";
     update.result = Document(contents + "</scene>");
     ASSERT_GT(update.result.size(), 2u << 20);
-    EXPECT_EQ(Load(Document("", "1_10_0")), "");
+    EXPECT_EQ(Load(Document("", {.version = "1_10_0"})), "");
     EXPECT_EQ(world.GetHierarchy()->GetChildCount(), 40000u);
 }
 
 TEST_F(ParseVersion, FaultInAnUpdatedDocumentTellsItsPlaceThere) {
     update.result = Document("<scene></a>");
-    EXPECT_EQ(Load(Document("", "1_10_0")),
+    EXPECT_EQ(Load(Document("", {.version = "1_10_0"})),
               "Libxml2 parse error: 76 in \"old.qeli\" Line 3 Column 12");
 }
 
 TEST_F(ParseVersion, UpdateThatWritesNothingLeavesTheLastBlockToTheReader) {
-    EXPECT_EQ(Load(Document("<scene><joint name='old'/></scene>", "1_10_0")), "");
+    EXPECT_EQ(Load(Document("<scene><joint name='old'/></scene>", {.version = "1_10_0"})), "");
     EXPECT_EQ(world.GetHierarchy()->GetChildCount(), 1u);
 }
 
 TEST_F(ParseVersion, FileNamesOfAnotherFormAreTurnedIntoThePrimaryForm) {
-    EXPECT_EQ(TextOf([&] {
+    EXPECT_EQ(ThrownText([&] {
                   ParseTools::Parse(
                       parse, world,
                       Document("<reference name='r' uri='/assets/props/sword.qeli' namespace='s'/>",
-                               "1_28_1", "absolute"),
+                               {.form = "absolute"}),
                       "/assets/rigs/hero.qeli");
               }),
               "");
@@ -120,7 +121,7 @@ class ParseLinks : public ParseVersion {
   protected:
     static std::string Linked(std::string_view path, std::string_view version = "1_28_1") {
         return Document("<objset name='set'><member path='" + std::string(path) + "'/></objset>",
-                        version);
+                        {.version = version});
     }
 };
 

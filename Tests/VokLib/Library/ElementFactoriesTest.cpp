@@ -210,7 +210,8 @@ TEST_P(EveryType, WritingChangesNothing) {
 
 TEST_P(EveryType, ACutDocumentIsRefused) {
     const std::string document = Document(BodyOf(GetParam()));
-    for (std::size_t length = 0; length < document.size(); ++length) {
+    // The line feed behind the root may be missing.
+    for (std::size_t length = 0; length + 1 < document.size(); ++length) {
         const std::string result = ReadAndWrite(std::string_view(document).substr(0, length));
         ASSERT_FALSE(result.starts_with("<?xml")) << "cut at " << length;
         ASSERT_FALSE(result.empty());

@@ -1,4 +1,4 @@
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <VokLib/CustomData/VokCustomAttribute.h>
 #include <VokLib/Document/VokFilenameTranslator.h>
@@ -12,7 +12,7 @@
 
 #include <fstream>
 
-using namespace CoreScene;
+using namespace SceneTest;
 
 TEST(LibraryBringUp, EachServiceFollowsItsSwitch) {
     for (int service = 0; service < 5; ++service) {
@@ -21,7 +21,7 @@ TEST(LibraryBringUp, EachServiceFollowsItsSwitch) {
         EXPECT_EQ(VokFactory::FactoryCount() != 0, on(0));
         EXPECT_EQ(VokObjConvert::Exists(), on(1));
         EXPECT_EQ(HasCustomAttributeFactories(), on(2));
-        EXPECT_EQ(ThrownBy([] { GetPrimaryTranslator(); }).text == "nothing", on(3));
+        EXPECT_EQ(FailureOf([] { GetPrimaryTranslator(); }).text == "", on(3));
         EXPECT_EQ(VokUpdate::Exists(), on(4));
         EXPECT_TRUE(VokObjLinkStore::Exists());
     }
@@ -34,20 +34,20 @@ TEST(LibraryBringUp, TearDownTakesEverythingAway) {
     EXPECT_FALSE(HasCustomAttributeFactories());
     EXPECT_FALSE(VokUpdate::Exists());
     EXPECT_FALSE(VokObjLinkStore::Exists());
-    EXPECT_EQ(ThrownBy([] { GetPrimaryTranslator(); }),
+    EXPECT_EQ(FailureOf([] { GetPrimaryTranslator(); }),
               Plain("No primary filename translator instance registered."));
 }
 
 TEST(LibraryBringUp, SecondLibraryIsRefusedAndLeavesTheFirstWhole) {
     const VokLib first(true, true, true, true, true);
     const std::size_t factories = VokFactory::FactoryCount();
-    EXPECT_EQ(ThrownBy([] { VokLib second(true, false, false, false, false); }),
+    EXPECT_EQ(FailureOf([] { VokLib second(true, false, false, false, false); }),
               OfObject("Factory already registered for object name \"aimConstraint\""));
     EXPECT_EQ(VokFactory::FactoryCount(), factories);
-    EXPECT_EQ(ThrownBy([] { VokLib second(false, false, false, false, false); }).text,
+    EXPECT_EQ(FailureOf([] { VokLib second(false, false, false, false, false); }).text,
               "QelTools::Common::Singleton<class VokObjLinkStore>::Singleton: we already have an "
               "instance");
-    EXPECT_EQ(ThrownBy([] { VokLib second(false, false, false, false, true); }).text,
+    EXPECT_EQ(FailureOf([] { VokLib second(false, false, false, false, true); }).text,
               "QelTools::Common::Singleton<class VokUpdate>::Singleton: we already have an "
               "instance");
     EXPECT_TRUE(VokObjLinkStore::Exists());
@@ -57,13 +57,13 @@ TEST(LibraryBringUp, SecondLibraryIsRefusedAndLeavesTheFirstWhole) {
 TEST(LibraryBringUp, FailureInTheMiddleReleasesWhatWasUp) {
     VokFactory::RegisterFactory("translationConstraint",
                                 [] { return static_cast<VokObj*>(nullptr); });
-    EXPECT_EQ(ThrownBy([] { VokLib library(true, true, true, true, true); }),
+    EXPECT_EQ(FailureOf([] { VokLib library(true, true, true, true, true); }),
               OfObject("Factory already registered for object name \"translationConstraint\""));
     EXPECT_EQ(VokFactory::FactoryCount(), 1u);
     VokFactory::UnregisterFactory("translationConstraint");
 
     const VokObjLinkStore store;
-    EXPECT_EQ(ThrownBy([] { VokLib library(true, true, true, true, true); }).text,
+    EXPECT_EQ(FailureOf([] { VokLib library(true, true, true, true, true); }).text,
               "QelTools::Common::Singleton<class VokObjLinkStore>::Singleton: we already have an "
               "instance");
     EXPECT_EQ(VokFactory::FactoryCount(), 0u);

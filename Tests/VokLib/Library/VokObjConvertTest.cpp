@@ -1,4 +1,4 @@
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <VokLib/CustomData/VokCustomAttributeString.h>
 #include <VokLib/Library/VokObjConvert.h>
@@ -9,7 +9,7 @@
 #include <VokLib/Objects/Nodes/VokLodGroup.h>
 #include <VokLib/Tree/VokCast.h>
 
-using namespace CoreScene;
+using namespace SceneTest;
 
 namespace {
 
@@ -24,7 +24,7 @@ class TwiceTheSame : public VokObjConvert {
 
 }  // namespace
 
-class ObjConvert : public CoreScene::Test {
+class ObjConvert : public SceneTest::Test {
   protected:
     VokJoint* ToJoint() {
         VokObj* converted = VokObjConvert::Get().Convert(node, "joint");
@@ -32,8 +32,8 @@ class ObjConvert : public CoreScene::Test {
         return vok_cast<VokJoint>(converted);
     }
 
-    Thrown Refusal() {
-        return ThrownBy([&] { VokObjConvert::Get().Convert(node, "joint"); });
+    Failure Refusal() {
+        return FailureOf([&] { VokObjConvert::Get().Convert(node, "joint"); });
     }
 
     void Animate(VokObj* object, const char* channel) {
@@ -102,7 +102,7 @@ TEST_F(ObjConvert, PivotsWithoutAnimationGoIntoTheTranslation) {
 }
 
 TEST_F(ObjConvert, AnimatedScaleAboutAPivotIsRefused) {
-    const Thrown refusal =
+    const Failure refusal =
         OfObject("Failed to convert node to joint. Scale-pivot is not zero and scale is animated.",
                  "||node");
     node->scalePivot = {0, 1, 0, 0};
@@ -118,7 +118,7 @@ TEST_F(ObjConvert, AnimatedScaleAboutAPivotIsRefused) {
 }
 
 TEST_F(ObjConvert, AnimatedRotationAboutAPivotIsRefused) {
-    const Thrown refusal = OfObject(
+    const Failure refusal = OfObject(
         "Failed to convert node to joint. Rotate-pivot is not zero and rotation is animated.",
         "||node");
     node->rotatePivot = {0, 0, 2e-6f, 0};
@@ -160,11 +160,11 @@ TEST_F(ObjConvert, PairWithoutACopierKeepsTheDefaults) {
 }
 
 TEST_F(ObjConvert, UnknownTargetTypeIsRefused) {
-    EXPECT_EQ(ThrownBy([&] { VokObjConvert::Get().Convert(node, "mystery"); }),
+    EXPECT_EQ(FailureOf([&] { VokObjConvert::Get().Convert(node, "mystery"); }),
               OfObject("Failed to find factory to create a new object.", "||node"));
 }
 
 TEST(ObjConvertRegistry, SecondCopierForOnePairIsRefused) {
-    EXPECT_EQ(ThrownBy([] { TwiceTheSame(); }), OfObject("Duplicate data copiers."));
+    EXPECT_EQ(FailureOf([] { TwiceTheSame(); }), OfObject("Duplicate data copiers."));
     EXPECT_FALSE(VokObjConvert::Exists());
 }

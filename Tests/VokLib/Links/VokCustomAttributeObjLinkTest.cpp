@@ -17,7 +17,6 @@ using CustomDataTest::kNotSingle;
 using CustomDataTest::kNoValue;
 using CustomDataTest::Loaded;
 using CustomDataTest::LoadFailure;
-using SceneTest::FailureOf;
 
 std::string Wrapped(const std::string& attribute) {
     return "<customData>\n" + attribute + "\n</customData>";

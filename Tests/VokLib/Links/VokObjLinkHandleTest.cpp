@@ -1,11 +1,11 @@
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <VokLib/Links/VokObjLinkStore.h>
 #include <VokLib/Tree/VokNode.h>
 
-using namespace CoreScene;
+using namespace SceneTest;
 
-class LinkHandle : public CoreScene::Test {
+class LinkHandle : public SceneTest::Test {
   protected:
     VokObjLinkStore& store = VokObjLinkStore::Get();
     VokWorld world;
@@ -19,7 +19,7 @@ TEST_F(LinkHandle, FreshHandleHoldsNoLink) {
     EXPECT_FALSE(handle.HasTarget());
     EXPECT_EQ(handle.FindTarget(), nullptr);
     EXPECT_TRUE(handle.GetPath().IsEmpty());
-    EXPECT_EQ(ThrownBy([&] { handle.GetTarget(); }),
+    EXPECT_EQ(FailureOf([&] { handle.GetTarget(); }),
               Plain("VokObjLinkHandle has invalid iterator"));
     EXPECT_EQ(store.GetCount(), 0u);
 }
@@ -29,7 +29,7 @@ TEST_F(LinkHandle, PathWaitsWithoutATarget) {
     EXPECT_TRUE(handle.IsValid());
     EXPECT_FALSE(handle.HasTarget());
     EXPECT_EQ(handle.GetPath().GetText(), "||some|where");
-    EXPECT_EQ(ThrownBy([&] { handle.GetTarget(); }),
+    EXPECT_EQ(FailureOf([&] { handle.GetTarget(); }),
               Plain("VokObjLinkHandle has NULL target: ||some|where"));
     EXPECT_EQ(store.GetCount(), 1u);
 }
@@ -59,9 +59,9 @@ TEST_F(LinkHandle, ResolvedLinkCanBeReplaced) {
 
 TEST_F(LinkHandle, WaitingLinkCannotBeReplaced) {
     VokObjLinkHandle handle(owner, "||x");
-    const Thrown expected = Plain("objlink has valid iterator but no target");
-    EXPECT_EQ(ThrownBy([&] { handle.SetTarget(target); }), expected);
-    EXPECT_EQ(ThrownBy([&] { handle.SetTargetPath("||y"); }), expected);
+    const Failure expected = Plain("objlink has valid iterator but no target");
+    EXPECT_EQ(FailureOf([&] { handle.SetTarget(target); }), expected);
+    EXPECT_EQ(FailureOf([&] { handle.SetTargetPath("||y"); }), expected);
     EXPECT_EQ(handle.GetPath().GetText(), "||x");
 }
 
@@ -85,7 +85,7 @@ TEST_F(LinkHandle, DeletedTargetLeavesTheHandleInvalidAndTheStoreWithoutTheRecor
     world.GetHierarchy()->DeleteChild(target);
     EXPECT_FALSE(handle.IsValid());
     EXPECT_TRUE(handle.GetPath().IsEmpty());
-    EXPECT_EQ(ThrownBy([&] { handle.GetTarget(); }),
+    EXPECT_EQ(FailureOf([&] { handle.GetTarget(); }),
               Plain("VokObjLinkHandle has invalid iterator"));
     EXPECT_EQ(store.GetCount(), 0u);
 }
@@ -125,6 +125,6 @@ TEST_F(LinkHandle, NoObjectMeansNoLink) {
 TEST(LinkHandleAlone, NeedsTheStoreToHoldALink) {
     VokNode node;
     VokObjLinkHandle handle(&node);
-    EXPECT_EQ(ThrownBy([&] { handle.SetTarget(&node); }).text,
+    EXPECT_EQ(FailureOf([&] { handle.SetTarget(&node); }).text,
               "QelTools::Common::Singleton<class VokObjLinkStore>::Get: we don't have an instance");
 }

@@ -1,4 +1,4 @@
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <VokLib/Links/VokObjLinkStore.h>
 #include <VokLib/Objects/Animation/VokAnim.h>
@@ -9,9 +9,9 @@
 #include <set>
 #include <vector>
 
-using namespace CoreScene;
+using namespace SceneTest;
 
-class LinkStore : public CoreScene::Test {
+class LinkStore : public SceneTest::Test {
   protected:
     std::size_t Resolve(bool retryDeferred = false) {
         unresolved.clear();
@@ -26,7 +26,7 @@ class LinkStore : public CoreScene::Test {
 
 TEST_F(LinkStore, LinkToALaterObjectResolves) {
     VokWorld read;
-    Read(read, Document("<anim name='m' target='||late'/><scene><node name='late'/></scene>"));
+    Parse(read, Document("<anim name='m' target='||late'/><scene><node name='late'/></scene>"));
     const auto* anim = static_cast<const VokAnim*>(read.FindChild("m"));
     EXPECT_EQ(anim->target.GetTarget(), read.GetHierarchy()->FindChild("late"));
 }
@@ -89,13 +89,13 @@ TEST_F(LinkStore, DeferredLinksAreTriedAgainWhereAsked) {
 TEST_F(LinkStore, WaitingRecordWithATargetIsAnError) {
     VokObjLink& link = store.AddUnresolved(nullptr, "||a", nullptr, nullptr);
     link.target = a;
-    EXPECT_EQ(ThrownBy([&] { Resolve(); }), Plain("Unresolved objlink already has target"));
+    EXPECT_EQ(FailureOf([&] { Resolve(); }), Plain("Unresolved objlink already has target"));
     store.Remove(&link);
 }
 
 TEST_F(LinkStore, FailuresOfResolutionReachTheCaller) {
     const VokObjLinkHandle handle(a, "nobar");
-    EXPECT_EQ(ThrownBy([&] { Resolve(); }), Plain("Unrecognised path format: nobar"));
+    EXPECT_EQ(FailureOf([&] { Resolve(); }), Plain("Unrecognised path format: nobar"));
 }
 
 TEST_F(LinkStore, RemovedLinksLeaveTheirHandlesInvalid) {
@@ -149,7 +149,7 @@ TEST_F(LinkStore, SwapRefusesATargetThatStillHasItsPath) {
     VokNode* b = Add<VokNode>(world.GetHierarchy(), "b");
     VokObjLink& link = store.AddResolved(nullptr, a, nullptr, nullptr);
     link.path = "||a";
-    EXPECT_EQ(ThrownBy([&] { store.SwapLinkTargets(a, b); }),
+    EXPECT_EQ(FailureOf([&] { store.SwapLinkTargets(a, b); }),
               Plain("Unexpected state in SwapLinkTargets()"));
     store.Remove(&link);
 }

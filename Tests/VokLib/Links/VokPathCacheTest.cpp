@@ -1,6 +1,6 @@
 #include "Links/VokPathCache.h"
 
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <VokLib/Links/VokPath.h>
 #include <VokLib/Tree/VokInstance.h>
@@ -10,12 +10,12 @@
 #include <string>
 #include <vector>
 
-using namespace CoreScene;
+using namespace SceneTest;
 
 namespace {
 
 /// Scenes of few names, so that many have the same, and objects with instances of some of them.
-class InstancedScenes : public CoreScene::Test {
+class InstancedScenes : public SceneTest::Test {
   protected:
     explicit InstancedScenes(unsigned seed = 1) : random(seed) {
         for (int i = 0; i < kScenes; ++i) {

@@ -1,21 +1,21 @@
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <VokLib/Objects/Nodes/VokJoint.h>
 #include <VokLib/Tree/VokInstance.h>
 #include <VokLib/Tree/VokNode.h>
 #include <VokLib/Tree/VokReference.h>
 
-using namespace CoreScene;
+using namespace SceneTest;
 
-class Path : public CoreScene::Test {
+class Path : public SceneTest::Test {
   protected:
     VokObj* Find(const std::string& path) {
         reference = nullptr;
         return VokPath(path).Resolve(&world, &reference);
     }
 
-    Thrown Refusal(const std::string& path) {
-        return ThrownBy([&] { Find(path); });
+    Failure Refusal(const std::string& path) {
+        return FailureOf([&] { Find(path); });
     }
 
     VokReference* AddReference(VokObj* parent, const std::string& name, const std::string& space) {
@@ -46,10 +46,11 @@ TEST_F(Path, OfAnObjectListsTheNamesBelowTheWorld) {
 TEST_F(Path, CannotTellAnObjectOutsideAWorld) {
     VokNode loose;
     VokPath path("|kept");
-    EXPECT_EQ(ThrownBy([&] { path.SetFromObject(nullptr); }), Plain("Cannot set path to null obj"));
-    EXPECT_EQ(ThrownBy([&] { path.SetFromObject(&world); }),
+    EXPECT_EQ(FailureOf([&] { path.SetFromObject(nullptr); }),
+              Plain("Cannot set path to null obj"));
+    EXPECT_EQ(FailureOf([&] { path.SetFromObject(&world); }),
               Plain("VokPath cannot currently represent the world"));
-    EXPECT_EQ(ThrownBy([&] { path.SetFromObject(&loose); }),
+    EXPECT_EQ(FailureOf([&] { path.SetFromObject(&loose); }),
               Plain("VokPath must represent object under world"));
     EXPECT_EQ(path.GetText(), "|kept");
 }

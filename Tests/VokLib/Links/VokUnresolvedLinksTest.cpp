@@ -1,6 +1,6 @@
 #include <VokLib/Links/VokUnresolvedLinks.h>
 
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <VokLib/Base/VokLimits.h>
 #include <VokLib/Links/VokObjLinkStore.h>
@@ -13,13 +13,13 @@
 #include <string>
 #include <vector>
 
-using namespace CoreScene;
+using namespace SceneTest;
 
 namespace {
 
 using Texts = std::vector<std::string>;
 
-class UnresolvedLinks : public CoreScene::Test {
+class UnresolvedLinks : public SceneTest::Test {
   protected:
     void AddLink(VokObj* owner, const std::string& path) {
         links.push_back(std::make_unique<VokObjLinkHandle>(owner, path));

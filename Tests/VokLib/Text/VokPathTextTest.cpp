@@ -1,16 +1,16 @@
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <Platform/Paths.h>
 #include <VokLib/Text/VokPathText.h>
 
-using namespace CoreScene;
+using namespace SceneTest;
 using namespace VokPathText;
 
 namespace {
 
 const std::string kBase = "c:\\scenes\\a\\b.qeli";
 
-Thrown NoAbsolute(const std::string& path, const std::string& base) {
+Failure NoAbsolute(const std::string& path, const std::string& base) {
     return Plain("failed to construct absolute path from \"" + path + "\" relative to \"" + base +
                  "\"");
 }
@@ -45,7 +45,7 @@ TEST(PathText, CompletePathStaysAsItStands) {
 TEST(PathText, PathFromTheRootTakesTheBasesDrive) {
     EXPECT_EQ(MakeAbsolutePath("\\x\\y", kBase), "c:\\x\\y");
     EXPECT_EQ(MakeAbsolutePath("/x", kBase), "c:/x");
-    EXPECT_EQ(ThrownBy([] { MakeAbsolutePath("\\x", "a\\b"); }), NoAbsolute("\\x", "a\\b"));
+    EXPECT_EQ(FailureOf([] { MakeAbsolutePath("\\x", "a\\b"); }), NoAbsolute("\\x", "a\\b"));
 }
 
 TEST(PathText, BaseThatBeginsWithASlashHasNoDrive) {
@@ -61,8 +61,8 @@ TEST(PathText, OtherPathsStandInTheBasesFolder) {
     EXPECT_EQ(MakeAbsolutePath("t.dds", kBase), "c:\\scenes\\a\\t.dds");
     EXPECT_EQ(MakeAbsolutePath("", kBase), "c:\\scenes\\a\\");
     EXPECT_EQ(MakeAbsolutePath("x", "a/b"), "a\\x");
-    EXPECT_EQ(ThrownBy([] { MakeAbsolutePath("x", "b.qeli"); }), NoAbsolute("x", "b.qeli"));
-    EXPECT_EQ(ThrownBy([] { MakeAbsolutePath("", ""); }), NoAbsolute("", ""));
+    EXPECT_EQ(FailureOf([] { MakeAbsolutePath("x", "b.qeli"); }), NoAbsolute("x", "b.qeli"));
+    EXPECT_EQ(FailureOf([] { MakeAbsolutePath("", ""); }), NoAbsolute("", ""));
 }
 
 TEST(PathText, TidyPathHasNoParentsAndNoDoubledSeparators) {
@@ -83,17 +83,17 @@ TEST(PathText, ServerAndShareStay) {
 }
 
 TEST(PathText, ParentsStopAtTheRoot) {
-    const Thrown expected = Plain("Too many \"..\" in relative path.");
-    EXPECT_EQ(ThrownBy([] { TidyAbsolutePath("..\\..\\..\\x", "c:\\a\\b"); }), expected);
-    EXPECT_EQ(ThrownBy([] { TidyAbsolutePath("../../x", "c:\\a\\b"); }), expected);
-    EXPECT_EQ(ThrownBy([] { TidyAbsolutePath("/../x", "/a/b"); }), expected);
-    EXPECT_EQ(ThrownBy([] { TidyAbsolutePath("c:..\\x", "c:\\a\\b"); }), expected);
+    const Failure expected = Plain("Too many \"..\" in relative path.");
+    EXPECT_EQ(FailureOf([] { TidyAbsolutePath("..\\..\\..\\x", "c:\\a\\b"); }), expected);
+    EXPECT_EQ(FailureOf([] { TidyAbsolutePath("../../x", "c:\\a\\b"); }), expected);
+    EXPECT_EQ(FailureOf([] { TidyAbsolutePath("/../x", "/a/b"); }), expected);
+    EXPECT_EQ(FailureOf([] { TidyAbsolutePath("c:..\\x", "c:\\a\\b"); }), expected);
     EXPECT_EQ(TidyAbsolutePath("..\\x", "c:\\a\\b"), "c:\\x");
 }
 
 TEST(PathText, PathThatThePlatformRefusesIsNamed) {
     const std::string name(100000, 'x');
-    EXPECT_EQ(ThrownBy([&] { TidyAbsolutePath("/" + name, "/b"); }),
+    EXPECT_EQ(FailureOf([&] { TidyAbsolutePath("/" + name, "/b"); }),
               Plain("failed to tidy up absolute path \"/" + name + "\""));
 }
 

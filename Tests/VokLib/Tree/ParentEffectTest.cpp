@@ -4,8 +4,6 @@
 
 #include "VokLib/SceneTestTools.h"
 
-using SceneTest::FailureOf;
-
 TEST(ParentEffectText, ThreeTextsInTheOrderOfTheValues) {
     const char* const texts[] = {"normal", "scaleCompensate", "noInherit"};
     for (unsigned i = 0; i < 3; ++i) {

@@ -1,11 +1,11 @@
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <VokLib/CustomData/VokCustomAttributeFilename.h>
 #include <VokLib/Tree/VokDependencies.h>
 #include <VokLib/Tree/VokNode.h>
 #include <VokLib/Tree/VokReference.h>
 
-using namespace CoreScene;
+using namespace SceneTest;
 
 namespace {
 
@@ -27,7 +27,7 @@ VokCustomAttributeFilename& AddFilename(VokObj& object, bool array) {
 }  // namespace
 
 /// a holds b and a reference; c stands behind a.
-class Dependencies : public CoreScene::Test {
+class Dependencies : public SceneTest::Test {
   protected:
     Dependencies() {
         reference->uri = "r.qeli";

@@ -1,9 +1,9 @@
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <VokLib/Tree/VokFactory.h>
 #include <VokLib/Tree/VokNode.h>
 
-using namespace CoreScene;
+using namespace SceneTest;
 
 namespace {
 
@@ -33,7 +33,7 @@ TEST(Factory, RegistryLivesFromTheFirstEntryToTheLast) {
 
 TEST(Factory, SecondRegistrationOfANameIsRefused) {
     VokFactory::RegisterFactory("thing", MakeNode);
-    EXPECT_EQ(ThrownBy([] { VokFactory::RegisterFactory("thing", MakeScene); }),
+    EXPECT_EQ(FailureOf([] { VokFactory::RegisterFactory("thing", MakeScene); }),
               OfObject("Factory already registered for object name \"thing\""));
     EXPECT_EQ(VokFactory::FindFactory("thing"), MakeNode);
     VokFactory::UnregisterFactory("thing");

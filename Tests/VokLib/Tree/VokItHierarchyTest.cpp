@@ -1,14 +1,14 @@
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <VokLib/Objects/Nodes/VokJoint.h>
 #include <VokLib/Tree/VokItHierarchy.h>
 #include <VokLib/Tree/VokNode.h>
 
-using namespace CoreScene;
+using namespace SceneTest;
 using Kind = VokItHierarchy::Kind;
 
 /// r holds a(d(g), e), b, c(f); d and c are joints.
-class ItHierarchy : public CoreScene::Test {
+class ItHierarchy : public SceneTest::Test {
   protected:
     ItHierarchy() {
         top->SetName("r");

@@ -1,4 +1,4 @@
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <VokLib/Links/VokObjLinkStore.h>
 #include <VokLib/Objects/Animation/VokAnim.h>
@@ -8,7 +8,7 @@
 #include <cstdint>
 #include <vector>
 
-using namespace CoreScene;
+using namespace SceneTest;
 
 namespace {
 
@@ -35,7 +35,7 @@ constexpr int kWide = 100000;
 
 }  // namespace
 
-class ObjLifetime : public CoreScene::Test {};
+class ObjLifetime : public SceneTest::Test {};
 
 TEST_F(ObjLifetime, ChildrenDieInOrder) {
     std::string diary;
@@ -67,7 +67,7 @@ TEST_F(ObjLifetime, DeepTreeIsDestroyedWalkedAndWritten) {
     EXPECT_EQ(VokPath(at).GetText().size(), 1u + 2u * kDeep);
     EXPECT_EQ(VokPath(at).Resolve(&world), at);
 
-    const std::string text = Written(*world.GetHierarchy());
+    const std::string text = Write(*world.GetHierarchy());
     std::string expected = "<scene>";
     for (int i = 0; i < kDeep; ++i) expected += "\n<node name=\"n\">";
     for (int i = 0; i < kDeep; ++i) expected += "\n</node>";
@@ -144,7 +144,7 @@ TEST_F(ObjLifetime, RemovingALinkThatStandsElsewhereIsRefused) {
     VokNode* b = Add<VokNode>(world.GetHierarchy(), "b");
     VokObjLinkStore& store = VokObjLinkStore::Get();
     VokObjLink& link = store.AddResolved(nullptr, a, nullptr, nullptr);
-    EXPECT_EQ(ThrownBy([&] { b->RemoveIncomingLink(store, link); }),
+    EXPECT_EQ(FailureOf([&] { b->RemoveIncomingLink(store, link); }),
               OfObject("Could not find objlink to remove", "||b"));
     store.Remove(&link);
 }

@@ -1,4 +1,4 @@
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <VokLib/Base/VokLimits.h>
 #include <VokLib/Document/VokParse.h>
@@ -7,21 +7,21 @@
 
 #include <deque>
 
-using namespace CoreScene;
+using namespace SceneTest;
 
 /// What stands inside an element that is not the object's own, and what of the object's own is
 /// still known there.
-class ForeignElements : public CoreScene::Test {
+class ForeignElements : public SceneTest::Test {
   protected:
     /// Reads `element` into the hierarchy and returns the object that it makes.
     VokNode* ReadNode(const std::string& element) {
-        Read(world, Document("<scene>" + element + "</scene>"));
+        Parse(world, Document("<scene>" + element + "</scene>"));
         return static_cast<VokNode*>(world.GetHierarchy()->GetChild(0));
     }
 
-    Thrown Refusal(const std::string& element) {
+    Failure Refusal(const std::string& element) {
         VokWorld refused;
-        return ThrownBy([&] { Read(refused, Document("<scene>" + element + "</scene>")); });
+        return FailureOf([&] { Parse(refused, Document("<scene>" + element + "</scene>")); });
     }
 
     static std::string Translation(const VokNode& node) {
@@ -93,11 +93,11 @@ class Holder : public VokNode {
     bool MayHold() {
         Holder held;
         VokParse parse;
-        return ThrownBy([&] { ParseHeldObject(parse, held); }).text == "nothing";
+        return FailureOf([&] { ParseHeldObject(parse, held); }).text == "";
     }
 };
 
-class HeldObjects : public CoreScene::Test {
+class HeldObjects : public SceneTest::Test {
   protected:
     HeldObjects() {
         for (int i = 0; i < VokLimits::kMaxHeldDepth; ++i) {

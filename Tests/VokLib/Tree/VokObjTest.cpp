@@ -1,4 +1,4 @@
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <VokLib/Links/VokPath.h>
 #include <VokLib/Objects/Nodes/VokJoint.h>
@@ -6,9 +6,9 @@
 #include <VokLib/Tree/VokNode.h>
 #include <VokLib/Tree/VokObj.h>
 
-using namespace CoreScene;
+using namespace SceneTest;
 
-class ObjTree : public CoreScene::Test {
+class ObjTree : public SceneTest::Test {
   protected:
     std::string Names() const {
         std::string names;
@@ -44,7 +44,7 @@ TEST_F(ObjTree, InsertInTheMiddleMovesTheOthersUp) {
 }
 
 TEST_F(ObjTree, InsertPastTheCountIsRefusedAndChangesNothing) {
-    EXPECT_EQ(ThrownBy([&] { top->InsertChild(loose.get(), 4); }),
+    EXPECT_EQ(FailureOf([&] { top->InsertChild(loose.get(), 4); }),
               OfObject("Index for new child out of range", "||top"));
     EXPECT_EQ(Names(), "a b c ");
     EXPECT_EQ(loose->GetParent(), nullptr);
@@ -63,16 +63,16 @@ TEST_F(ObjTree, InsertBeforeAStrangerAppends) {
 }
 
 TEST_F(ObjTree, NullChildIsRefused) {
-    const Thrown expected = OfObject("Cannot add NULL child", "||top");
-    EXPECT_EQ(ThrownBy([&] { top->AddChild(nullptr); }), expected);
-    EXPECT_EQ(ThrownBy([&] { top->InsertChild(nullptr, 0); }), expected);
+    const Failure expected = OfObject("Cannot add NULL child", "||top");
+    EXPECT_EQ(FailureOf([&] { top->AddChild(nullptr); }), expected);
+    EXPECT_EQ(FailureOf([&] { top->InsertChild(nullptr, 0); }), expected);
     EXPECT_EQ(Names(), "a b c ");
 }
 
 TEST_F(ObjTree, ChildOfAnotherIsRefused) {
-    const Thrown expected = OfObject("Child-to-be already parented", "||top|a");
-    EXPECT_EQ(ThrownBy([&] { a->AddChild(b); }), expected);
-    EXPECT_EQ(ThrownBy([&] { a->InsertChild(b, 0); }), expected);
+    const Failure expected = OfObject("Child-to-be already parented", "||top|a");
+    EXPECT_EQ(FailureOf([&] { a->AddChild(b); }), expected);
+    EXPECT_EQ(FailureOf([&] { a->InsertChild(b, 0); }), expected);
     EXPECT_EQ(Names(), "a b c ");
     EXPECT_EQ(a->GetChildCount(), 0u);
 }
@@ -85,7 +85,7 @@ TEST_F(ObjTree, RemoveByIndexHandsTheChildOver) {
 }
 
 TEST_F(ObjTree, RemovePastTheEndIsRefused) {
-    EXPECT_EQ(ThrownBy([&] { top->RemoveChild(std::size_t{3}); }),
+    EXPECT_EQ(FailureOf([&] { top->RemoveChild(std::size_t{3}); }),
               OfObject("Child index out of range", "||top"));
     EXPECT_EQ(Names(), "a b c ");
 }
@@ -129,9 +129,9 @@ TEST_F(ObjTree, AnObjectIsItsOwnDescendant) {
 TEST_F(ObjTree, WorldStandsAtTheTop) {
     EXPECT_EQ(a->GetWorld(), &world);
     EXPECT_EQ(world.GetWorld(), &world);
-    EXPECT_EQ(ThrownBy([&] { loose->GetWorld(); }),
+    EXPECT_EQ(FailureOf([&] { loose->GetWorld(); }),
               OfObject("GetWorld() did not find an VokWorld"));
-    EXPECT_EQ(ThrownBy([] { VokObj::GetWorld(nullptr); }), OfObject("this is NULL"));
+    EXPECT_EQ(FailureOf([] { VokObj::GetWorld(nullptr); }), OfObject("this is NULL"));
 }
 
 TEST_F(ObjTree, NameWithABarIsAcceptedWhileTheCheckIsOff) {
@@ -143,7 +143,7 @@ TEST_F(ObjTree, NameWithABarIsAcceptedWhileTheCheckIsOff) {
 
 TEST_F(ObjTree, NameWithABarIsRefusedWhileTheCheckIsOn) {
     VokObj::SetNameCheck(true);
-    const Thrown thrown = ThrownBy([&] { a->SetName("x|y"); });
+    const Failure thrown = FailureOf([&] { a->SetName("x|y"); });
     VokObj::SetNameCheck(false);
     EXPECT_EQ(thrown, OfObject("The string \"x|y\" is not a valid name for an VokObj.", "||top|a"));
     EXPECT_EQ(a->GetName(), "a");
@@ -162,7 +162,7 @@ TEST_F(ObjTree, CastFollowsTheChainOfBases) {
     VokJoint* joint = Add<VokJoint>(top, "joint");
     EXPECT_EQ(vok_cast<VokNode>(joint), joint);
     EXPECT_EQ(vok_cast<VokJoint>(static_cast<VokObj*>(nullptr)), nullptr);
-    EXPECT_EQ(ThrownBy([&] { vok_cast<VokJoint>(a); }), OfObject("vok_cast failed", "||top|a"));
+    EXPECT_EQ(FailureOf([&] { vok_cast<VokJoint>(a); }), OfObject("vok_cast failed", "||top|a"));
     EXPECT_EQ(ExactCast<VokNode>(static_cast<VokObj*>(joint)), nullptr);
     EXPECT_TRUE(world.IsA(MakeTypeId("QEL")));
     EXPECT_FALSE(world.IsA(VokNode::TypeId()));

@@ -1,12 +1,12 @@
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <VokLib/CustomData/VokCustomAttributeString.h>
 #include <VokLib/Tree/VokInstance.h>
 #include <VokLib/Tree/VokNode.h>
 
-using namespace CoreScene;
+using namespace SceneTest;
 
-class ObjWrite : public CoreScene::Test {
+class ObjWrite : public SceneTest::Test {
   protected:
     static void AddText(VokObj& object, const std::string& text) {
         auto attribute = std::make_unique<VokCustomAttributeString>("t", "string", false);
@@ -22,7 +22,7 @@ TEST_F(ObjWrite, ContentsComeFirstThenChildrenThenCustomData) {
     node->scale = {2, 1, 1};
     AddText(*node, "x");
     Add<VokNode>(node, "c");
-    EXPECT_EQ(Written(*node),
+    EXPECT_EQ(Write(*node),
               "<node name=\"n\">\n<scale>2.0 1.0 1.0</scale>\n<node name=\"c\">\n</node>\n"
               "<customData>\n<attribute name=\"t\" type=\"string\">x</attribute>\n</customData>\n"
               "</node>");
@@ -31,23 +31,23 @@ TEST_F(ObjWrite, ContentsComeFirstThenChildrenThenCustomData) {
 TEST_F(ObjWrite, EmptyTypeOpensWhenItHoldsSomething) {
     VokNode* node = Add<VokNode>(world.GetHierarchy(), "n");
     VokInstance* instance = Add<VokInstance>(node, "i");
-    EXPECT_EQ(Written(*node), "<node name=\"n\">\n<instance name=\"i\" target=\"\" />\n</node>");
+    EXPECT_EQ(Write(*node), "<node name=\"n\">\n<instance name=\"i\" target=\"\" />\n</node>");
     Add<VokNode>(instance, "c");
-    EXPECT_EQ(Written(*instance),
+    EXPECT_EQ(Write(*instance),
               "<instance name=\"i\" target=\"\">\n<node name=\"c\">\n</node>\n</instance>");
     instance->DeleteChild(instance->GetChild(0));
     AddText(*instance, "x");
-    EXPECT_EQ(Written(*instance),
+    EXPECT_EQ(Write(*instance),
               "<instance name=\"i\" target=\"\">\n<customData>\n"
               "<attribute name=\"t\" type=\"string\">x</attribute>\n</customData>\n</instance>");
 }
 
 TEST_F(ObjWrite, OnlyTheHierarchyIsWrittenWithoutAName) {
     Add<VokScene>(world.GetHierarchy(), "");
-    EXPECT_EQ(Written(*world.GetHierarchy()), "<scene>\n<scene name=\"\">\n</scene>\n</scene>");
-    EXPECT_EQ(Written(*Add<VokScene>(&world, "")), "<scene name=\"\">\n</scene>");
-    EXPECT_EQ(Written(*Add<VokNode>(&world, "")), "<node name=\"\">\n</node>");
+    EXPECT_EQ(Write(*world.GetHierarchy()), "<scene>\n<scene name=\"\">\n</scene>\n</scene>");
+    EXPECT_EQ(Write(*Add<VokScene>(&world, "")), "<scene name=\"\">\n</scene>");
+    EXPECT_EQ(Write(*Add<VokNode>(&world, "")), "<node name=\"\">\n</node>");
     world.GetHierarchy()->SetName("named");
-    EXPECT_EQ(Written(*world.GetChild(0)),
+    EXPECT_EQ(Write(*world.GetChild(0)),
               "<scene name=\"named\">\n<scene name=\"\">\n</scene>\n</scene>");
 }

@@ -1,16 +1,16 @@
-#include "VokLib/CoreScene.h"
+#include "VokLib/SceneTestTools.h"
 
 #include <VokLib/CustomData/VokCustomAttribute.h>
 #include <VokLib/Document/VokFilenameTranslator.h>
 #include <VokLib/Tree/VokNode.h>
 
-using namespace CoreScene;
+using namespace SceneTest;
 
-class World : public CoreScene::Test {
+class World : public SceneTest::Test {
   protected:
-    Thrown Refusal(const std::string& body) {
+    Failure Refusal(const std::string& body) {
         VokWorld refused;
-        return ThrownBy([&] { Read(refused, Document(body)); });
+        return FailureOf([&] { Parse(refused, Document(body)); });
     }
 
     VokWorld world;
@@ -27,14 +27,14 @@ TEST_F(World, OwnsANamelessHierarchyFromTheStart) {
 
 TEST_F(World, WithoutAHierarchyIsAFailure) {
     delete world.RemoveChild(std::size_t{0});
-    EXPECT_EQ(ThrownBy([&] { world.GetHierarchy(); }), Plain("No hierarchy present."));
+    EXPECT_EQ(FailureOf([&] { world.GetHierarchy(); }), Plain("No hierarchy present."));
     Add<VokNode>(&world, "");
     Add<VokScene>(&world, "named");
-    EXPECT_EQ(ThrownBy([&] { world.GetHierarchy(); }), Plain("No hierarchy present."));
+    EXPECT_EQ(FailureOf([&] { world.GetHierarchy(); }), Plain("No hierarchy present."));
 }
 
 TEST_F(World, NamelessScenesAreMergedIntoTheHierarchy) {
-    Read(world, Document("<scene><node name='a'/></scene><scene><node name='b'/></scene>"));
+    Parse(world, Document("<scene><node name='a'/></scene><scene><node name='b'/></scene>"));
     ASSERT_EQ(world.GetChildCount(), 1u);
     ASSERT_EQ(world.GetHierarchy()->GetChildCount(), 2u);
     EXPECT_EQ(world.GetHierarchy()->GetChild(1)->GetName(), "b");
@@ -42,7 +42,7 @@ TEST_F(World, NamelessScenesAreMergedIntoTheHierarchy) {
 
 TEST_F(World, SceneWithANameIsAFurtherChild) {
     VokScene* hierarchy = world.GetHierarchy();
-    Read(world, Document("<scene name='s'/><scene name=''><node name='a'/></scene><scene/>"));
+    Parse(world, Document("<scene name='s'/><scene name=''><node name='a'/></scene><scene/>"));
     ASSERT_EQ(world.GetChildCount(), 3u);
     EXPECT_EQ(world.GetChild(1)->GetName(), "s");
     EXPECT_EQ(world.GetChild(2)->GetChildCount(), 1u);
@@ -51,9 +51,9 @@ TEST_F(World, SceneWithANameIsAFurtherChild) {
 }
 
 TEST_F(World, ReadsTheAttributesOfTheRoot) {
-    Read(world, Document("",
-                         "upaxis='Z' unknown='x' xmlns:xsi='http://www.w3.org/2001/"
-                         "XMLSchema-instance' xsi:schemaLocation=' one two '"));
+    Parse(world,
+          Document("", {.attributes = "upaxis='Z' unknown='x' xmlns:xsi='http://www.w3.org/2001/"
+                                      "XMLSchema-instance' xsi:schemaLocation=' one two '"}));
     EXPECT_EQ(world.GetUpAxis(), 1);
     EXPECT_EQ(world.GetFilenameForm(), "qelirelative");
     const std::vector<std::pair<std::string, std::string>> namespaces = {
@@ -63,11 +63,11 @@ TEST_F(World, ReadsTheAttributesOfTheRoot) {
 }
 
 TEST_F(World, SchemaLocationsNeedTheDeclaredPrefix) {
-    Read(world, Document("", "schemaLocation='one two'"));
+    Parse(world, Document("", {.attributes = "schemaLocation='one two'"}));
     EXPECT_TRUE(world.GetSchemaLocations().empty());
-    Read(world, Document("",
-                         "xmlns:q='http://www.w3.org/2001/XMLSchema-instance' "
-                         "q:schemaLocation='one&#9;two' xsi:schemaLocation='three'"));
+    Parse(world,
+          Document("", {.attributes = "xmlns:q='http://www.w3.org/2001/XMLSchema-instance' "
+                                      "q:schemaLocation='one&#9;two' xsi:schemaLocation='three'"}));
     EXPECT_EQ(world.GetSchemaLocations(), (std::vector<std::string>{"one", "two"}));
 }
 
@@ -76,14 +76,14 @@ TEST_F(World, OnlyZTurnsTheUpAxis) {
     for (const auto& [text, axis] : cases) {
         VokWorld read;
         read.SetUpAxis(1);
-        Read(read, Document("", "upaxis='" + std::string(text) + "'"));
+        Parse(read, Document("", {.attributes = "upaxis='" + std::string(text) + "'"}));
         EXPECT_EQ(read.GetUpAxis(), axis) << text;
     }
 }
 
 TEST_F(World, ParseAccelerationIsIgnoredWhole) {
-    Read(world, Document("<parseacceleration><filereferences><file uri='x'/><nonsense/>"
-                         "</filereferences></parseacceleration><scene><node name='a'/></scene>"));
+    Parse(world, Document("<parseacceleration><filereferences><file uri='x'/><nonsense/>"
+                          "</filereferences></parseacceleration><scene><node name='a'/></scene>"));
     EXPECT_EQ(world.GetHierarchy()->GetChildCount(), 1u);
 }
 
@@ -104,16 +104,17 @@ TEST_F(World, ObjectWithoutANameIsRefused) {
 }
 
 TEST_F(World, CustomDataOfTheWorldIsReadAndWritten) {
-    Read(world, Document("<customData><attribute name='a' type='string'>text</attribute>"
-                         "</customData><scene><node name='n'/></scene>"));
+    Parse(world, Document("<customData><attribute name='a' type='string'>text</attribute>"
+                          "</customData><scene><node name='n'/></scene>"));
     ASSERT_EQ(world.GetCustomData().GetCount(), 1u);
     EXPECT_EQ(world.GetCustomData().GetAttribute(0).GetName(), "a");
     EXPECT_EQ(world.GetHierarchy()->GetChildCount(), 1u);
 }
 
 TEST_F(World, ObjectInsideCustomDataBecomesAChildOfTheOwner) {
-    Read(world, Document("<scene><node name='n'><customData><node name='inner'/>"
-                         "<attribute name='a' type='int' value='3'/></customData></node></scene>"));
+    Parse(world,
+          Document("<scene><node name='n'><customData><node name='inner'/>"
+                   "<attribute name='a' type='int' value='3'/></customData></node></scene>"));
     VokObj* node = world.GetHierarchy()->FindChild("n");
     ASSERT_NE(node, nullptr);
     EXPECT_NE(node->FindChild("inner"), nullptr);
@@ -134,13 +135,13 @@ TEST_F(World, RootInsideTheRootIsAnUnknownTag) {
 }
 
 TEST_F(World, AttributesOfANamelessSceneAreNotLookedAt) {
-    Read(world, Document("<scene parentEffect='nonsense'><node name='a'/></scene>"));
+    Parse(world, Document("<scene parentEffect='nonsense'><node name='a'/></scene>"));
     EXPECT_EQ(world.GetHierarchy()->parentEffect, ParentEffect::Normal);
     EXPECT_EQ(world.GetHierarchy()->GetChildCount(), 1u);
 }
 
 TEST_F(World, WritesTheFrameOfTheDocument) {
-    EXPECT_EQ(Written(world),
+    EXPECT_EQ(Write(world),
               "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n"
               "<QEL xmlns:xsi=\"http://www.w3.org/2001/XMLSchema-instance\" "
               "xmlns=\"http://qel.example/ns/qeli/1_28_1/qeli\" "
@@ -151,12 +152,12 @@ TEST_F(World, WritesTheFrameOfTheDocument) {
 }
 
 TEST_F(World, WritesFilesCustomDataAndUpAxis) {
-    Read(world, Document("<scene name='s'><reference name='r' uri='b.qeli' namespace='n'/>"
-                         "<reference name='q' uri='b.qeli' namespace='m'/></scene>"
-                         "<customData><attribute name='f' type='filename'>a.dds</attribute>"
-                         "</customData>",
-                         "upaxis='Z'"));
-    const std::string text = Written(world);
+    Parse(world, Document("<scene name='s'><reference name='r' uri='b.qeli' namespace='n'/>"
+                          "<reference name='q' uri='b.qeli' namespace='m'/></scene>"
+                          "<customData><attribute name='f' type='filename'>a.dds</attribute>"
+                          "</customData>",
+                          {.attributes = "upaxis='Z'"}));
+    const std::string text = Write(world);
     const std::size_t root = text.find(" upaxis=");
     ASSERT_NE(root, std::string::npos);
     EXPECT_EQ(text.substr(root),
@@ -172,12 +173,12 @@ TEST_F(World, WritesFilesCustomDataAndUpAxis) {
 }
 
 TEST_F(World, WrittenDocumentReadsBackTheSame) {
-    Read(world, Document("<scene><node name='a'><scene name='inner'/></node></scene>"
-                         "<scene name=''><node name='b'/></scene><scene name='s'/>"));
-    const std::string text = Written(world);
+    Parse(world, Document("<scene><node name='a'><scene name='inner'/></node></scene>"
+                          "<scene name=''><node name='b'/></scene><scene name='s'/>"));
+    const std::string text = Write(world);
     VokWorld again;
-    Read(again, text);
-    EXPECT_EQ(Written(again), text);
+    Parse(again, text);
+    EXPECT_EQ(Write(again), text);
     ASSERT_EQ(again.GetChildCount(), 3u);
     EXPECT_EQ(again.GetHierarchy(), again.GetChild(0));
     EXPECT_NE(text.find("<scene name=\"\">"), std::string::npos);

@@ -22,7 +22,7 @@ class OldDocumentTest : public UpdateTest {
         return out.str().substr(std::string(kHead).size());
     }
     static std::string Refusal(const std::string& text) {
-        return TextOf([&] { ParseText(text); });
+        return ThrownText([&] { ParseText(text); });
     }
     static std::string ParseError(int code, int line, int column) {
         return "Failed to parse out of date .qeli document. Libxml2 parse error: " +
@@ -66,7 +66,7 @@ TEST_F(OldDocumentTest, AFaultOfNamespacesAloneIsNone) {
 }
 
 TEST_F(OldDocumentTest, NoBytesAreNoDocument) {
-    EXPECT_EQ(TextOf([] { ParseOldDocument(nullptr, 0); }), ParseError(5, 1, 1));
+    EXPECT_EQ(ThrownText([] { ParseOldDocument(nullptr, 0); }), ParseError(5, 1, 1));
 }
 
 TEST_F(OldDocumentTest, TextsAreKeptAndCommentsAreNot) {

@@ -96,7 +96,7 @@ TEST_F(RenamingSheetTest, AnotherVersionStillMeetsTheStylesheet) {
     for (const std::string& sheet : sheets) {
         const XmlDocument step =
             ParseUpdateDocument("<step><xslt>" + Uri(sheet) + "</xslt></step>", "step");
-        failure = TextOf([&] { tree = runner.Run(*step->children, std::move(tree)); });
+        failure = ThrownText([&] { tree = runner.Run(*step->children, std::move(tree)); });
     }
     EXPECT_EQ(failure, "Failed to apply xslt \"" + Uri(sheets[1]) +
                            "\" when updating old version .qeli file.");

@@ -39,7 +39,7 @@ class StageRunnerTest : public UpdateTest {
         return out.str();
     }
     std::string StepFailure(const std::string& contents) {
-        return TextOf([&] { RunStep(contents); });
+        return ThrownText([&] { RunStep(contents); });
     }
     /// What the sheet prints with `verbosity`, and behind it what it throws.
     std::string Printed(int verbosity, const std::string& sheet) {

@@ -31,7 +31,7 @@ class UpdateChainTest : public UpdateTest {
         return sheets;
     }
     std::string Thrown(const std::string& version) {
-        return TextOf([&] { server->IsCompatible(version); });
+        return ThrownText([&] { server->IsCompatible(version); });
     }
     /// The current update document with `contents`.
     void Current(const std::string& contents) {
@@ -181,7 +181,7 @@ TEST_F(UpdateChainTest, ADocumentThatIsNotThereIsNamed) {
 
 TEST_F(UpdateChainTest, AWalkNeedsAStageToBeginWith) {
     UpdateChain chain(*server);
-    EXPECT_EQ(TextOf([&] { chain.Follow("x"); }), "No update stages");
+    EXPECT_EQ(ThrownText([&] { chain.Follow("x"); }), "No update stages");
 }
 
 TEST_F(UpdateChainTest, OnlyTheWordSupersetCounts) {
@@ -196,7 +196,7 @@ TEST_F(UpdateChainTest, OnlyTheWordSupersetCounts) {
     EXPECT_FALSE(isCompatible("<compatibility><level>Superset</level></compatibility>"));
     EXPECT_FALSE(isCompatible("<compatibility><level> superset</level></compatibility>"));
     EXPECT_FALSE(isCompatible("<level>superset</level>"));
-    EXPECT_EQ(TextOf([&] {
+    EXPECT_EQ(ThrownText([&] {
                   isCompatible(
                       "<compatibility><level>superset</level><level>x</level>"
                       "</compatibility>");

@@ -30,9 +30,6 @@
 /// Helpers for tests of the format update.
 namespace UpdateTools {
 
-using ParseTools::TextOf;
-using ParseTools::VersionNamespace;
-
 inline const std::vector<std::string>& Versions() {
     static const std::vector<std::string> versions = {
         "1_0_3",  "1_0_4",  "1_0_5",  "1_0_7",  "1_2_0",  "1_2_1",  "1_4_0",  "1_5_0",
@@ -100,7 +97,7 @@ class UpdateTest : public testing::Test {
     }
     /// What it throws.
     std::string Failure(const std::string& document, const std::string& version) {
-        return TextOf([&] { Updated(document, version); });
+        return ThrownText([&] { Updated(document, version); });
     }
     /// `document` through one stylesheet.
     std::string RunSheet(const std::string& uri, const std::string& document) {

@@ -32,7 +32,7 @@ class VokUpdateQelServerTest : public UpdateTest {
         world = std::make_unique<VokWorld>();
         VokParse parse;
         parse.SetAllowUpdate(true);
-        return TextOf([&] { ParseTools::Parse(parse, *world, document, "old.qeli"); });
+        return ThrownText([&] { ParseTools::Parse(parse, *world, document, "old.qeli"); });
     }
 
     std::unique_ptr<VokWorld> world;

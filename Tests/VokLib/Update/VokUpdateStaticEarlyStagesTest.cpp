@@ -18,7 +18,7 @@ class StageInto104 : public StageTest {
     std::string Said(const std::string& document) {
         server->SetVerbosity(1);
         testing::internal::CaptureStdout();
-        const std::string failure = TextOf([&] { Run(document); });
+        const std::string failure = ThrownText([&] { Run(document); });
         EXPECT_EQ(failure,
                   "Failed to apply xslt \"http://qel.example/ns/qeli/1_0_3/1_0_4.xslt\" when "
                   "updating old version .qeli file.");
@@ -159,9 +159,10 @@ TEST_F(StageInto120, TheTangentIsNeeded) {
     xsltUnregisterExtModuleFunction(ToXml("tan"), ToXml("http://exslt.org/math"));
     StageRunner runner(*server);
     testing::internal::CaptureStdout();
-    EXPECT_NE(
-        TextOf([&] { runner.Run(*step->children, ParseOldDocument(old.data(), old.size()).tree); }),
-        "");
+    EXPECT_NE(ThrownText([&] {
+                  runner.Run(*step->children, ParseOldDocument(old.data(), old.size()).tree);
+              }),
+              "");
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
               "Error: Conversion between 1.0.7 and 1.2.0 requires the math:tan extension.\n");
 }
@@ -213,7 +214,7 @@ TEST_F(StageInto153, AnyOtherKindIsRefused) {
         EXPECT_EQ(Messages("<constraint " + type + "/>"),
                   "Found old constraint to update.\nUnknown constraint type.\n")
             << type;
-    EXPECT_NE(TextOf([&] { Constraint("none"); }), "");
+    EXPECT_NE(ThrownText([&] { Constraint("none"); }), "");
 }
 
 }  // namespace

@@ -49,7 +49,8 @@ class EveryStage : public UpdateTest, public testing::WithParamInterface<std::st
 };
 
 INSTANTIATE_TEST_SUITE_P(Versions, EveryStage,
-                         testing::ValuesIn(Versions().begin() + 1, Versions().end() - 1));
+                         testing::ValuesIn(Versions().begin() + 1, Versions().end() - 1),
+                         [](const auto& version) { return version.param; });
 
 TEST_P(EveryStage, WritesARootOfTheNewVersion) {
     std::string text = Run(InRoot("\n<scene/>"));
@@ -103,7 +104,7 @@ TEST_P(EveryStage, RefusesARootOfAnotherVersion) {
     server->SetVerbosity(1);
     testing::internal::CaptureStdout();
     const std::string failure =
-        TextOf([&] { Run("<QEL xmlns='" + VersionNamespace("1_99_0") + "'/>"); });
+        ThrownText([&] { Run("<QEL xmlns='" + VersionNamespace("1_99_0") + "'/>"); });
     EXPECT_EQ(testing::internal::GetCapturedStdout(),
               "Error: Input .qeli file is incorrect version. Expected namespace \"" +
                   VersionNamespace(GetParam()) + "\". Found namespace \"" +
@@ -111,13 +112,13 @@ TEST_P(EveryStage, RefusesARootOfAnotherVersion) {
     EXPECT_EQ(failure,
               "Failed to apply xslt \"" + Sheet() + "\" when updating old version .qeli file.");
     testing::internal::CaptureStdout();
-    EXPECT_NE(TextOf([&] { Run("<QEL/>"); }), "");
+    EXPECT_NE(ThrownText([&] { Run("<QEL/>"); }), "");
     EXPECT_NE(testing::internal::GetCapturedStdout().find("Found namespace \"\"."),
               std::string::npos);
 }
 
 TEST_P(EveryStage, ComparesTheVersionOfARootCalledQelAlone) {
-    EXPECT_EQ(TextOf([&] { Run("<wrap xmlns='foreign'><QEL/></wrap>"); }), "");
+    EXPECT_EQ(ThrownText([&] { Run("<wrap xmlns='foreign'><QEL/></wrap>"); }), "");
 }
 
 /// Comments are told by a parse of their own: the update's own leaves them out.

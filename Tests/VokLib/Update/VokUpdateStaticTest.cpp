@@ -55,15 +55,15 @@ TEST_F(VokUpdateStaticTest, NoStylesheetNeedsAnotherFile) {
 TEST_F(VokUpdateStaticTest, WhatIsNotInTheTableIsNamed) {
     for (const std::string& uri : {Uri("1_0_3/update.xml"), Uri("1_0_4/update.xml"),
                                    Uri("1_28_1/UPDATE.xml"), std::string()}) {
-        EXPECT_EQ(TextOf([&] { server->VokUpdateStatic::LoadDocument(uri); }), Missing(uri));
-        EXPECT_EQ(TextOf([&] { server->VokUpdateStatic::LoadStylesheet(uri); }), Missing(uri));
+        EXPECT_EQ(ThrownText([&] { server->VokUpdateStatic::LoadDocument(uri); }), Missing(uri));
+        EXPECT_EQ(ThrownText([&] { server->VokUpdateStatic::LoadStylesheet(uri); }), Missing(uri));
     }
 }
 
 TEST_F(VokUpdateStaticTest, AnUpdateDocumentIsNoStylesheet) {
     const XsltLibrary xslt;
     const std::string uri = Uri("1_28_1/update.xml");
-    EXPECT_EQ(TextOf([&] { server->VokUpdateStatic::LoadStylesheet(uri); }),
+    EXPECT_EQ(ThrownText([&] { server->VokUpdateStatic::LoadStylesheet(uri); }),
               "Failed to parse stylesheet \"" + uri + "\" required by the update process.");
 }
 
@@ -71,9 +71,9 @@ TEST_F(VokUpdateStaticTest, AnUpdateDocumentIsNoStylesheet) {
 TEST_F(VokUpdateStaticTest, TheServersOwnFormFetchesNothing) {
     const std::string uri =
         std::string(RIGBAKE_SOURCE_ROOT) + "/Libraries/VokLib/Update/Documents/1_28_1/update.xml";
-    EXPECT_EQ(TextOf([&] { server->VokUpdateQelServer::LoadDocument(uri); }),
+    EXPECT_EQ(ThrownText([&] { server->VokUpdateQelServer::LoadDocument(uri); }),
               "Failed to parse xml document \"" + uri + "\" required by the update process.");
-    EXPECT_EQ(TextOf([&] { server->VokUpdateQelServer::LoadStylesheet(uri); }),
+    EXPECT_EQ(ThrownText([&] { server->VokUpdateQelServer::LoadStylesheet(uri); }),
               "Failed to parse stylesheet \"" + uri + "\" required by the update process.");
 }
 

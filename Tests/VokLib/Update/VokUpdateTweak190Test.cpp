@@ -54,7 +54,7 @@ TEST_F(VokUpdateTweak190Test, ADocumentOf190KeepsItsOwnForm) {
 TEST_F(VokUpdateTweak190Test, AFormThatBreaksTheDocumentIsRefused) {
     server.reset();
     VokUpdateTweak190 tweak("<");
-    EXPECT_EQ(TextOf([&] { TextOf190(tweak); }),
+    EXPECT_EQ(ThrownText([&] { TextOf190(tweak); }),
               "Failed to parse xml document \"http://qel.example/ns/qeli/1_9_0/update.xml\" "
               "required by the update process.");
 }

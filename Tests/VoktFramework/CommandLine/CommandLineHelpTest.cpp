@@ -5,9 +5,6 @@
 #include <sstream>
 #include <string>
 
-#include "Platform/StandardOutput.h"
-#include "Platform/Terminal.h"
-
 namespace {
 
 using Kind = VoktArgumentType;
@@ -219,23 +216,6 @@ TEST(CommandLineHelp, GoesToStandardOutput) {
     syntax.PrintHelp();
     std::cout.rdbuf(before);
     EXPECT_EQ(captured.str().substr(0, 20), "Optional flags:\n  -f");
-}
-
-TEST(CommandLineHelp, LeavesTheLastColumnOfTheConsoleFree) {
-    VoktCommandLineSyntax syntax;
-    AddToolFlags(syntax);
-    const Terminal terminal(97);
-    ASSERT_GE(terminal.Descriptor(), 0);
-    std::ostringstream captured;
-    {
-        const StandardOutput output(terminal.Descriptor());
-        std::streambuf* const before = std::cout.rdbuf(captured.rdbuf());
-        syntax.PrintHelp();
-        std::cout.rdbuf(before);
-    }
-    std::ostringstream expected;
-    syntax.PrintHelp(expected, 96);
-    EXPECT_EQ(captured.str(), expected.str());
 }
 
 TEST(CommandLineHelp, WithoutFlagsItIsEmpty) {

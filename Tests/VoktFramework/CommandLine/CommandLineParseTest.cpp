@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "Platform/OrdinaryUser.h"
+#include "Support/TemporaryFolder.h"
 #include "VoktFramework/CommandLine/CommandLineTestTools.h"
-#include "VoktFramework/FreshFolder.h"
 
 using namespace CommandLineTest;
 

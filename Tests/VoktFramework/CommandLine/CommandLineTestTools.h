@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "VoktFramework/ThrownText.h"
+#include "Support/ThrownText.h"
 
 /// Command lines as the tests of their parts write them.
 namespace CommandLineTest {

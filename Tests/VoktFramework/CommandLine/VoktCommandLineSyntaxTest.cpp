@@ -2,12 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <filesystem>
 #include <string>
 #include <vector>
 
 #include "Platform/OrdinaryUser.h"
+#include "Support/TemporaryFolder.h"
 #include "VoktFramework/CommandLine/CommandLineTestTools.h"
-#include "VoktFramework/FreshFolder.h"
 
 using namespace CommandLineTest;
 
@@ -143,18 +144,18 @@ TEST(CommandLineReading, OnlyFalseAndZeroAreFalse) {
 
 class CommandLineFiles : public testing::Test {
   protected:
-    FreshFolder folder;
+    TemporaryFolder folder;
     std::string input = folder.WriteFile("a", "text");
 };
 
 TEST_F(CommandLineFiles, AnInputMustBeReadable) {
     VoktCommandLineSyntax syntax = ToolSyntax();
-    const std::string missing = folder / "missing";
-    EXPECT_EQ(ParseFailure(syntax, {"-in", missing, "-out", folder / "o"}),
+    const std::string missing = folder.Path("missing");
+    EXPECT_EQ(ParseFailure(syntax, {"-in", missing, "-out", folder.Path("o")}),
               "Input file \"" + missing + "\" is not readable.");
-    EXPECT_EQ(ParseFailure(syntax, {"-in", folder.GetPath(), "-out", folder / "o"}),
-              "Input file \"" + folder.GetPath() + "\" is not readable.");
-    EXPECT_EQ(ParseFailure(syntax, {"-in", "", "-out", folder / "o"}),
+    EXPECT_EQ(ParseFailure(syntax, {"-in", folder.Path(), "-out", folder.Path("o")}),
+              "Input file \"" + folder.Path() + "\" is not readable.");
+    EXPECT_EQ(ParseFailure(syntax, {"-in", "", "-out", folder.Path("o")}),
               "Input file \"\" is not readable.");
 }
 
@@ -163,8 +164,8 @@ TEST_F(CommandLineFiles, AnOutputMustNotBeAnInput) {
     EXPECT_EQ(ParseFailure(syntax, {"-out", input, "-in", input}),
               "Output file \"" + input + "\" matches an input file.");
     // Names compare as they were typed.
-    Parse(syntax, {"-in", input, "-out", folder / "A"});
-    Parse(syntax, {"-in", input, "-out", folder / "./a"});
+    Parse(syntax, {"-in", input, "-out", folder.Path("A")});
+    Parse(syntax, {"-in", input, "-out", folder.Path("./a")});
     syntax.SetAllowOutputMatchingInput(true);
     Parse(syntax, {"-in", input, "-out", input});
 }
@@ -197,10 +198,10 @@ TEST_F(CommandLineFiles, TheSwitchOverOutputsLeavesTheComparisonWithInputs) {
 
 TEST_F(CommandLineFiles, LookingAtAnOutputLeavesNoFile) {
     VoktCommandLineSyntax syntax = ToolSyntax();
-    Parse(syntax, {"-in", input, "-out", folder / "o"});
+    Parse(syntax, {"-in", input, "-out", folder.Path("o")});
     EXPECT_FALSE(folder.Has("o"));
     folder.WriteFile("o", "kept");
-    Parse(syntax, {"-in", input, "-out", folder / "o"});
+    Parse(syntax, {"-in", input, "-out", folder.Path("o")});
     EXPECT_EQ(folder.ReadFile("o"), "kept");
 }
 
@@ -208,24 +209,24 @@ TEST_F(CommandLineFiles, PositionalFilesAreCheckedTheSameWay) {
     VoktCommandLineSyntax syntax;
     syntax.AddArgument(Kind::InputFilename);
     syntax.AddArgument(Kind::OutputFilename);
-    Parse(syntax, {input, folder / "o"});
+    Parse(syntax, {input, folder.Path("o")});
     EXPECT_EQ(ParseFailure(syntax, {input, input}),
               "Output file \"" + input + "\" matches an input file.");
-    const std::string missing = folder / "missing";
+    const std::string missing = folder.Path("missing");
     EXPECT_EQ(ParseFailure(syntax, {missing, "o"}),
               "Input file \"" + missing + "\" is not readable.");
 }
 
 TEST_F(CommandLineFiles, EveryUsageOfAFlagIsChecked) {
     VoktCommandLineSyntax syntax = OneFlag(Kind::InputFilename, "", 2);
-    const std::string missing = folder / "missing";
+    const std::string missing = folder.Path("missing");
     EXPECT_EQ(ParseFailure(syntax, {"-f", input, "-f", missing}),
               "Input file \"" + missing + "\" is not readable.");
 }
 
 TEST_F(CommandLineFiles, AFileThatWasLeftOutIsJudgedByItsDefault) {
     VoktCommandLineSyntax syntax;
-    const std::string missing = folder / "missing";
+    const std::string missing = folder.Path("missing");
     syntax.AddFlag("-flag", "-f", "");
     syntax.AddFlagArgument(Kind::InputFilename, "", "", false, missing);
     Parse(syntax, {});

@@ -9,18 +9,18 @@
 #include <string>
 
 #include "Platform/OrdinaryUser.h"
-#include "VoktFramework/FreshFolder.h"
-#include "VoktFramework/ThrownText.h"
+#include "Support/TemporaryFolder.h"
+#include "Support/ThrownText.h"
 
 TEST(MakeWriteableHandler, AMissingFileIsFine) {
-    const FreshFolder folder;
+    const TemporaryFolder folder;
     std::unique_ptr<VoktMakeWriteableHandler> made;
     if (!VoktMakeWriteableHandler::Exists()) made = std::make_unique<VoktMakeWriteableHandler>();
-    EXPECT_NO_THROW(VoktMakeWriteableHandler::Get().MakeWriteable(folder / "missing"));
+    EXPECT_NO_THROW(VoktMakeWriteableHandler::Get().MakeWriteable(folder.Path("missing")));
 }
 
 TEST(MakeWriteableHandler, ARefusalNamesTheFile) {
-    const FreshFolder folder;
+    const TemporaryFolder folder;
     const std::string inFile = folder.WriteFile("file", "") + "/x";
     std::unique_ptr<VoktMakeWriteableHandler> made;
     if (!VoktMakeWriteableHandler::Exists()) made = std::make_unique<VoktMakeWriteableHandler>();

@@ -4,11 +4,12 @@
 #include <VoktFramework/Saving/VoktOutputPath.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
 
-#include "VoktFramework/FreshFolder.h"
-#include "VoktFramework/ThrownText.h"
+#include "Support/TemporaryFolder.h"
+#include "Support/ThrownText.h"
 
 namespace {
 
@@ -24,27 +25,27 @@ class OutputPath : public testing::Test {
         return ThrownText<QelTools::Common::Exception>(work);
     }
 
-    FreshFolder folder;
+    TemporaryFolder folder;
     VoktUniverse universe;
 };
 
 }  // namespace
 
 TEST_F(OutputPath, ARelativeNameCountsFromTheStartOfTheRunAndItsFolderIsMade) {
-    StartIn(folder.GetPath());
-    EXPECT_EQ(MakeOutputPath("a/b.bin", universe), folder / "a/b.bin");
-    EXPECT_TRUE(std::filesystem::is_directory(folder / "a"));
+    StartIn(folder.Path());
+    EXPECT_EQ(MakeOutputPath("a/b.bin", universe), folder.Path("a/b.bin"));
+    EXPECT_TRUE(std::filesystem::is_directory(folder.Path("a")));
     EXPECT_FALSE(folder.Has("a/b.bin"));
 }
 
 TEST_F(OutputPath, AStartThatEndsInASeparatorGetsNoOther) {
-    StartIn(folder.GetPath() + "/");
-    EXPECT_EQ(MakeOutputPath("x.bin", universe), folder / "x.bin");
+    StartIn(folder.Path() + "/");
+    EXPECT_EQ(MakeOutputPath("x.bin", universe), folder.Path("x.bin"));
 }
 
 TEST_F(OutputPath, AnAbsoluteNameIsNotPrefixed) {
     StartIn("/somewhere/else");
-    EXPECT_EQ(MakeOutputPath(folder / "x.bin", universe), folder / "x.bin");
+    EXPECT_EQ(MakeOutputPath(folder.Path("x.bin"), universe), folder.Path("x.bin"));
 }
 
 TEST_F(OutputPath, WithoutAStartTheWorkingDirectoryCounts) {
@@ -55,21 +56,21 @@ TEST_F(OutputPath, WithoutAStartTheWorkingDirectoryCounts) {
 }
 
 TEST_F(OutputPath, TheWholeChainOfFoldersIsMade) {
-    StartIn(folder.GetPath());
-    EXPECT_EQ(MakeOutputPath("a/b/c/d/x.bin", universe), folder / "a/b/c/d/x.bin");
-    EXPECT_TRUE(std::filesystem::is_directory(folder / "a/b/c/d"));
-    EXPECT_EQ(MakeOutputPath("a/b/c/d/x.bin", universe), folder / "a/b/c/d/x.bin");
+    StartIn(folder.Path());
+    EXPECT_EQ(MakeOutputPath("a/b/c/d/x.bin", universe), folder.Path("a/b/c/d/x.bin"));
+    EXPECT_TRUE(std::filesystem::is_directory(folder.Path("a/b/c/d")));
+    EXPECT_EQ(MakeOutputPath("a/b/c/d/x.bin", universe), folder.Path("a/b/c/d/x.bin"));
 }
 
 TEST_F(OutputPath, BackslashesSeparateAndComeOutAsSlashes) {
-    StartIn(folder.GetPath());
-    EXPECT_EQ(MakeOutputPath("a\\b\\x.bin", universe), folder / "a/b/x.bin");
-    EXPECT_TRUE(std::filesystem::is_directory(folder / "a/b"));
+    StartIn(folder.Path());
+    EXPECT_EQ(MakeOutputPath("a\\b\\x.bin", universe), folder.Path("a/b/x.bin"));
+    EXPECT_TRUE(std::filesystem::is_directory(folder.Path("a/b")));
 }
 
 TEST_F(OutputPath, DotsAndDoubledSeparatorsAreResolved) {
-    StartIn(folder.GetPath());
-    EXPECT_EQ(MakeOutputPath("./a//b/../x.bin", universe), folder / "a/x.bin");
+    StartIn(folder.Path());
+    EXPECT_EQ(MakeOutputPath("./a//b/../x.bin", universe), folder.Path("a/x.bin"));
     EXPECT_FALSE(folder.Has("a/b"));
 }
 
@@ -82,22 +83,22 @@ TEST_F(OutputPath, ANameAtTheRootNeedsNoFolder) {
 }
 
 TEST_F(OutputPath, AFileInThePlaceOfTheFolderIsNamed) {
-    StartIn(folder.GetPath());
+    StartIn(folder.Path());
     folder.WriteFile("taken", "kept");
     EXPECT_EQ(Failure([&] { MakeOutputPath("taken/x.bin", universe); }),
-              "Cannot create folder '" + (folder / "taken") +
+              "Cannot create folder '" + (folder.Path("taken")) +
                   "' since a file of that name already exists");
     EXPECT_EQ(folder.ReadFile("taken"), "kept");
 }
 
 TEST_F(OutputPath, AFolderThatCannotBeMadeIsNamed) {
     folder.WriteFile("taken", "");
-    EXPECT_EQ(Failure([&] { CreateFolder(folder / "taken/a/b"); }),
-              "Failed to create folder " + (folder / "taken/a/b"));
+    EXPECT_EQ(Failure([&] { CreateFolder(folder.Path("taken/a/b")); }),
+              "Failed to create folder " + (folder.Path("taken/a/b")));
 }
 
 TEST_F(OutputPath, AFolderThatExistsIsFine) {
-    EXPECT_NO_THROW(CreateFolder(folder.GetPath()));
+    EXPECT_NO_THROW(CreateFolder(folder.Path()));
     EXPECT_NO_THROW(CreateFolder("/"));
 }
 

@@ -8,13 +8,14 @@
 #include <VoktFramework/Saving/VoktSaveBiff.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "Platform/OrdinaryUser.h"
-#include "VoktFramework/FreshFolder.h"
-#include "VoktFramework/ThrownText.h"
+#include "Support/TemporaryFolder.h"
+#include "Support/ThrownText.h"
 
 namespace {
 
@@ -35,7 +36,7 @@ class SaveBiff : public testing::Test {
   protected:
     SaveBiff() {
         auto start = std::make_unique<VoktAtomString>();
-        start->value = folder.GetPath();
+        start->value = folder.Path();
         universe.Add(std::move(start), "VoktTool_cwd");
     }
     void AddBiff(const std::string& name, std::uint32_t word) {
@@ -61,7 +62,7 @@ class SaveBiff : public testing::Test {
         return ThrownText<QelTools::Common::Exception>(work);
     }
 
-    FreshFolder folder;
+    TemporaryFolder folder;
     VoktUniverse universe;
 
   private:
@@ -150,7 +151,7 @@ TEST_F(SaveOneWord, MissingFoldersAreMade) {
 }
 
 TEST_F(SaveOneWord, AFolderInThePlaceOfTheFileCannotBeOpened) {
-    fs::create_directory(folder / "x");
+    fs::create_directory(folder.Path("x"));
     Read({"-out", "x"});
     try {
         saver.Process(universe);
@@ -165,7 +166,7 @@ TEST_F(SaveOneWord, AFileInThePlaceOfTheFolderIsNamed) {
     folder.WriteFile("taken", "");
     Read({"-out", "taken/x"});
     EXPECT_EQ(Failure([&] { saver.Process(universe); }),
-              "Cannot create folder '" + (folder / "taken") +
+              "Cannot create folder '" + (folder.Path("taken")) +
                   "' since a file of that name already exists");
 }
 
@@ -177,14 +178,14 @@ TEST_F(SaveOneWord, AFullDiskIsAFailure) {
 }
 
 TEST_F(SaveOneWord, AFailureBetweenTheTwoFilesLeavesTheFirst) {
-    fs::create_directory(folder / "xBE");
+    fs::create_directory(folder.Path("xBE"));
     Read({"-out", "x", "-ble"});
     EXPECT_THROW(saver.Process(universe), VoktError);
     EXPECT_EQ(folder.ReadFile("xLE"), kLittle);
 }
 
 TEST_F(SaveOneWord, AReadOnlyOutputIsRefused) {
-    fs::permissions(folder.GetPath(), fs::perms::all);
+    fs::permissions(folder.Path(), fs::perms::all);
     const OrdinaryUser user;
     const std::string locked = folder.WriteFile("locked", "kept");
     fs::permissions(locked, fs::perms::owner_read);
@@ -192,14 +193,14 @@ TEST_F(SaveOneWord, AReadOnlyOutputIsRefused) {
     EXPECT_EQ(Failure([&] { Read({"-out", locked}); }), text);
     EXPECT_EQ(Failure([&] { Read({"-out", locked, "-forceWrite", "0"}); }), text);
     EXPECT_EQ(Failure([&] {
-                  Read({"-out", folder.GetPath() + "\\locked"});
+                  Read({"-out", folder.Path() + "\\locked"});
               }),
-              "Output file \"" + folder.GetPath() + "\\locked\" is not writeable.\n");
+              "Output file \"" + folder.Path() + "\\locked\" is not writeable.\n");
     EXPECT_EQ(folder.ReadFile("locked"), "kept");
 }
 
 TEST_F(SaveOneWord, AnOutputThatCannotBeReadEitherIsOpenedByForceAlone) {
-    fs::permissions(folder.GetPath(), fs::perms::all);
+    fs::permissions(folder.Path(), fs::perms::all);
     const OrdinaryUser user;
     const std::string closed = folder.WriteFile("closed", "old");
     fs::permissions(closed, fs::perms::none);
@@ -224,7 +225,7 @@ TEST_F(SaveOneWord, ForceLeavesTheRightsOfAFileThatCanBeWritten) {
 }
 
 TEST_F(SaveOneWord, AReadOnlyOutputIsWrittenByForce) {
-    fs::permissions(folder.GetPath(), fs::perms::all);
+    fs::permissions(folder.Path(), fs::perms::all);
     const OrdinaryUser user;
     const std::string locked = folder.WriteFile("locked", "old");
     fs::permissions(locked, fs::perms::owner_read | fs::perms::group_exec);

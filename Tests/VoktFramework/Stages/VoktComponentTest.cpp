@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-#include "VoktFramework/ThrownText.h"
+#include "Support/ThrownText.h"
 
 namespace {
 

@@ -14,7 +14,7 @@
 #include <string>
 
 #include "HashClient/NotingProxy.h"
-#include "VoktFramework/ThrownText.h"
+#include "Support/ThrownText.h"
 
 namespace {
 

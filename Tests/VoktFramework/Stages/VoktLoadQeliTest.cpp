@@ -13,8 +13,8 @@
 #include <string>
 #include <vector>
 
-#include "VoktFramework/FreshFolder.h"
-#include "VoktFramework/ThrownText.h"
+#include "Support/TemporaryFolder.h"
+#include "Support/ThrownText.h"
 
 namespace {
 
@@ -47,7 +47,7 @@ class LoadQeli : public testing::Test {
         loader.Process(universe);
     }
 
-    FreshFolder folder;
+    TemporaryFolder folder;
     std::string input = folder.WriteFile("scene.qeli", kDocument);
     VokLib library{true, true, true, true, true};
     VoktUniverse universe;
@@ -157,8 +157,8 @@ TEST_F(LoadQeli, ValidationLooksAtTheInputAgain) {
         return ThrownText<QelTools::Common::Exception>([&] { loader.Validate(); });
     };
     EXPECT_EQ(failure(), "No input filename provided.\n");
-    loader.SetFlag("-in", folder / "missing");
-    EXPECT_EQ(failure(), "Input file \"" + (folder / "missing") + "\" is not readable.\n");
+    loader.SetFlag("-in", folder.Path("missing"));
+    EXPECT_EQ(failure(), "Input file \"" + (folder.Path("missing")) + "\" is not readable.\n");
     loader.SetFlag("-in", input);
     EXPECT_NO_THROW(loader.Validate());
     // Only the plain requirement counts.

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "VoktFramework/ThrownText.h"
+#include "Support/ThrownText.h"
 
 namespace {
 

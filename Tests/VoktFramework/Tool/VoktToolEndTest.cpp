@@ -1,6 +1,6 @@
 #include "Platform/StandardOutput.h"
-#include "Platform/TestFolder.h"
 #include "Platform/UnreadPipe.h"
+#include "Support/TemporaryFolder.h"
 #include "VoktFramework/RecordingTool.h"
 
 #include <VoktFramework/Errors/VoktError.h>
@@ -76,18 +76,18 @@ TEST(ToolEnd, AComponentThatFailsWhileItIsAddedLeavesTheOthersToEnd) {
 }
 
 TEST(ToolEnd, TheLogIsWholeWhenADestructorFails) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     Script script;
     script.actions["a.Process"] = [](const Step&) { std::cout << "a line" << std::endl; };
     script.actions["a.destructor"] = Throw("text");
     const ProgramEnd end = Play(script, {"-log", folder.Path("log")});
     EXPECT_EQ(end.status, 1);
     EXPECT_EQ(end.output, kBanner + "a line\nError: text\n");
-    EXPECT_EQ(folder.Read("log"), "a line\n");
+    EXPECT_EQ(folder.ReadFile("log"), "a line\n");
 }
 
 TEST(ToolEnd, AReaderThatNeverReadsIsWaitedForAndThenGivenUp) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const UnreadPipe pipe;
     Script script;
     script.actions["a.Process"] = [](const Step&) {
@@ -105,7 +105,7 @@ TEST(ToolEnd, AReaderThatNeverReadsIsWaitedForAndThenGivenUp) {
 }
 
 TEST(ToolEnd, AFullStandardOutputChangesNeitherStagesNorStatus) {
-    const TestFolder folder;
+    const TemporaryFolder folder;
     std::FILE* const full = std::fopen("/dev/full", "w");
     ASSERT_NE(full, nullptr);
     Script script;
@@ -129,7 +129,7 @@ TEST(ToolEnd, AFullStandardOutputChangesNeitherStagesNorStatus) {
     EXPECT_EQ(failingStatus, 1);
     EXPECT_EQ(script.journal, logged.journal);
     EXPECT_EQ(CountDestructors(script), 2u);
-    EXPECT_EQ(folder.Read("log"), "a line\n");
+    EXPECT_EQ(folder.ReadFile("log"), "a line\n");
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #include "Platform/FewDescriptors.h"
 #include "Platform/OrdinaryUser.h"
-#include "Platform/TestFolder.h"
+#include "Support/TemporaryFolder.h"
 #include "VoktFramework/RecordingTool.h"
 
 #include <Platform/Clock.h>
@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <filesystem>
 #include <iostream>
 #include <sstream>
 #include <stdexcept>
@@ -103,7 +104,7 @@ class LogFile : public testing::Test {
   protected:
     LogFile() { std::filesystem::permissions(folder.Path(), std::filesystem::perms::all); }
 
-    const TestFolder folder;
+    const TemporaryFolder folder;
     const std::string log = folder.Path("run.log");
     Script script;
 };
@@ -122,14 +123,14 @@ TEST_F(LogFile, HoldsWhatTheStagesAndTheReportPrintAndNothingElse) {
     const ProgramEnd end = Play(script, {"-logfile", log});
     EXPECT_EQ(end.status, 1);
     EXPECT_EQ(end.output, kBanner + "validating\n" + logged + kFailedEnd);
-    EXPECT_EQ(folder.Read("run.log"), logged);
+    EXPECT_EQ(folder.ReadFile("run.log"), logged);
 }
 
 TEST_F(LogFile, HoldsTheTimings) {
     const ProgramEnd end = Play(script, {"-log", log, "-tt", "1"});
     EXPECT_EQ(end.status, 0);
-    EXPECT_EQ(end.output, kBanner + folder.Read("run.log"));
-    EXPECT_TRUE(StartsWith(folder.Read("run.log"), "Tool timings:\nStage 0: "));
+    EXPECT_EQ(end.output, kBanner + folder.ReadFile("run.log"));
+    EXPECT_TRUE(StartsWith(folder.ReadFile("run.log"), "Tool timings:\nStage 0: "));
 }
 
 TEST_F(LogFile, IsNotTouchedByARunThatStopsBeforeProcessing) {
@@ -160,7 +161,7 @@ TEST_F(LogFile, WithoutACopyingThreadIsAnInternalError) {
 }
 
 TEST_F(LogFile, ThatIsReadOnlyIsRefusedBeforeTheComponentsAreAsked) {
-    folder.Write("run.log", "");
+    folder.WriteFile("run.log", "");
     using std::filesystem::perms;
     std::filesystem::permissions(log, perms::owner_read | perms::group_read | perms::others_read);
     // Where the saving stage judges outputs, the parser leaves this one alone too.

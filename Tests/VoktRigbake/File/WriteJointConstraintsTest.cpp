@@ -55,7 +55,7 @@ struct HandMade {
         return WriteBytes(block, bigEndian ? Biff::kBigEndian : Biff::kLittleEndian);
     }
     std::string Failure() {
-        return ThrownText([this] { Bytes(false); });
+        return FailureText([this] { Bytes(false); });
     }
     ProceduralFileReader::Constraints Read(const std::string& fault = "") {
         ProceduralJoints procedural;

@@ -287,7 +287,7 @@ TEST(SkeletonFile, HundredAndTwentyNineJointsAreRefusedForAnimationAlone) {
     TestScene scene(FlatSkeleton(129));
     const auto skeleton = scene.Build({"root"});
     Biff::CBlock block;
-    EXPECT_EQ(ThrownText([&] { WriteSkeleton(*skeleton, block, nullptr); }),
+    EXPECT_EQ(FailureText([&] { WriteSkeleton(*skeleton, block, nullptr); }),
               "Can only handle 128 items in a skeleton used for animation. This skeleton has 129.");
     EXPECT_TRUE(block.items.empty());
     EXPECT_TRUE(WriteSkeleton(*skeleton, block, nullptr, 0));

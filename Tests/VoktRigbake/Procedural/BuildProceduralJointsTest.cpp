@@ -51,7 +51,7 @@ std::string KindsOf(const std::string& body, bool withConstraints = true) {
     return KindsOf(rig.Build().get());
 }
 
-std::string FailureOf(const std::string& body) {
+std::string BuildFailure(const std::string& body) {
     return RigScene(kJoints + body).WithConstraints().Failure();
 }
 
@@ -92,7 +92,7 @@ TEST(ProceduralJoints, TwoAimsOnOneJointRunInDocumentOrder) {
 }
 
 TEST(ProceduralJoints, TwoConstraintsOfWhichNoneAimsAreRefused) {
-    EXPECT_EQ(FailureOf(Orientation("o", "a", "b") + Orientation("p", "a", "c")),
+    EXPECT_EQ(BuildFailure(Orientation("o", "a", "b") + Orientation("p", "a", "c")),
               "joint a is affected by 2 constraints");
 }
 
@@ -103,16 +103,16 @@ TEST(ProceduralJoints, ThreeConstraintsOnOneJointHaveNoOrder) {
 }
 
 TEST(ProceduralJoints, DrivenKeysAndConstraintsOnOneJointAreRefused) {
-    EXPECT_EQ(FailureOf(Orientation("o", "a", "b") + Driven("a", "c") + Driven("a", "d", "scaleX") +
-                        Aim("p", "a", "b")),
+    EXPECT_EQ(BuildFailure(Orientation("o", "a", "b") + Driven("a", "c") +
+                           Driven("a", "d", "scaleX") + Aim("p", "a", "b")),
               "joint a is affected by 2 constraints and 2 driven key clips");
     EXPECT_EQ(KindsOf(Orientation("o", "a", "b") + Driven("c", "a")), "CD")
         << "an input is not affected";
 }
 
 TEST(ProceduralJoints, FirstJointOfTheDocumentIsReported) {
-    EXPECT_EQ(FailureOf(Orientation("o", "c", "b") + Orientation("p", "c", "b") +
-                        Orientation("q", "a", "b") + Orientation("r", "a", "b")),
+    EXPECT_EQ(BuildFailure(Orientation("o", "c", "b") + Orientation("p", "c", "b") +
+                           Orientation("q", "a", "b") + Orientation("r", "a", "b")),
               "joint a is affected by 2 constraints");
 }
 
@@ -135,16 +135,19 @@ TEST(ProceduralJoints, ThreeStagesOfKeysConstraintsAndKeys) {
 }
 
 TEST(ProceduralJoints, CirclesOfEveryLengthAreRefused) {
-    EXPECT_EQ(FailureOf(Driven("a", "a")), kCircle);
-    EXPECT_EQ(FailureOf(Driven("a", "b") + Driven("b", "a")), kCircle);
-    EXPECT_EQ(FailureOf(Orientation("o", "a", "b") + Orientation("p", "b", "a")), kCircle);
-    EXPECT_EQ(FailureOf(Orientation("o", "a", "b") + Driven("b", "c") + Orientation("p", "c", "a")),
-              kCircle);
-    EXPECT_EQ(FailureOf(Orientation("o", "a", "a")), kCircle) << "a constraint on its own target";
-    EXPECT_EQ(FailureOf(Constraint("orientationConstraint", "o", "||root", {"||root|a"})), kCircle)
+    EXPECT_EQ(BuildFailure(Driven("a", "a")), kCircle);
+    EXPECT_EQ(BuildFailure(Driven("a", "b") + Driven("b", "a")), kCircle);
+    EXPECT_EQ(BuildFailure(Orientation("o", "a", "b") + Orientation("p", "b", "a")), kCircle);
+    EXPECT_EQ(
+        BuildFailure(Orientation("o", "a", "b") + Driven("b", "c") + Orientation("p", "c", "a")),
+        kCircle);
+    EXPECT_EQ(BuildFailure(Orientation("o", "a", "a")), kCircle)
+        << "a constraint on its own target";
+    EXPECT_EQ(BuildFailure(Constraint("orientationConstraint", "o", "||root", {"||root|a"})),
+              kCircle)
         << "a parent that follows its child";
-    EXPECT_EQ(FailureOf(DrivenAnim("|keys_rotateX|rotateX", "rotateX", "|keys_rotateX|rotateX",
-                                   "rotateX")),
+    EXPECT_EQ(BuildFailure(DrivenAnim("|keys_rotateX|rotateX", "rotateX", "|keys_rotateX|rotateX",
+                                      "rotateX")),
               kCircle)
         << "a channel that drives itself";
 }
@@ -175,8 +178,8 @@ TEST(ProceduralJoints, ConstraintWithoutTargetsHasNoRelations) {
 }
 
 TEST(ProceduralJoints, ConstraintOnAPlainNodeIsRefused) {
-    EXPECT_EQ(FailureOf(R"(<scene name="props"><node name="box"/></scene>)" +
-                        Constraint("scaleConstraint", "s", "|props|box", {"||root|a"})),
+    EXPECT_EQ(BuildFailure(R"(<scene name="props"><node name="box"/></scene>)" +
+                           Constraint("scaleConstraint", "s", "|props|box", {"||root|a"})),
               "constraint s has an invalid constrained object (box)");
 }
 
@@ -193,9 +196,9 @@ TEST(ProceduralJoints, ConstraintsOfOneStageAreOrderedByTypeThenByDocument) {
 
 TEST(ProceduralJoints, TypesDecideWhichOfTwoFaultsIsReported) {
     // The translation constraint stands last in the document and is added first.
-    EXPECT_EQ(FailureOf(R"(<scene name="x"><node name="n"/></scene>)" +
-                        Constraint("scaleConstraint", "s", "||root|a", {"|x|n"}) +
-                        Constraint("translationConstraint", "t", "||root|b", {"|x|n"})),
+    EXPECT_EQ(BuildFailure(R"(<scene name="x"><node name="n"/></scene>)" +
+                           Constraint("scaleConstraint", "s", "||root|a", {"|x|n"}) +
+                           Constraint("translationConstraint", "t", "||root|b", {"|x|n"})),
               "constraint t (b)  has an invalid target (n) ");
 }
 
@@ -205,7 +208,7 @@ TEST(ProceduralJoints, UnresolvedInputLeavesTheKeyOut) {
 }
 
 TEST(ProceduralJoints, InputThatIsNoPathIsRefused) {
-    EXPECT_EQ(FailureOf(DrivenAnim("||root|a", "rotateX", "root", "rotateX")),
+    EXPECT_EQ(BuildFailure(DrivenAnim("||root|a", "rotateX", "root", "rotateX")),
               "Unrecognised path format: root");
 }
 
@@ -248,13 +251,13 @@ TEST(ProceduralJoints, BlendFoldsItsDrivenChannels) {
 }
 
 TEST(ProceduralJoints, BlendWithNothingBeforeItIsRefused) {
-    EXPECT_EQ(FailureOf(Blend("||root|a")),
+    EXPECT_EQ(BuildFailure(Blend("||root|a")),
               "Found an animation blend which doesn't have any preceeding update. This is not "
               "currently supported but could be if required.");
 }
 
 TEST(ProceduralJoints, BlendBehindConstraintsIsRefused) {
-    EXPECT_EQ(FailureOf(Blend("||root|a") + Orientation("o", "b", "c")),
+    EXPECT_EQ(BuildFailure(Blend("||root|a") + Orientation("o", "b", "c")),
               "Found an animation blend which doesn't have driven key input. This is not currently "
               "supported but could be if required.");
 }

@@ -46,7 +46,7 @@ class DrivenKeysTest : public testing::Test {
     }
     std::string Refusal(const std::string& target, const std::string& channel,
                         const std::string& animData = kCurve) {
-        return ThrownText([&] { AddKey(target, channel, animData); });
+        return FailureText([&] { AddKey(target, channel, animData); });
     }
     const DrivenOutput& Output() const { return keys.GetOutputs().front(); }
     const DrivenCurve& Curve() const { return Output().curves.front(); }
@@ -189,7 +189,7 @@ TEST_F(DrivenKeysTest, TimestepChannelKeepsTheKeysThatItNeeds) {
 TEST_F(DrivenKeysTest, AnimWithoutATargetIsRefused) {
     Load(AnimOf("||root|a", "rotateX", kCurve));
     rig->Get<VokAnim>("keys").target = VokObjLinkHandle(&rig->Get<VokAnim>("keys"));
-    EXPECT_EQ(ThrownText([this] { Add("ch", nullptr); }),
+    EXPECT_EQ(FailureText([this] { Add("ch", nullptr); }),
               "We didn't find a target for the driven key animation 'keys'");
 }
 
@@ -253,7 +253,7 @@ TEST_F(DrivenKeysTest, InputOutsideTheSkeletonMayRotateAlone) {
     Add("ch", &rig->Get<VokJoint>("outside"));
     EXPECT_EQ(Curve().inputType, DrivenChannelType::Rotation);
     rig->Get<VokAnimChannel>("ch").attributes.Set("inputChannel", "scaleX");
-    EXPECT_EQ(ThrownText([this] { Add("ch", &rig->Get<VokJoint>("outside")); }),
+    EXPECT_EQ(FailureText([this] { Add("ch", &rig->Get<VokJoint>("outside")); }),
               "Unable to locate driven key joint ('scalex') in skeleton");
 }
 
@@ -265,7 +265,8 @@ TEST_F(DrivenKeysTest, InputThatIsNoJointIsExternal) {
     EXPECT_EQ(Curve().inputType, DrivenChannelType::External);
     EXPECT_EQ(Curve().inputHash, NaiveHash("rotatex"));
     EXPECT_TRUE(procedural.externalInputs.Contains(NaiveHash("rotatex")));
-    EXPECT_EQ(ThrownText([this] { Add("ch", nullptr); }), "Internal error - please report as a bug")
+    EXPECT_EQ(FailureText([this] { Add("ch", nullptr); }),
+              "Internal error - please report as a bug")
         << "an external input is used once";
 }
 

@@ -53,7 +53,7 @@ class JointConstraintsTest : public testing::Test {
 
     void Add(const VokConstraint& constraint) { constraints.AddConstraint(&constraint, rig.index); }
     std::string Refusal(const VokConstraint* constraint) {
-        return ThrownText([&] { constraints.AddConstraint(constraint, rig.index); });
+        return FailureText([&] { constraints.AddConstraint(constraint, rig.index); });
     }
     std::string Refusal(const VokConstraint& constraint) { return Refusal(&constraint); }
 

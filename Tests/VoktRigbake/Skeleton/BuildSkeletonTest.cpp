@@ -59,13 +59,13 @@ TEST(BuildSkeleton, BytesFrom0x80UpKeepTheirCaseInTheHash) {
 
 TEST(BuildSkeleton, NamesThatDifferInCaseAloneAreDuplicates) {
     TestScene scene(R"(<scene><joint name="joint1"><joint name="JOINT1"/></joint></scene>)");
-    EXPECT_EQ(ThrownText([&] { scene.Build({"joint1"}); }),
+    EXPECT_EQ(FailureText([&] { scene.Build({"joint1"}); }),
               "ERROR: Duplicate joint name found in skeleton ('joint1')");
 }
 
 TEST(BuildSkeleton, OneNameInTwoNamespacesIsADuplicate) {
     TestScene scene(R"(<scene><joint name="a:Hip"><joint name="b:c:hIP"/></joint></scene>)");
-    EXPECT_EQ(ThrownText([&] { scene.Build({"a:Hip"}); }),
+    EXPECT_EQ(FailureText([&] { scene.Build({"a:Hip"}); }),
               "ERROR: Duplicate joint name found in skeleton ('hip')");
 }
 
@@ -78,7 +78,7 @@ TEST(BuildSkeleton, NameOf260CharactersPassesAndOf261DoesNot) {
 TEST(BuildSkeleton, NameOf261CharactersIsRefused) {
     const std::string tooLong(261, 'x');
     TestScene scene("<scene><joint name=\"" + tooLong + "\"/></scene>");
-    EXPECT_EQ(ThrownText([&] { scene.Build({tooLong}); }),
+    EXPECT_EQ(FailureText([&] { scene.Build({tooLong}); }),
               "ERROR: Can't handle joint names that are longer than 260 characters");
 }
 
@@ -86,7 +86,7 @@ TEST(BuildSkeleton, LengthIsCheckedBeforeDuplicates) {
     const std::string tooLong(261, 'x');
     TestScene scene("<scene><joint name=\"r\"><joint name=\"" + tooLong +
                     "\"/><joint name=\"R\"/></joint></scene>");
-    EXPECT_EQ(ThrownText([&] { scene.Build({"r"}); }),
+    EXPECT_EQ(FailureText([&] { scene.Build({"r"}); }),
               "ERROR: Can't handle joint names that are longer than 260 characters");
 }
 
@@ -110,7 +110,7 @@ TEST(BuildSkeleton, VerboseOutputEndsWithTheJointThatIsRefused) {
     TestScene scene(R"(<scene><joint name="r"><joint name="a"><joint name="b"/></joint></joint>
                        </scene>)" +
                     Set("skelLodSet1", {"||r|a"}));
-    EXPECT_EQ(CaptureOutput([&] { ThrownText([&] { scene.Build({"r"}, true); }); }),
+    EXPECT_EQ(CaptureOutput([&] { FailureText([&] { scene.Build({"r"}, true); }); }),
               "0::: 0, r\n"
               "1::: 2, a\n"
               "2::: 1, b\n"
@@ -120,7 +120,7 @@ TEST(BuildSkeleton, VerboseOutputEndsWithTheJointThatIsRefused) {
 
 TEST(BuildSkeleton, NothingIsPrintedWhenTheOrderFails) {
     TestScene scene(std::string(kTree) + Set("skelLodSet-5", {"||root|c"}));
-    EXPECT_EQ(CaptureOutput([&] { ThrownText([&] { scene.Build({"root"}, true); }); }), "");
+    EXPECT_EQ(CaptureOutput([&] { FailureText([&] { scene.Build({"root"}, true); }); }), "");
 }
 
 TEST(BuildSkeleton, HundredThousandSiblingsEndWithTheLimitOfTheWriter) {
@@ -129,7 +129,7 @@ TEST(BuildSkeleton, HundredThousandSiblingsEndWithTheLimitOfTheWriter) {
     TestScene scene(body + "</joint></scene>");
     const auto skeleton = scene.Build({"root"});
     Biff::CBlock block;
-    EXPECT_EQ(ThrownText([&] { WriteSkeleton(*skeleton, block, nullptr); }),
+    EXPECT_EQ(FailureText([&] { WriteSkeleton(*skeleton, block, nullptr); }),
               "Can only handle 128 items in a skeleton used for animation. This skeleton has "
               "100001.");
     EXPECT_TRUE(block.items.empty());

@@ -60,7 +60,7 @@ TEST(JointOrder, FinerLevelsComeLastAndKeepTheOrderOfDiscovery) {
 
 TEST(JointOrder, ChildBelowItsParentsLevelIsRefused) {
     TestScene scene(std::string(kTree) + Set("skelLodSet1", {"||root|b"}));
-    EXPECT_EQ(ThrownText([&] { scene.Build({"root"}); }),
+    EXPECT_EQ(FailureText([&] { scene.Build({"root"}); }),
               "Joint comes before parent joint in hierarchy");
 }
 
@@ -88,7 +88,7 @@ TEST(JointOrder, RootStaysOnLevelZeroWhateverSetHoldsIt) {
 
 TEST(JointOrder, NegativeLevelOfAJointIsRefused) {
     TestScene scene(std::string(kTree) + Set("skelLodSet-1", {"||root|c"}));
-    EXPECT_EQ(ThrownText([&] { scene.Build({"root"}); }), "error defining joint order");
+    EXPECT_EQ(FailureText([&] { scene.Build({"root"}); }), "error defining joint order");
 }
 
 TEST(JointOrder, LevelFarBeyondTheJointsIsJustTheLast) {
@@ -99,7 +99,7 @@ TEST(JointOrder, LevelFarBeyondTheJointsIsJustTheLast) {
 TEST(JointOrder, PlainNodeBetweenJointsIsRefused) {
     TestScene scene(R"(<scene><joint name="root"><node name="n"><joint name="x"/></node>
                        </joint></scene>)");
-    EXPECT_EQ(ThrownText([&] { scene.Build({"root"}); }),
+    EXPECT_EQ(FailureText([&] { scene.Build({"root"}); }),
               "Joint parented to non-joint {||root|n|x}");
 }
 

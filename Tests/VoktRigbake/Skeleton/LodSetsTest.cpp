@@ -19,16 +19,17 @@ std::string Set(std::string_view name, const Names& members, std::string_view ty
     return text + "</objset>";
 }
 
-std::string Failure(const std::string& sets) {
+std::string BuildFailure(const std::string& sets) {
     TestScene scene(kScene + sets);
-    return ThrownText([&] { scene.Build({"root"}); });
+    return FailureText([&] { scene.Build({"root"}); });
 }
 
 }  // namespace
 
 TEST(LodSets, NameWithoutANumberIsRefused) {
-    EXPECT_EQ(Failure(Set("skelLodSet", {})), "Malformed skelLodSet name {|skelLodSet}");
-    EXPECT_EQ(Failure(Set("skelLodSetFine", {})), "Malformed skelLodSet name {|skelLodSetFine}");
+    EXPECT_EQ(BuildFailure(Set("skelLodSet", {})), "Malformed skelLodSet name {|skelLodSet}");
+    EXPECT_EQ(BuildFailure(Set("skelLodSetFine", {})),
+              "Malformed skelLodSet name {|skelLodSetFine}");
 }
 
 TEST(LodSets, TextBehindTheNumberIsIgnored) {
@@ -43,10 +44,10 @@ TEST(LodSets, NumberIsReadWithSignAndLeadingBlanks) {
 }
 
 TEST(LodSets, MemberWithoutAnObjectIsRefused) {
-    EXPECT_EQ(Failure("<reference name=\"r\" uri=\"/other.qeli\" namespace=\"other\"/>" +
-                      Set("skelLodSet1", {"|other:joint"})),
+    EXPECT_EQ(BuildFailure("<reference name=\"r\" uri=\"/other.qeli\" namespace=\"other\"/>" +
+                           Set("skelLodSet1", {"|other:joint"})),
               "Can't get object from path in set {|skelLodSet1}");
-    EXPECT_EQ(Failure(Set("skelLodSet1", {""})),
+    EXPECT_EQ(BuildFailure(Set("skelLodSet1", {""})),
               "Can't get object from path in set {|skelLodSet1}");
 }
 
@@ -54,19 +55,19 @@ TEST(LodSets, MemberThatWasDeletedIsRefused) {
     TestScene scene(kScene + Set("skelLodSet1", {"||root|a"}));
     VokJoint* root = scene.Joint("root");
     root->DeleteChild(scene.Joint("a"));
-    EXPECT_EQ(ThrownText([&] { BuildSkeleton(scene.World(), {root}, false, nullptr); }),
+    EXPECT_EQ(FailureText([&] { BuildSkeleton(scene.World(), {root}, false, nullptr); }),
               "Can't get object from path in set {|skelLodSet1}");
 }
 
 TEST(LodSets, MemberThatIsNoJointIsRefused) {
-    EXPECT_EQ(Failure(Set("skelLodSet1", {"||root|a", "||n"})),
+    EXPECT_EQ(BuildFailure(Set("skelLodSet1", {"||root|a", "||n"})),
               "skelLod set contains non-joint object {|skelLodSet1}");
 }
 
 TEST(LodSets, FirstFaultInTheDocumentIsReported) {
-    EXPECT_EQ(Failure(Set("skelLodSet1", {"||n"}) + Set("skelLodSetX", {})),
+    EXPECT_EQ(BuildFailure(Set("skelLodSet1", {"||n"}) + Set("skelLodSetX", {})),
               "skelLod set contains non-joint object {|skelLodSet1}");
-    EXPECT_EQ(Failure(Set("skelLodSetX", {}) + Set("skelLodSet1", {"||n"})),
+    EXPECT_EQ(BuildFailure(Set("skelLodSetX", {}) + Set("skelLodSet1", {"||n"})),
               "Malformed skelLodSet name {|skelLodSetX}");
 }
 
@@ -139,7 +140,7 @@ TEST(LodSets, RowsPastTheLimitAreRefused) {
     std::string sets;
     for (std::size_t i = 0; i <= kMaxLodRows / 2; ++i) sets += Set("skelLodSet1", {});
     TestScene scene("<scene><joint name=\"r\"/><joint name=\"s\"/></scene>" + sets);
-    EXPECT_EQ(ThrownText([&] {
+    EXPECT_EQ(FailureText([&] {
                   scene.Build({"r", "s"});
               }),
               "Can only handle 65536 level of detail sets in a skeleton, each counted once for "

@@ -41,7 +41,7 @@ class ChangeUpAxis : public testing::Test {
 TEST_F(ChangeUpAxis, UnknownAxisIsRefusedByTheText) {
     for (const std::string axis : {"Y", "Keep", "x", "z ", "0"}) {
         stage.SetFlag("-changeUpAxis", axis);
-        EXPECT_EQ(ThrownText([this] { stage.Validate(); }),
+        EXPECT_EQ(FailureText([this] { stage.Validate(); }),
                   "Unrecognised up axis form '" + axis + "'\n");
     }
 }
@@ -107,5 +107,5 @@ TEST_F(ChangeUpAxis, FlagsAreReadByTheirShortNames) {
     const char* words[] = {"tool", "-cuaa", "true", "-cua", "w"};
     syntax.Parse(5, words, 1);
     stage.ReadFlags(syntax);
-    EXPECT_EQ(ThrownText([this] { stage.Validate(); }), "Unrecognised up axis form 'w'\n");
+    EXPECT_EQ(FailureText([this] { stage.Validate(); }), "Unrecognised up axis form 'w'\n");
 }

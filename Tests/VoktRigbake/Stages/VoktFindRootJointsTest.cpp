@@ -106,7 +106,7 @@ TEST_F(RootJoints, WalkIsPreOrderAndGoesThroughNodes) {
 }
 
 TEST_F(RootJoints, DifferentParentsAreRefusedWithMultiRoot) {
-    EXPECT_EQ(ThrownText([this] {
+    EXPECT_EQ(FailureText([this] {
                   Run(R"(<scene><joint name="a"/><joint name="b"/>
                          <node name="n"><joint name="c"/></node></scene>)",
                       true);
@@ -116,7 +116,7 @@ TEST_F(RootJoints, DifferentParentsAreRefusedWithMultiRoot) {
 }
 
 TEST_F(RootJoints, ParentsOfOneParentAreStillDifferent) {
-    EXPECT_EQ(ThrownText([this] {
+    EXPECT_EQ(FailureText([this] {
                   Run(R"(<scene><node name="n"><joint name="a"/></node>
                          <node name="m"><joint name="b"/></node></scene>)",
                       true);
@@ -160,7 +160,7 @@ TEST_F(RootJoints, WorldWithoutHierarchyIsRefused) {
     VokWorld& world = AddWorld("<scene/>", "world");
     world.DeleteChild(world.GetHierarchy());
     VoktFindRootJoints stage(nullptr);
-    EXPECT_EQ(ThrownText([&] { stage.Process(universe); }), "No hierarchy present.");
+    EXPECT_EQ(FailureText([&] { stage.Process(universe); }), "No hierarchy present.");
     EXPECT_EQ(Roots(), Names{}) << "the atom stands before the work begins";
 }
 
@@ -176,7 +176,7 @@ TEST_F(RootJoints, EachWorldHasAListOfItsOwn) {
 
 TEST_F(RootJoints, UnknownArgumentIsRefused) {
     VoktFindRootJoints stage(nullptr);
-    EXPECT_EQ(ThrownText([&] { stage.SetFlag("-mr", ""); }), "Unhandled argument: -mr");
+    EXPECT_EQ(FailureText([&] { stage.SetFlag("-mr", ""); }), "Unhandled argument: -mr");
 }
 
 TEST_F(RootJoints, FlagIsReadByItsShortName) {
@@ -194,6 +194,6 @@ TEST_F(RootJoints, FlagIsReadByItsShortName) {
 TEST_F(RootJoints, WarningTextIsRegisteredOnce) {
     VoktFindRootJoints first(nullptr);
     VoktFindRootJoints second(nullptr);
-    EXPECT_EQ(ThrownText([this] { errors.Register(10100, "another text"); }),
+    EXPECT_EQ(FailureText([this] { errors.Register(10100, "another text"); }),
               "Duplicate VoktError id registered");
 }

@@ -85,13 +85,13 @@ TEST_F(RigbakeComponent, LeavesTheFileInTheUniverse) {
 
 TEST_F(RigbakeComponent, MissingRootsAreAnInternalFault) {
     AddWorld(kJoint);
-    EXPECT_EQ(ThrownText([this] { stage.Process(universe); }),
+    EXPECT_EQ(FailureText([this] { stage.Process(universe); }),
               "VoktRigbake couldn't find root joints atom");
     EXPECT_EQ(Skeleton(), nullptr);
 }
 
 TEST_F(RigbakeComponent, MissingWorldIsReportedFirst) {
-    EXPECT_EQ(ThrownText([this] { stage.Process(universe); }), "Couldn't find a world");
+    EXPECT_EQ(FailureText([this] { stage.Process(universe); }), "Couldn't find a world");
 }
 
 TEST_F(RigbakeComponent, SceneWithoutJointsIsError1100) {
@@ -103,14 +103,14 @@ TEST_F(RigbakeComponent, SceneWithoutJointsIsError1100) {
 
 TEST_F(RigbakeComponent, SkeletonAtomStandsEvenAfterAFailure) {
     AddWorldAndRoots(R"(<scene><joint name="a"><joint name="A"/></joint></scene>)");
-    EXPECT_EQ(ThrownText([this] { stage.Process(universe); }),
+    EXPECT_EQ(FailureText([this] { stage.Process(universe); }),
               "ERROR: Duplicate joint name found in skeleton ('a')");
     EXPECT_NE(Skeleton(), nullptr);
 }
 
 TEST_F(RigbakeComponent, LimitOfJointsHoldsForAnimationAlone) {
     AddWorldAndRoots(FlatSkeleton(129));
-    EXPECT_EQ(ThrownText([this] { stage.Process(universe); }),
+    EXPECT_EQ(FailureText([this] { stage.Process(universe); }),
               "Can only handle 128 items in a skeleton used for animation. This skeleton has 129.");
     VoktRigbake unlimited(nullptr, 0);
     EXPECT_NO_THROW(unlimited.Process(universe));
@@ -219,6 +219,6 @@ TEST_F(RigbakeComponent, FlagsStandInTheHelpInOrder) {
 
 TEST_F(RigbakeComponent, ErrorTextIsRegistered) {
     VoktRigbake second(nullptr, kSkeletonForAnimation);
-    EXPECT_EQ(ThrownText([this] { errors.Register(1100, "another text"); }),
+    EXPECT_EQ(FailureText([this] { errors.Register(1100, "another text"); }),
               "Duplicate VoktError id registered");
 }
