@@ -1,6 +1,8 @@
 // Feeds a document to the reader in blocks whose size the input chooses. A load succeeds or throws;
 // nothing else.
 
+#include "DocumentMutator.h"
+
 #include <VokLib/Document/VokParse.h>
 #include <VokLib/Library/VokLib.h>
 #include <VokLib/Tree/VokWorld.h>

@@ -25,6 +25,12 @@ std::size_t SegmentEnd(const std::string& path, std::size_t begin) {
 
 }  // namespace
 
+PathResolver::~PathResolver() {
+    // After a failure the same question gets the same answer.
+    for (const Walk& walk : walks)
+        if (walk.waiting != nullptr) walk.waiting->resolving = false;
+}
+
 VokObj* PathResolver::Resolve(const std::string& path, VokReference** reference) {
     if (path.empty()) return nullptr;
     Begin(path, nullptr);
@@ -82,16 +88,16 @@ void PathResolver::ResolveNextInstance(VokPathCache::SpecialChildren& special) {
     if (special.resolving) ThrowNoScene();
     std::string path = special.instances[special.resolved]->target.GetPath().GetText();
     if (path.empty()) ThrowNoScene();
-    special.resolving = true;
     Begin(std::move(path), &special);
+    special.resolving = true;
 }
 
 void PathResolver::AcceptScene(VokPathCache::SpecialChildren& special, VokObj* target) {
+    special.resolving = false;
     if (target == nullptr || !target->IsExactly(VokScene::TypeId())) ThrowNoScene();
     if (special.placesOfScenes.emplace(target, special.scenes.size()).second)
         special.scenes.push_back(target);
     ++special.resolved;
-    special.resolving = false;
 }
 
 VokReference* PathResolver::FindReference(const Walk& walk) {

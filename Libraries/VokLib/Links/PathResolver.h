@@ -16,6 +16,9 @@ class VokReference;
 class PathResolver {
   public:
     explicit PathResolver(VokPathCache& pathCache) : cache(pathCache) {}
+    PathResolver(const PathResolver&) = delete;
+    PathResolver& operator=(const PathResolver&) = delete;
+    ~PathResolver();
 
     /// As VokPath::Resolve. `reference` may be null.
     VokObj* Resolve(const std::string& path, VokReference** reference);

@@ -48,4 +48,25 @@ TEST_F(InstancedScenes, ManyQuestionsGetTheAnswersOfTheFirst) {
     }
 }
 
+class PathCache : public CoreScene::Test {
+  protected:
+    void AddInstance(VokObj* parent, const std::string& target) {
+        Add<VokInstance>(parent, "i")->target.SetTargetPath(target);
+    }
+
+    VokWorld world;
+};
+
+TEST_F(PathCache, AFailedQuestionGetsTheSameAnswerAgain) {
+    AddInstance(world.GetHierarchy(), "no path");
+    AddInstance(Add<VokScene>(&world, "outer"), "|inner|x");
+    AddInstance(Add<VokScene>(&world, "inner"), "|missing");
+    VokPathCache cache(&world);
+    for (const char* path : {"||a", "|outer|a", "|inner|a"}) {
+        const Thrown first = ThrownBy([&] { VokPath(path).Resolve(&world, nullptr, &cache); });
+        EXPECT_EQ(first, ThrownBy([&] { VokPath(path).Resolve(&world); })) << path;
+        EXPECT_EQ(first, ThrownBy([&] { VokPath(path).Resolve(&world, nullptr, &cache); })) << path;
+    }
+}
+
 }  // namespace

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// An input of the bake fuzzer: a document, with two bytes ahead of it that choose the flags. A
+/// document alone is baked in the usual way; flag bytes have their highest bit set, which the first
+/// character of a document has not.
+struct BakeInput {
+    std::vector<std::string> flags;  ///< all but names of files
+    bool updatesOld = true;
+    bool makesTwo = false;  ///< one file in each byte order
+    bool writesLog = false;
+    std::string_view document;
+};
+
+BakeInput ReadBakeInput(std::string_view bytes);
+
+/// The number of flag bytes at the front: none or two.
+std::size_t CountFlagBytes(std::string_view bytes);
