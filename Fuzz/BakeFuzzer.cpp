@@ -37,11 +37,11 @@ struct Counts {
 Counts counts;
 
 void PrintCounts() {
-    std::fprintf(stderr,
-                 "BakeFuzzer: %zu documents, %zu loaded, %zu baked, %zu converted; most memory %.3f "
-                 "of what is allowed\n",
-                 counts.documents, counts.loaded, counts.baked, counts.converted,
-                 counts.mostMemory);
+    std::fprintf(
+        stderr,
+        "BakeFuzzer: %zu documents, %zu loaded, %zu baked, %zu converted; most memory %.3f "
+        "of what is allowed\n",
+        counts.documents, counts.loaded, counts.baked, counts.converted, counts.mostMemory);
 }
 
 [[noreturn]] void Fail(const std::string& what) {

@@ -21,8 +21,7 @@ constexpr unsigned kByteMutations = 24;
 extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size,
                                                std::size_t maxSize, unsigned seed) {
     if (seed % kByteMutations == 0) return LLVMFuzzerMutate(data, size, maxSize);
-    const std::string changed =
-        MutateDocument({reinterpret_cast<const char*>(data), size}, seed);
+    const std::string changed = MutateDocument({reinterpret_cast<const char*>(data), size}, seed);
     if (changed.empty() || changed.size() > maxSize) return LLVMFuzzerMutate(data, size, maxSize);
     std::memcpy(data, changed.data(), changed.size());
     return changed.size();
@@ -32,9 +31,9 @@ extern "C" std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t* data, std::
                                                  const std::uint8_t* other, std::size_t otherSize,
                                                  std::uint8_t* out, std::size_t maxSize,
                                                  unsigned seed) {
-    const std::string crossed = CrossDocuments({reinterpret_cast<const char*>(data), size},
-                                               {reinterpret_cast<const char*>(other), otherSize},
-                                               seed);
+    const std::string crossed =
+        CrossDocuments({reinterpret_cast<const char*>(data), size},
+                       {reinterpret_cast<const char*>(other), otherSize}, seed);
     if (crossed.size() > maxSize) return 0;
     std::memcpy(out, crossed.data(), crossed.size());
     return crossed.size();

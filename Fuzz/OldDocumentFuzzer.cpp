@@ -63,9 +63,9 @@ std::string Aged(std::string document, std::size_t version) {
 }
 
 XmlDocument ReadStep(std::size_t from) {
-    const std::string text =
-        "<step><xslt>" + std::string(QelNamespaceRoot) + "/qeli/" + std::string(kVersions[from]) +
-        "/" + std::string(kVersions[from + 1]) + ".xslt</xslt></step>";
+    const std::string text = "<step><xslt>" + std::string(QelNamespaceRoot) + "/qeli/" +
+                             std::string(kVersions[from]) + "/" + std::string(kVersions[from + 1]) +
+                             ".xslt</xslt></step>";
     return XmlDocument(
         xmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, nullptr, 0));
 }

@@ -19,8 +19,7 @@ class LinkMender {
         for (auto& [name, value] : element.attributes)
             if (IsLink(value) && paths.count(value) == 0)
                 value = Choose(vocabulary.Of(element, parent), name);
-        if (IsLink(element.text) && paths.count(element.text) == 0)
-            element.text = Choose({}, "");
+        if (IsLink(element.text) && paths.count(element.text) == 0) element.text = Choose({}, "");
         for (Element& child : element.children) Mend(child, &element);
     }
 

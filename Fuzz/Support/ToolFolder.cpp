@@ -77,8 +77,7 @@ void ToolFolder::Clear() const {
 }
 
 BakeResult Bake(const ToolFolder& folder, const std::string& name, const BakeInput& input) {
-    std::vector<std::string> words = {"rigbake",           "-in",
-                                      folder.PathOf(name), "-out",
+    std::vector<std::string> words = {"rigbake", "-in", folder.PathOf(name), "-out",
                                       folder.PathOf(kOutput)};
     words.insert(words.end(), input.flags.begin(), input.flags.end());
     if (input.writesLog) words.insert(words.end(), {"-log", folder.PathOf("log.txt")});

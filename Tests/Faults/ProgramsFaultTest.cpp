@@ -159,6 +159,34 @@ TEST_P(FailedAllocation, EachHundredthOfAnUpdate) {
     }
 }
 
+class FailedLargeUpdate : public FaultyWork {};
+
+TEST_P(FailedLargeUpdate, EndsSoonAfterMemoryDoes) {
+    // The tree that a stylesheet goes on to make takes more than the reserve holds.
+    std::string old =
+        "<QEL xmlns=\"http://qel.example/ns/qeli/1_14_1/qeli\" filenameform=\"qelirelative\">"
+        "<scene><joint name=\"root\">";
+    for (int i = 0; i < 40000; ++i)
+        old += "<node name=\"n" + std::to_string(i) +
+               "\"><translate>0 1 2</translate><scale>1 1 1</scale></node>";
+    folder.Write("in.qeli", old + "</joint></scene></QEL>");
+    const auto run = [&](const Fault& fault) {
+        folder.Write("out", kOld);
+        return RunWithFault(folder.Path(), GetParam().program,
+                            {"-in", "in.qeli", "-out", "out", "-au", "1"}, fault);
+    };
+    const FaultyResult undisturbed = run({Fault::Kind::Allocation});
+    ASSERT_EQ(undisturbed.status, 0) << undisturbed.output;
+    for (long point = 1; point <= 12 && !HasFailure(); ++point) {
+        const long number = undisturbed.count * point / 13;
+        SCOPED_TRACE("allocation " + std::to_string(number));
+        const FaultyResult result = run({Fault::Kind::Allocation, number, true});
+        ExpectHonest(result);
+        EXPECT_EQ(result.status, 1);
+        EXPECT_TRUE(Says(result, {"std::bad_alloc"})) << result.output << result.errors;
+    }
+}
+
 class FailedCall : public FaultyWork {
   protected:
     void FailEach(int error) {
@@ -227,6 +255,7 @@ std::string NameOf(const testing::TestParamInfo<Work>& work) {
 }
 
 const auto kWorks = testing::Values(kBake, kLoggedBake, kConversion);
+INSTANTIATE_TEST_SUITE_P(Of, FailedLargeUpdate, testing::Values(kBake), NameOf);
 INSTANTIATE_TEST_SUITE_P(Of, FailedAllocation, kWorks, NameOf);
 INSTANTIATE_TEST_SUITE_P(Of, FailedCall, kWorks, NameOf);
 INSTANTIATE_TEST_SUITE_P(Of, EndedRun, kWorks, NameOf);

@@ -60,6 +60,7 @@ std::string MirrorOf(const std::string& folder) {
     for (const std::string top : {"Libraries/Include/", "Libraries/"})
         if (StartsWith(folder, top)) return folder.substr(top.size());
     if (folder == "Runtime/skeleton") return "Runtime";
+    if (folder == "Fuzz/Support") return "Fuzz";
     if (folder == "Tests/House" || folder == "Tests/Support") return folder.substr(6);
     return "";
 }

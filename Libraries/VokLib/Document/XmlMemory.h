@@ -25,3 +25,15 @@ class XmlMemoryWatch {
   private:
     std::size_t seen = XmlMemory::CountFailures();
 };
+
+/// While it lives, `stop` is called with `user` at each failure, so that a long work ends before
+/// the reserve does. One at a time. `stop` takes no memory and lets nothing out.
+class XmlMemoryAlarm {
+  public:
+    using Stop = void (*)(void* user);
+
+    XmlMemoryAlarm(Stop stop, void* user);
+    XmlMemoryAlarm(const XmlMemoryAlarm&) = delete;
+    XmlMemoryAlarm& operator=(const XmlMemoryAlarm&) = delete;
+    ~XmlMemoryAlarm();
+};

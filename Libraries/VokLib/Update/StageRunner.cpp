@@ -17,6 +17,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <iostream>
+#include <new>
 #include <optional>
 #include <utility>
 
@@ -39,6 +40,10 @@ class Messages {
     Messages& operator=(const Messages&) = delete;
 
     const std::string& GetText() const { return text; }
+    /// Throws std::bad_alloc where something that was said could not be kept.
+    void Check() const {
+        if (isCut) throw std::bad_alloc();
+    }
 
   private:
     static void Collect(void* user, const char* format, ...) {
@@ -48,13 +53,28 @@ class Messages {
         const int length = std::vsnprintf(line, sizeof(line), format, values);
         va_end(values);
         if (length <= 0) return;
-        static_cast<Messages*>(user)->text.append(
-            line, std::min(static_cast<std::size_t>(length), kLongestMessage));
+        Messages& messages = *static_cast<Messages*>(user);
+        try {  // nothing may pass through the processor
+            messages.text.append(line, std::min(static_cast<std::size_t>(length), kLongestMessage));
+        } catch (const std::bad_alloc&) {
+            messages.isCut = true;
+        }
     }
     static void Drop(void*, const char*, ...) {}
 
     std::string text;
+    bool isCut = false;
 };
+
+/// Ends the work of a processor that has no memory: it would go on with the rest of the document,
+/// and when the reserve is used up, too, take what it did not get for memory.
+void StopProcessor(void* user) {
+    auto& context = *static_cast<xsltTransformContext*>(user);
+    context.state = XSLT_STATE_STOPPED;
+    // Templates that have not begun do not begin.
+    context.opLimit = 1;
+    context.opCount = 2;
+}
 
 SecurityRules ForbidEverything() {
     SecurityRules rules(xsltNewSecurityPrefs());
@@ -144,9 +164,11 @@ XmlDocument StageRunner::Transform(const std::string& uri, xsltStylesheet& sheet
     if (context == nullptr) throw std::bad_alloc();
     xsltSetCtxtSecurityPrefs(rules.get(), context.get());
     context->maxTemplateDepth = kMostTemplates;
+    const XmlMemoryAlarm alarm(StopProcessor, context.get());
     XmlDocument result(
         xsltApplyStylesheetUser(&sheet, &document, texts.data(), nullptr, nullptr, context.get()));
     memory.Check();
+    messages.Check();
     if (result == nullptr || context->state != XSLT_STATE_OK) {
         if (loader.GetVerbosity() != 0) Print(messages.GetText());
         throw VokUpdateFailure(
