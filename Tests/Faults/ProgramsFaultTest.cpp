@@ -169,9 +169,9 @@ TEST_P(FailedLargeUpdate, EndsSoonAfterMemoryDoes) {
     for (int i = 0; i < 40000; ++i)
         old += "<node name=\"n" + std::to_string(i) +
                "\"><translate>0 1 2</translate><scale>1 1 1</scale></node>";
-    folder.Write("in.qeli", old + "</joint></scene></QEL>");
+    folder.WriteFile("in.qeli", old + "</joint></scene></QEL>");
     const auto run = [&](const Fault& fault) {
-        folder.Write("out", kOld);
+        folder.WriteFile("out", kOld);
         return RunWithFault(folder.Path(), GetParam().program,
                             {"-in", "in.qeli", "-out", "out", "-au", "1"}, fault);
     };

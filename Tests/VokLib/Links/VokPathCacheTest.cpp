@@ -1,5 +1,6 @@
 #include "Links/VokPathCache.h"
 
+#include "Support/Failure.h"
 #include "VokLib/SceneTestTools.h"
 
 #include <VokLib/Links/VokPath.h>
@@ -48,7 +49,7 @@ TEST_F(InstancedScenes, ManyQuestionsGetTheAnswersOfTheFirst) {
     }
 }
 
-class PathCache : public CoreScene::Test {
+class PathCache : public SceneTest::Test {
   protected:
     void AddInstance(VokObj* parent, const std::string& target) {
         Add<VokInstance>(parent, "i")->target.SetTargetPath(target);
@@ -63,9 +64,10 @@ TEST_F(PathCache, AFailedQuestionGetsTheSameAnswerAgain) {
     AddInstance(Add<VokScene>(&world, "inner"), "|missing");
     VokPathCache cache(&world);
     for (const char* path : {"||a", "|outer|a", "|inner|a"}) {
-        const Thrown first = ThrownBy([&] { VokPath(path).Resolve(&world, nullptr, &cache); });
-        EXPECT_EQ(first, ThrownBy([&] { VokPath(path).Resolve(&world); })) << path;
-        EXPECT_EQ(first, ThrownBy([&] { VokPath(path).Resolve(&world, nullptr, &cache); })) << path;
+        const Failure first = FailureOf([&] { VokPath(path).Resolve(&world, nullptr, &cache); });
+        EXPECT_EQ(first, FailureOf([&] { VokPath(path).Resolve(&world); })) << path;
+        EXPECT_EQ(first, FailureOf([&] { VokPath(path).Resolve(&world, nullptr, &cache); }))
+            << path;
     }
 }
 
