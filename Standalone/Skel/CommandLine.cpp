@@ -30,7 +30,7 @@ struct Arguments {
     std::string in;
     std::string other;
     std::string out;
-    std::string names;
+    std::vector<std::string> names;
     bool isJson = false;
     HeaderOptions header;
 };
@@ -58,11 +58,13 @@ void AddFile(CLI::App& command, const char* name, std::string& value, const char
     command.add_option(name, value, words)->required()->type_name("");
 }
 
-void AddNames(CLI::App& command, std::string& value) {
+void AddNames(CLI::App& command, std::vector<std::string>& values) {
     command
-        .add_option("--names", value,
-                    "A scene document whose joints and channels name what the file only hashes")
-        ->type_name("SCENE");
+        .add_option("--names", values,
+                    "A scene document whose joints and channels name what the file only hashes; "
+                    "may be given again")
+        ->type_name("SCENE")
+        ->allow_extra_args(false);
 }
 
 CLI::App* AddCheck(CLI::App& app, Arguments& arguments) {
@@ -154,13 +156,10 @@ bool Check(const std::vector<std::string>& paths) {
     return areAllSound;
 }
 
-Names LoadNames(const std::string& path) {
-    return path.empty() ? Names() : Names::Load(path);
-}
-
 void Dump(const Arguments& arguments) {
     const SkeletonFile file = SkeletonFile::Load(arguments.in);
-    const Description::Skeleton skeleton = Description::Describe(file, LoadNames(arguments.names));
+    const Description::Skeleton skeleton =
+        Description::Describe(file, Names::Load(arguments.names));
     if (arguments.isJson)
         PrintJson(DumpJson(skeleton));
     else
@@ -184,7 +183,8 @@ std::string TitleOf(const std::string& path) {
 
 void Picture(const Arguments& arguments) {
     const SkeletonFile file = SkeletonFile::Load(arguments.in);
-    const Description::Skeleton skeleton = Description::Describe(file, LoadNames(arguments.names));
+    const Description::Skeleton skeleton =
+        Description::Describe(file, Names::Load(arguments.names));
     const std::string title = TitleOf(arguments.in);
     const std::string text =
         IsPage(arguments.out) ? MakePage(skeleton, title) : DrawSvg(skeleton, title);
@@ -200,7 +200,7 @@ void Picture(const Arguments& arguments) {
 bool Diff(const Arguments& arguments) {
     const SkeletonFile first = SkeletonFile::Load(arguments.in);
     const SkeletonFile second = SkeletonFile::Load(arguments.other);
-    const Names names = LoadNames(arguments.names);
+    const Names names = Names::Load(arguments.names);
     const Description::Skeleton before = Description::Describe(first, names);
     const Description::Skeleton after = Description::Describe(second, names);
     const SkeletonDifference difference = Compare(before, after);

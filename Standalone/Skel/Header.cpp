@@ -5,6 +5,7 @@
 #include "LoadDocument.h"
 
 #include <HashClient/QelHashClientUtil.h>
+#include <Platform/Folders.h>
 #include <QelTools/AsciiText.h>
 #include <VokLib/Base/VokException.h>
 #include <VokLib/Objects/Nodes/VokJoint.h>
@@ -14,6 +15,7 @@
 #include <VoktRigbake/Skeleton/BuildSkeleton.h>
 
 #include <cctype>
+#include <filesystem>
 #include <ostream>
 #include <unordered_set>
 
@@ -69,8 +71,7 @@ HeaderContents FromScene(const HeaderOptions& options) {
 
 HeaderContents FromFile(const HeaderOptions& options) {
     const SkeletonFile file = SkeletonFile::Load(options.in);
-    const Names names = options.names.empty() ? Names() : Names::Load(options.names);
-    const Description::Skeleton skeleton = Description::Describe(file, names);
+    const Description::Skeleton skeleton = Description::Describe(file, Names::Load(options.names));
     HeaderContents contents;
     contents.signature = skeleton.signature;
     for (const Description::Joint& joint : skeleton.joints)
@@ -105,6 +106,12 @@ class Identifiers {
 }  // namespace
 
 void PrintHeader(const HeaderOptions& options, std::ostream& out) {
+    std::error_code ignored;
+    if (std::filesystem::exists(options.in, ignored) && !Platform::IsRegularFile(options.in) &&
+        !Platform::IsFolder(options.in))
+        throw DocumentFailure({options.in},
+                              "This is no regular file; it would have to be read twice, for a "
+                              "scene and a skeleton file are told apart by their contents");
     PrintHeader(LooksLikeSkeleton(options.in) ? FromFile(options) : FromScene(options),
                 options.prefix, out);
 }

@@ -23,8 +23,8 @@ struct HeaderContents {
 struct HeaderOptions {
     std::string in;  ///< a skeleton file or a scene, told apart by their contents
     std::string prefix = "SKELETON";
-    std::string names;              ///< a scene that names the joints of a file; may be empty
-    bool hasMultipleRoots = false;  ///< of a scene: all of its roots are one skeleton
+    std::vector<std::string> names;  ///< scenes that name the joints of a file
+    bool hasMultipleRoots = false;   ///< of a scene: all of its roots are one skeleton
 };
 
 /// Prints C constants for the index, hash and parent of each joint and for the signature, so that

@@ -9,24 +9,27 @@
 #include <VokLib/Tree/VokWorld.h>
 #include <skeleton/skeleton.h>
 
-Names Names::Load(const std::string& scenePath) {
+Names Names::Load(const std::vector<std::string>& scenePaths) {
+    Names names;
+    for (const std::string& path : scenePaths) names.Add(path);
+    return names;
+}
+
+void Names::Add(const std::string& scenePath) {
     VokWorld world;
     LoadDocument(world, scenePath);
-    Names names;
     for (VokItHierarchy it(&world); !it.AtEnd(); it.Next()) {
         const VokObj& object = *it.Current();
         if (object.IsExactly(VokJoint::TypeId())) {
             const std::string name(object.GetBaseName());
-            names.joints.try_emplace(skeleton_hash_lower(name.data(), name.size()),
-                                     ReadableText(name));
+            joints.try_emplace(skeleton_hash_lower(name.data(), name.size()), ReadableText(name));
         } else if (object.IsExactly(VokAnimChannel::TypeId())) {
             const auto& channel = static_cast<const VokAnimChannel&>(object);
             if (!channel.IsDrivenKey()) continue;
-            names.AddChannel(channel.GetChannel());
-            names.AddChannel(channel.attributes.GetString("inputChannel"));
+            AddChannel(channel.GetChannel());
+            AddChannel(channel.attributes.GetString("inputChannel"));
         }
     }
-    return names;
 }
 
 std::optional<std::string> Names::Find(const Table& table, std::uint32_t hash) {

@@ -4,17 +4,18 @@
 #include <optional>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 class VokWorld;
 
-/// What stands behind the hashes of a skeleton file, as a scene tells it: the names of its joints
+/// What stands behind the hashes of a skeleton file, as scenes tell it: the names of its joints
 /// without namespaces, and those of the channels that drive or are driven. In UTF-8, control
 /// characters as \x0A. Empty without a scene.
 class Names {
   public:
     Names() = default;
-    /// Throws a DocumentFailure for a document that cannot be loaded.
-    static Names Load(const std::string& scenePath);
+    /// The names of all these scenes. Throws a DocumentFailure for one that cannot be loaded.
+    static Names Load(const std::vector<std::string>& scenePaths);
 
     std::optional<std::string> FindJoint(std::uint32_t hash) const { return Find(joints, hash); }
     std::optional<std::string> FindChannel(std::uint32_t hash) const {
@@ -24,6 +25,7 @@ class Names {
   private:
     using Table = std::unordered_map<std::uint32_t, std::string>;
     static std::optional<std::string> Find(const Table& table, std::uint32_t hash);
+    void Add(const std::string& scenePath);
     void AddChannel(const std::string& name);
 
     Table joints;

@@ -76,6 +76,19 @@ TEST_F(SkelDiff, JointsThatCameAndWentAreToldNotThoseBehindThem) {
               "added 1\n  toe (2)\nremoved 1\n  " + HashText("foot") + " (2)\n");
 }
 
+TEST_F(SkelDiff, NamesComeFromAsManyScenesAsAreGiven) {
+    const auto bake = [this](const std::string& name, const char* joint) {
+        folder.WriteFile(name + ".qeli", Document("<scene><joint name=\"hips\"><joint name=\"" +
+                                                  std::string(joint) + "\"/></joint></scene>"));
+        ASSERT_EQ(folder.Rigbake({"-in", name + ".qeli", "-out", name}).status, 0);
+    };
+    bake("a", "foot");
+    bake("b", "toe");
+    const std::string output =
+        folder.Run("skel", {"diff", "--names", "a.qeli", "--names", "b.qeli", "a", "b"}).output;
+    EXPECT_EQ(output.substr(output.find('\n') + 1), "added 1\n  toe (1)\nremoved 1\n  foot (1)\n");
+}
+
 TEST_F(SkelDiff, AnotherSignatureMeansThatAnimationDoesNotFit) {
     Bake("a", kBefore);
     Bake("b", "<scene><joint name=\"hips\"/></scene>");

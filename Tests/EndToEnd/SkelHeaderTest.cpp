@@ -46,6 +46,15 @@ class SkelHeader : public testing::Test {
         arguments.insert(arguments.begin(), "header");
         return folder.Run("skel", arguments);
     }
+    void ExpectToCompile(const std::string& file) const {
+        const std::string in = "cd '" + folder.GetPath().string() + "' && ";
+        if (std::system((in + "cc --version >compiler 2>&1").c_str()) != 0)
+            GTEST_SKIP() << "there is no C compiler here";
+        const std::string flags = " -Wall -Wextra -Werror -pedantic -c ";
+        EXPECT_EQ(std::system((in + "cc -std=c11" + flags + file).c_str()), 0);
+        EXPECT_EQ(std::system((in + "c++ -x c++" + flags + file).c_str()), 0);
+    }
+
     RunFolder folder;
 };
 
@@ -103,15 +112,44 @@ TEST_F(SkelHeader, AScenesFaultsAreToldAsWhenBaking) {
     EXPECT_EQ(run.errors, "none.qeli: error: There are no joints in the hierarchy\n");
 }
 
+TEST_F(SkelHeader, APipeIsRefusedForItCannotBeReadTwice) {
+    ASSERT_EQ(std::system(("mkfifo '" + folder.GetPath().string() + "/pipe'").c_str()), 0);
+    const ProgramResult run = Header({"pipe"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.output, "");
+    EXPECT_EQ(run.errors,
+              "pipe: error: This is no regular file; it would have to be read twice, for a scene "
+              "and a skeleton file are told apart by their contents\n");
+}
+
+TEST_F(SkelHeader, AnyNamesMakeConstantsThatCompile) {
+    // Names of the language, of other constants, that become alike, that are no text or no ASCII.
+    folder.WriteFile("odd.qeli", Document("<scene><joint name=\"int\"><joint name=\"class\"/>"
+                                          "<joint name=\"signature\"/><joint name=\"joint_count\"/>"
+                                          "<joint name=\"a.b\"/><joint name=\"a-b\"/>"
+                                          "<joint name=\"a_b_2\"/><joint name=\"a b\"/>"
+                                          "<joint name=\"H\xFC"
+                                          "ft\"/><joint name=\"H\xF6"
+                                          "ft\"/>"
+                                          "<joint name=\"*/ #error\"/><joint name=\"12\"/>"
+                                          "</joint></scene>"));
+    folder.WriteFile("odd.h", Header({"odd.qeli", "--prefix", "for"}).output);
+    const std::string text = folder.ReadFile("odd.h");
+    for (const char* name : {"A_B 4\n", "A_B_2 5\n", "A_B_2_2 6\n", "A_B_3 7\n", "H__FT 8\n",
+                             "H__FT_2 9\n", "____ERROR 10\n", "12 11\n"})
+        EXPECT_NE(text.find(std::string("#define for_INDEX_") + name), std::string::npos) << name;
+    folder.WriteFile("use.c",
+                     "#include \"odd.h\"\n#include \"odd.h\"\n"
+                     "unsigned odd[] = {for_INDEX_INT, for_HASH_CLASS, for_SIGNATURE,\n"
+                     "    for_HASH_SIGNATURE, for_PARENT_12 + 0u, for_HASH_H__FT};\n");
+    ExpectToCompile("use.c");
+}
+
 TEST_F(SkelHeader, CompilesAsCAndAsCpp) {
     folder.WriteFile("hero.h", Header({"hero.qeli", "--prefix", "HERO"}).output);
     folder.WriteFile("use.c",
                      "#include \"hero.h\"\n"
                      "int parents[HERO_JOINT_COUNT] = {HERO_PARENT_HIPS, HERO_PARENT_ARM_1};\n"
                      "unsigned hash = HERO_HASH_2ND + HERO_SIGNATURE;\n");
-    const std::string in = "cd '" + folder.GetPath().string() + "' && ";
-    if (std::system((in + "cc --version >compiler 2>&1").c_str()) != 0)
-        GTEST_SKIP() << "there is no C compiler here";
-    EXPECT_EQ(std::system((in + "cc -std=c11 -Wall -Wextra -Werror -c use.c").c_str()), 0);
-    EXPECT_EQ(std::system((in + "c++ -Wall -Wextra -Werror -x c++ -c use.c").c_str()), 0);
+    ExpectToCompile("use.c");
 }
