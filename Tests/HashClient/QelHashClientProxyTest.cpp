@@ -171,6 +171,17 @@ TEST_F(ProxyConversation, AnotherErrorIsNotRetried) {
     EXPECT_EQ(QelHashClient::GetFailureLocation(), 0);
 }
 
+TEST_F(ProxyConversation, ARequestThatFailsLeavesNoHashAndNoOtherString) {
+    QelHashClient::Initialise();
+    Script().turns.push_back({Platform::PipeExchange::Failed, {}, 99});
+    std::uint32_t given = 77;
+    std::array<char, 4> text = {'o', 'l', 'd', '!'};
+    EXPECT_EQ(QelHashClient::AddString("joint", "hips", given, text.data(), 4),
+              QelHashResult::ProxyError);
+    EXPECT_EQ(given, 0u);
+    EXPECT_EQ(text, (std::array<char, 4>{}));
+}
+
 TEST_F(ProxyConversation, AReconnectionThatFailsEndsTheRetries) {
     QelHashClient::Initialise();
     Script().openErrors = {2};
