@@ -44,30 +44,6 @@ std::string LinkLines(const VokParseFailure& failure) {
     return lines;
 }
 
-/// The number behind the last `word` of a message; 0 without one.
-int NumberBehind(std::string_view text, std::string_view word) {
-    const std::size_t at = text.rfind(word);
-    if (at == std::string_view::npos) return 0;
-    int number = 0;
-    const std::string rest(text.substr(at + word.size()));
-    return std::sscanf(rest.c_str(), "%d", &number) == 1 ? number : 0;
-}
-
-/// The parser's own messages end in the place; it is the more exact one where a limit was met. Of a
-/// document that was brought up to date, the reader sees another text than the user.
-void TakePlaceFromWords(FailurePlace& place, std::string_view words,
-                        const VokDocumentVersion& version) {
-    const bool isOldText = words.starts_with("Failed to parse out of date .qeli document. ");
-    const bool isReaders = words.starts_with("Libxml2 parse error: ") ||
-                           words.starts_with("Document limit exceeded: ");
-    const bool isUsersText = version.use != VokVersionUse::Updated || isOldText ||
-                             words.find(" in \"") == std::string_view::npos;
-    const int line = (isOldText || isReaders) && isUsersText ? NumberBehind(words, " Line ") : 0;
-    if (line == 0) return;
-    place.line = line;
-    place.column = NumberBehind(words, " Column ");
-}
-
 /// The last thing that a stylesheet said: why it gave up.
 std::string ReasonLine(std::string_view messages) {
     while (messages.ends_with('\n')) messages.remove_suffix(1);
@@ -98,7 +74,6 @@ LoadedDocument LoadDocument(VokWorld& world, const std::string& path,
             place.object = fromObject->GetCauseObject();
 
         std::string words = failure.what();
-        TakePlaceFromWords(place, words, GetDocumentVersion(reader));
         if (const auto* update = dynamic_cast<const VokUpdateFailure*>(&failure))
             words += ReasonLine(update->GetMessages());
         if (words.starts_with(kUndeclaredEntity)) words += kEntitiesAreNotRead;

@@ -15,6 +15,8 @@ const std::vector<HeldElsewhere>& SourcesHeldElsewhere() {
          {"VokLib/CustomData/CustomValueGuards", "VokLib/CustomData/VokCustomAttribute",
           "VokLib/CustomData/VokCustomAttributeMap"}},
         {"VokLib/Document/VokParseTest", {"VokLib/Document/ParseCallbacks"}},
+        {"VokLib/Document/VokParseFailureTest",
+         {"VokLib/Document/ParserPlace", "VokLib/Document/VokTextFault"}},
         {"VokLib/Document/DocumentFeedTest", {"VokLib/Document/PushParser"}},
         {"VokLib/Document/VokParseVersionTest",
          {"VokLib/Document/UpdateBuffer", "VokLib/Document/VersionSniffer",

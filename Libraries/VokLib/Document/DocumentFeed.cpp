@@ -43,8 +43,8 @@ int DocumentFeed::Begin(const char* bytes, std::size_t size) {
     if (encoding.isReadable) return 0;
     // The parser judges the declaration first: it knows which encodings do not exist.
     if (const int code = parser.Push(bytes, encoding.declarationEnd, false)) return code;
-    ThrowVokException("The encoding \"" + encoding.declared + "\" of \"" + documentName +
-                      "\" is not supported.");
+    ThrowVokException("The encoding \"" + encoding.declared + "\" of \"" +
+                      parser.GetDocumentName() + "\" is not supported.");
 }
 
 int DocumentFeed::FeedPiece(const char* bytes, std::size_t size, bool last) {

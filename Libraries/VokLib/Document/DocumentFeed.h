@@ -16,8 +16,7 @@ class DocumentParser;
 /// error codes, lines and columns are those of the parser alone.
 class DocumentFeed {
   public:
-    DocumentFeed(DocumentParser& target, std::string_view name)
-        : parser(target), documentName(name) {}
+    explicit DocumentFeed(DocumentParser& target) : parser(target) {}
 
     /// Returns the parser's error code, 0 for none. Throws a VokException for a limit, and whatever
     /// an event threw. An event may stop the parser; what is left is not fed then.
@@ -34,7 +33,6 @@ class DocumentFeed {
     int Push(const char* bytes, std::size_t size, bool last);
 
     DocumentParser& parser;
-    std::string documentName;
     DocumentEncoding encoding;
     MarkupScanner scanner;
     std::string held;       // markup that the last block left incomplete

@@ -8,11 +8,13 @@
 /// A parser that is fed piece by piece, as DocumentFeed sees it.
 class DocumentParser {
   public:
-    DocumentParser() = default;
+    /// `name` is the document's, for messages; it has to outlive the parser.
+    explicit DocumentParser(const std::string& name) : documentName(name) {}
     virtual ~DocumentParser() = default;
     DocumentParser(const DocumentParser&) = delete;
     DocumentParser& operator=(const DocumentParser&) = delete;
 
+    const std::string& GetDocumentName() const { return documentName; }
     /// Before the first bytes: they are UTF-8, whatever the XML declaration says.
     virtual void IgnoreDeclaredEncoding() = 0;
     /// Returns libxml2's error code, 0 for none.
@@ -21,6 +23,9 @@ class DocumentParser {
     /// that was pushed has been parsed and contents of an element may follow. False, and nothing
     /// done, elsewhere.
     virtual bool PassText(const char*, std::size_t, const TextExtent&) { return false; }
-    /// Throws a VokException that tells the limit and the place behind everything that was pushed.
+    /// Throws a VokTextFault that tells the limit and the place behind everything that was pushed.
     [[noreturn]] virtual void FailBehindInput(const std::string& text) const = 0;
+
+  private:
+    const std::string& documentName;
 };

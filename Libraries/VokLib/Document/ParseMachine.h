@@ -19,14 +19,17 @@ struct VokParse::Machine {
         Current,     ///< the document is in the current version
         Compatible,  ///< in an old one that can be read as it stands
         Outdated,    ///< in an old one that has to be updated first
+        Updated,     ///< it was, and what is read is no longer the user's text
     };
 
     explicit Machine(VokParse& reader) : callbacks(reader), skip(reader) {}
-    /// Keeps the place that the parser and the objects have reached.
+    /// Keeps the object that is being read and the place that the parser has reached.
     void NoteFailure();
+    void NotePlace(TextPlace place);
     /// Forgets what the last document left.
     void ForgetResults();
 
+    std::string documentName;  // of the document in hand, for messages; parsers look at it
     VokParseCallbacks callbacks;
     SkipEvents skip;
     std::unique_ptr<PushParser> parser;  // null between documents

@@ -1,5 +1,7 @@
 #include "Document/PushParser.h"
 
+#include "Document/ParserPlace.h"
+
 #include <VokLib/Base/VokLimits.h>
 #include <VokLib/Tree/ThrowVokException.h>
 
@@ -64,9 +66,9 @@ struct PushParser::Callbacks {
     }
 };
 
-PushParser::PushParser(ParserEvents& receiver, std::string_view name, bool refuseExternalSubset)
-    : events(&receiver),
-      documentName(name),
+PushParser::PushParser(ParserEvents& receiver, const std::string& name, bool refuseExternalSubset)
+    : DocumentParser(name),
+      events(&receiver),
       refusesExternalSubset(refuseExternalSubset),
       context(nullptr, FreeParser) {
     const auto handlers = std::make_unique<xmlSAXHandler>();
@@ -108,21 +110,17 @@ bool PushParser::PassText(const char* bytes, std::size_t size, const TextExtent&
     return true;
 }
 
-int PushParser::GetLine() const {
-    return context->input != nullptr ? context->input->line : 0;
-}
-
-int PushParser::GetColumn() const {
-    return context->input != nullptr ? context->input->col : 0;
+TextPlace PushParser::GetPlace() const {
+    return PlaceOf(*context);
 }
 
 void PushParser::CheckStart() {
     if (depth == VokLimits::kMaxElementDepth)
         Fail("more than " + std::to_string(VokLimits::kMaxElementDepth) + " nested elements",
-             GetLine(), GetColumn());
+             GetPlace());
     CheckNames();
     if (depth == 0 && refusesExternalSubset && context->hasExternalSubset != 0) {
-        ThrowVokException("The document type of \"" + documentName +
+        ThrowVokException("The document type of \"" + GetDocumentName() +
                           "\" names an external file; external files are not read.");
     }
     ++depth;
@@ -130,24 +128,14 @@ void PushParser::CheckStart() {
 
 void PushParser::CheckNames() const {
     if (static_cast<std::size_t>(xmlDictSize(context->dict)) > VokLimits::kMaxNames + kOwnNames)
-        Fail("more than " + std::to_string(VokLimits::kMaxNames) + " different names", GetLine(),
-             GetColumn());
+        Fail("more than " + std::to_string(VokLimits::kMaxNames) + " different names", GetPlace());
 }
 
 void PushParser::FailBehindInput(const std::string& text) const {
-    int line = GetLine();
-    int column = GetColumn();
-    // The parser holds back what it cannot decide on yet.
-    if (context->input != nullptr) {
-        for (const xmlChar* unread = context->input->cur; unread < context->input->end; ++unread) {
-            line += *unread == '\n' ? 1 : 0;
-            column = *unread == '\n' ? 1 : column + 1;
-        }
-    }
-    Fail(text, line, column);
+    Fail(text, PlaceBehindInput(*context));
 }
 
-void PushParser::Fail(const std::string& text, int line, int column) const {
-    ThrowVokException("Document limit exceeded: " + text + " in \"" + documentName + "\" Line " +
-                      std::to_string(line) + " Column " + std::to_string(column));
+void PushParser::Fail(const std::string& text, TextPlace place) const {
+    throw VokTextFault("Document limit exceeded: " + text + " in \"" + GetDocumentName() + "\"",
+                       place);
 }

@@ -2,13 +2,13 @@
 
 #include "Document/DocumentParser.h"
 #include "Document/ParserEvents.h"
+#include "Document/VokTextFault.h"
 #include "Document/XmlMemory.h"
 
 #include <cstddef>
 #include <exception>
 #include <memory>
 #include <string>
-#include <string_view>
 
 struct _xmlParserCtxt;
 
@@ -17,10 +17,9 @@ struct _xmlParserCtxt;
 /// expanded and nothing outside the text is opened.
 class PushParser : public DocumentParser {
   public:
-    /// `name` is the document's, for messages. With `refuseExternalSubset` a document type that
-    /// names a file of its own ends the parse at the root element; the entities of such a document
-    /// would vanish without an error.
-    PushParser(ParserEvents& receiver, std::string_view name, bool refuseExternalSubset);
+    /// With `refuseExternalSubset` a document type that names a file of its own ends the parse at
+    /// the root element; the entities of such a document would vanish without an error.
+    PushParser(ParserEvents& receiver, const std::string& name, bool refuseExternalSubset);
     ~PushParser() override;
 
     /// May be called while an event is being received.
@@ -34,18 +33,17 @@ class PushParser : public DocumentParser {
     int Push(const char* bytes, std::size_t size, bool last) override;
     bool PassText(const char* bytes, std::size_t size, const TextExtent& extent) override;
 
-    int GetLine() const;
-    int GetColumn() const;
+    /// What the parser has reached.
+    TextPlace GetPlace() const;
     [[noreturn]] void FailBehindInput(const std::string& text) const override;
 
   private:
     struct Callbacks;
-    [[noreturn]] void Fail(const std::string& text, int line, int column) const;
+    [[noreturn]] void Fail(const std::string& text, TextPlace place) const;
     void CheckStart();
     void CheckNames() const;
 
     ParserEvents* events;
-    std::string documentName;
     bool refusesExternalSubset;
     std::size_t depth = 0;
     XmlMemoryWatch memory;

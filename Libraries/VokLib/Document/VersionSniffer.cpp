@@ -3,8 +3,6 @@
 #include "Document/DocumentFeed.h"
 #include "Document/PushParser.h"
 
-#include <VokLib/Tree/ThrowVokException.h>
-
 #include <string_view>
 
 namespace {
@@ -33,14 +31,12 @@ class RootEvents : public ParserEvents {
 
 }  // namespace
 
-std::string SniffVersion(const char* bytes, std::size_t size, std::string_view documentName) {
+std::string SniffVersion(const char* bytes, std::size_t size, const std::string& documentName) {
     RootEvents events;
     PushParser parser(events, documentName, false);
     events.SetParser(parser);
-    const int code = DocumentFeed(parser, documentName).Feed(bytes, size, true);
-    if (code != 0 && !events.IsFound()) {
-        ThrowVokException("Libxml2 parse error: Line " + std::to_string(parser.GetLine()) +
-                          " Column " + std::to_string(parser.GetColumn()));
-    }
+    const int code = DocumentFeed(parser).Feed(bytes, size, true);
+    if (code != 0 && !events.IsFound())
+        throw VokTextFault("Libxml2 parse error:", parser.GetPlace());
     return events.GetVersion();
 }

@@ -49,9 +49,13 @@ void TakePrimaryForm(VokWorld& world) {
 
 void VokParse::Machine::NoteFailure() {
     failure.object = PathOf(callbacks.GetReceiver());
-    if (updateState == UpdateState::Outdated) return;
-    failure.line = parser->GetLine();
-    failure.column = parser->GetColumn();
+    NotePlace(parser->GetPlace());
+}
+
+void VokParse::Machine::NotePlace(TextPlace place) {
+    if (updateState == UpdateState::Updated) return;
+    failure.line = place.line;
+    failure.column = place.column;
 }
 
 void VokParse::Machine::ForgetResults() {
@@ -87,7 +91,7 @@ void VokParse::ParseBuffer(VokWorld& world, const char* bytes, std::size_t size,
     if ((stage & ~(kFirstBlock | kLastBlock)) != 0)
         QelTools::Common::ThrowException("Invalid buffer stage parameter.");
     CheckFactories();
-    const std::string_view documentName = filename != nullptr ? filename : "";
+    machine->documentName = filename != nullptr ? filename : "";
     const bool last = (stage & kLastBlock) != 0;
     try {
         if ((stage & kFirstBlock) != 0) {
@@ -97,12 +101,17 @@ void VokParse::ParseBuffer(VokWorld& world, const char* bytes, std::size_t size,
         if (machine->version.empty())
             QelTools::Common::ThrowException(
                 "Failed to extract version information from .qeli file.");
-        FeedBlock(bytes, size, last, documentName);
+        FeedBlock(bytes, size, last);
         if (!last) return;
         const bool isCurrent = machine->updateState == Machine::UpdateState::Current;
         ResolveDocumentLinks(*machine->world, isCurrent ? std::string() : machine->version,
                              machine->failure);
         TakePrimaryForm(*machine->world);
+    } catch (const VokTextFault& fault) {
+        // More exact than what the parser has reached, where a limit was met.
+        machine->NotePlace(fault.GetPlace());
+        Reset();
+        throw;
     } catch (...) {
         Reset();
         throw;
@@ -119,11 +128,10 @@ void VokParse::CheckFactories() {
 
 void VokParse::BeginDocument(VokWorld& world, const char* bytes, std::size_t size,
                              const char* filename) {
-    const std::string_view documentName = filename != nullptr ? filename : "";
     Reset();
-    machine->version = SniffVersion(bytes, size, documentName);
+    machine->version = SniffVersion(bytes, size, machine->documentName);
     machine->documentVersion.name = machine->version;
-    BuildParser(documentName);
+    BuildParser();
     machine->world = &world;
     machine->callbacks.SetWorld(&world);
     if (filename != nullptr) world.SetFilename(MakeAbsolute(filename));
@@ -144,10 +152,9 @@ void VokParse::CheckVersion() {
     machine->documentVersion.use = VokVersionUse::Updated;
 }
 
-void VokParse::FeedBlock(const char* bytes, std::size_t size, bool last,
-                         std::string_view documentName) {
+void VokParse::FeedBlock(const char* bytes, std::size_t size, bool last) {
     if (machine->updateState != Machine::UpdateState::Outdated) {
-        FeedParser(bytes, size, last, documentName);
+        FeedParser(bytes, size, last);
         return;
     }
     machine->updateBuffer.insert(machine->updateBuffer.end(), bytes, bytes + size);
@@ -159,16 +166,16 @@ void VokParse::FeedBlock(const char* bytes, std::size_t size, bool last,
     out.exceptions(std::ios_base::badbit);
     CUpdateBuffer input(machine->updateBuffer);
     VokUpdate::Get().Update(out, input, machine->version);
-    BuildParser(documentName);
-    if (blocks.GetBlockCount() == 0) FeedParser(bytes, size, last, documentName);
+    machine->updateState = Machine::UpdateState::Updated;
+    BuildParser();
+    if (blocks.GetBlockCount() == 0) FeedParser(bytes, size, last);
     for (; blocks.GetBlockCount() != 0; blocks.PopFront()) {
         const CBlockStreamBuffer::Block& block = blocks.GetBlock(0);
-        FeedParser(block.data, block.used, blocks.GetBlockCount() == 1, documentName);
+        FeedParser(block.data, block.used, blocks.GetBlockCount() == 1);
     }
 }
 
-void VokParse::FeedParser(const char* bytes, std::size_t size, bool last,
-                          std::string_view documentName) {
+void VokParse::FeedParser(const char* bytes, std::size_t size, bool last) {
     machine->bytesRead += size;
     SetDocumentBytes(machine->bytesRead);
     int code = 0;
@@ -180,16 +187,15 @@ void VokParse::FeedParser(const char* bytes, std::size_t size, bool last,
     }
     if (code == 0) return;
     machine->NoteFailure();
-    ThrowVokException("Libxml2 parse error: " + std::to_string(code) + " in \"" +
-                      std::string(documentName) + "\" Line " +
-                      std::to_string(machine->parser->GetLine()) + " Column " +
-                      std::to_string(machine->parser->GetColumn()));
+    throw VokTextFault(
+        "Libxml2 parse error: " + std::to_string(code) + " in \"" + machine->documentName + "\"",
+        machine->parser->GetPlace());
 }
 
-void VokParse::BuildParser(std::string_view documentName) {
+void VokParse::BuildParser() {
     machine->feed.reset();
-    machine->parser = std::make_unique<PushParser>(machine->callbacks, documentName, true);
-    machine->feed = std::make_unique<DocumentFeed>(*machine->parser, documentName);
+    machine->parser = std::make_unique<PushParser>(machine->callbacks, machine->documentName, true);
+    machine->feed = std::make_unique<DocumentFeed>(*machine->parser);
     machine->bytesRead = 0;
 }
 

@@ -23,15 +23,15 @@ OldDocument ParseOldDocument(const char* bytes, std::size_t size) {
                           std::to_string(VokLimits::kMaxOldDocumentBytes) +
                           " bytes in a document of an old version");
     TreeParser parser;
-    DocumentFeed feed(parser, "");
+    DocumentFeed feed(parser);
     for (std::size_t at = 0, left = size;; at += kPieceBytes) {
         const std::size_t piece = std::min(left, kPieceBytes);
         left -= piece;
         const int code = feed.Feed(bytes + at, piece, left == 0);
         if (code != 0)
-            ThrowVokException("Failed to parse out of date .qeli document. Libxml2 parse error: " +
-                              std::to_string(code) + " Line " + std::to_string(parser.GetLine()) +
-                              " Column " + std::to_string(parser.GetColumn()));
+            throw VokTextFault("Failed to parse out of date .qeli document. Libxml2 parse error: " +
+                                   std::to_string(code),
+                               parser.GetPlace());
         if (left == 0) break;
     }
     OldDocument document{parser.TakeTree(), parser.GetDepth()};

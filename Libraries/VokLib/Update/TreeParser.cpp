@@ -1,5 +1,7 @@
 #include "Update/TreeParser.h"
 
+#include "Document/ParserPlace.h"
+
 #include <VokLib/Base/VokLimits.h>
 #include <VokLib/Tree/ThrowVokException.h>
 
@@ -11,6 +13,13 @@
 #include <algorithm>
 #include <new>
 #include <utility>
+
+namespace {
+
+/// The messages of the update name no document; who asked for it knows which one it was.
+const std::string kNoName;
+
+}  // namespace
 
 /// What the parser calls, with its own context as user data. Exceptions do not travel through its C
 /// frames: the first one is kept and the parser stopped.
@@ -63,11 +72,9 @@ struct TreeParser::Callbacks {
     static void Reference(void* user, const xmlChar* name) {
         TreeParser& parser = Of(user);
         Passes(parser, [&] {
-            const Place place = parser.Here();
-            ThrowVokException("Failed to parse out of date .qeli document. The entity \"" +
-                              std::string(FromXml(name)) + "\" is not declared. Line " +
-                              std::to_string(place.line) + " Column " +
-                              std::to_string(place.column));
+            throw VokTextFault("Failed to parse out of date .qeli document. The entity \"" +
+                                   std::string(FromXml(name)) + "\" is not declared.",
+                               parser.GetPlace());
         });
     }
 
@@ -75,7 +82,9 @@ struct TreeParser::Callbacks {
     static void PassOver(void*, Error) {}
 };
 
-TreeParser::TreeParser() : context(xmlCreatePushParserCtxt(nullptr, nullptr, nullptr, 0, nullptr)) {
+TreeParser::TreeParser()
+    : DocumentParser(kNoName),
+      context(xmlCreatePushParserCtxt(nullptr, nullptr, nullptr, 0, nullptr)) {
     if (context == nullptr) throw std::bad_alloc();
     xmlCtxtUseOptions(context.get(),
                       XML_PARSE_NOENT | XML_PARSE_NOCDATA | XML_PARSE_NONET | XML_PARSE_HUGE);
@@ -113,32 +122,24 @@ XmlDocument TreeParser::TakeTree() {
     return XmlDocument(std::exchange(context->myDoc, nullptr));
 }
 
-int TreeParser::GetLine() const {
-    return Here().line;
-}
-
-int TreeParser::GetColumn() const {
-    return Here().column;
-}
-
-TreeParser::Place TreeParser::Here() const {
-    if (context->input == nullptr) return {};
-    return {context->input->line, context->input->col};
+TextPlace TreeParser::GetPlace() const {
+    return PlaceOf(*context);
 }
 
 void TreeParser::CheckStart() {
     const auto depth = static_cast<std::size_t>(std::max(context->nodeNr, 0));
     if (depth == VokLimits::kMaxElementDepth)
         Fail("more than " + std::to_string(VokLimits::kMaxElementDepth) + " nested elements",
-             Here());
+             GetPlace());
     deepest = std::max(deepest, depth + 1);
     if (childCounts.size() < depth + 2) childCounts.resize(depth + 2);
     childCounts[depth + 1] = 0;
     if (++childCounts[depth] > VokLimits::kMaxOldChildren)
         Fail("more than " + std::to_string(VokLimits::kMaxOldChildren) + " elements in one",
-             Here());
+             GetPlace());
     if (static_cast<std::size_t>(xmlDictSize(context->dict)) > VokLimits::kMaxOldNames)
-        Fail("more than " + std::to_string(VokLimits::kMaxOldNames) + " different names", Here());
+        Fail("more than " + std::to_string(VokLimits::kMaxOldNames) + " different names",
+             GetPlace());
     if (depth == 0 && context->hasExternalSubset != 0) {
         ThrowVokException(
             "Failed to parse out of date .qeli document. Its document type names an external file; "
@@ -173,22 +174,13 @@ void TreeParser::Grow(std::size_t byteCount) {
         Fail("more text in entities and default attributes than " +
                  std::to_string(VokLimits::kFreeAddedBytes) +
                  " bytes and twice the size of the document",
-             Here());
+             GetPlace());
 }
 
 void TreeParser::FailBehindInput(const std::string& text) const {
-    Place place = Here();
-    // The parser holds back what it cannot decide on yet.
-    if (context->input != nullptr) {
-        for (const xmlChar* unread = context->input->cur; unread < context->input->end; ++unread) {
-            place.line += *unread == '\n' ? 1 : 0;
-            place.column = *unread == '\n' ? 1 : place.column + 1;
-        }
-    }
-    Fail(text, place);
+    Fail(text, PlaceBehindInput(*context));
 }
 
-void TreeParser::Fail(const std::string& text, const Place& place) {
-    ThrowVokException("Document limit exceeded: " + text + " Line " + std::to_string(place.line) +
-                      " Column " + std::to_string(place.column));
+void TreeParser::Fail(const std::string& text, TextPlace place) {
+    throw VokTextFault("Document limit exceeded: " + text, place);
 }

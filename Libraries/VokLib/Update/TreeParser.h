@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Document/DocumentParser.h"
+#include "Document/VokTextFault.h"
 #include "Document/XmlMemory.h"
 
 #include "Update/XmlHandles.h"
@@ -27,8 +28,7 @@ class TreeParser : public DocumentParser {
     [[noreturn]] void FailBehindInput(const std::string& text) const override;
 
     /// Of the first error, where Push has returned one.
-    int GetLine() const;
-    int GetColumn() const;
+    TextPlace GetPlace() const;
     /// Of elements inside one another.
     std::size_t GetDepth() const { return deepest; }
     /// Null when there is none; once.
@@ -36,19 +36,13 @@ class TreeParser : public DocumentParser {
 
   private:
     struct Callbacks;
-    struct Place {
-        int line = 0;
-        int column = 0;
-    };
-
     void CheckStart();
     /// Of attributes and namespace declarations, which a document type may add to each element.
     void CountAddedText(int spaceCount, const xmlChar** spaces, int attributeCount,
                         const xmlChar** attributes);
     void CountEntity(const xmlEntity* entity);
     void Grow(std::size_t byteCount);
-    [[noreturn]] static void Fail(const std::string& text, const Place& place);
-    Place Here() const;
+    [[noreturn]] static void Fail(const std::string& text, TextPlace place);
 
     XmlMemoryWatch memory;
     std::exception_ptr failure;

@@ -62,8 +62,9 @@ int PushBlocks(std::string_view text, const std::vector<std::size_t>& cuts, Push
 /// A limit or another refusal of the feed counts as code -1000, with its text among the events.
 inline Outcome Feed(std::string_view text, const std::vector<std::size_t>& cuts = {}) {
     Recorder events;
-    PushParser parser(events, "test", false);
-    DocumentFeed feed(parser, "test");
+    const std::string name = "test";
+    PushParser parser(events, name, false);
+    DocumentFeed feed(parser);
     Outcome outcome;
     try {
         outcome.code = PushBlocks(text, cuts, [&](const char* bytes, std::size_t size, bool last) {
@@ -74,8 +75,8 @@ inline Outcome Feed(std::string_view text, const std::vector<std::size_t>& cuts 
         events.text += failure.what();
     }
     outcome.events = events.text;
-    outcome.line = parser.GetLine();
-    outcome.column = parser.GetColumn();
+    outcome.line = parser.GetPlace().line;
+    outcome.column = parser.GetPlace().column;
     return outcome;
 }
 

@@ -1,5 +1,6 @@
 #include "VokLib/Document/ParseTools.h"
 
+#include <VokLib/Base/VokLimits.h>
 #include <VokLib/Document/VokParseFailure.h>
 #include <VokLib/Tree/VokFactory.h>
 
@@ -14,14 +15,23 @@ using Links = std::vector<std::string>;
 
 class ParseFailure : public testing::Test {
   protected:
-    VokParseFailure FailureIn(std::string_view contents) {
+    VokParseFailure FailureIn(std::string_view contents, const DocumentRoot& root = {}) {
+        return FailureOfWhole(Document(contents, root));
+    }
+    VokParseFailure FailureOfWhole(std::string_view document) {
         VokWorld world;
-        EXPECT_ANY_THROW(ParseTools::Parse(reader, world, Document(contents)));
+        words = ThrownText([&] { ParseTools::Parse(reader, world, document); });
+        EXPECT_NE(words, "");
         return GetParseFailure(reader);
+    }
+    static std::string PlaceWords(const VokParseFailure& failure) {
+        return " Line " + std::to_string(failure.line) + " Column " +
+               std::to_string(failure.column);
     }
 
     VokLib library{true, true, true, true, true};
     VokParse reader;
+    std::string words;
 };
 
 TEST_F(ParseFailure, TellsThePlaceAndTheObjectInHand) {
@@ -38,6 +48,38 @@ TEST_F(ParseFailure, TellsThePlaceOfBrokenMarkup) {
     EXPECT_EQ(failure.line, 4);
     EXPECT_EQ(failure.column, 9);
     EXPECT_EQ(failure.object, "||a");
+}
+
+TEST_F(ParseFailure, TellsThePlaceOfAFaultInFrontOfTheRoot) {
+    const VokParseFailure failure = FailureOfWhole("\n no document");
+    EXPECT_EQ(failure.line, 2);
+    EXPECT_EQ(words, "Libxml2 parse error:" + PlaceWords(failure));
+}
+
+TEST_F(ParseFailure, TellsThePlaceBehindWhatTheParserHeldBackWhereALimitWasMet) {
+    // A text is held back for as long as no tag follows it, and the tag is never pushed.
+    const VokParseFailure failure =
+        FailureIn("<scene>ab\ncd<node " + std::string(VokLimits::kMaxMarkupBytes, 'x'));
+    EXPECT_EQ(failure.line, 4);
+    EXPECT_EQ(failure.column, 3);
+    EXPECT_TRUE(words.starts_with("Document limit exceeded: ")) << words;
+    EXPECT_TRUE(words.ends_with(PlaceWords(failure))) << words;
+}
+
+TEST_F(ParseFailure, OfAnOldDocumentOnlyThePlacesOfItsOwnTextAreTold) {
+    reader.SetAllowUpdate(true);
+    const DocumentRoot old{.version = "1_5_0"};
+    VokParseFailure failure = FailureIn("<scene><joint name=\"a\">\n</scene>", old);
+    EXPECT_EQ(failure.line, 4);
+    EXPECT_EQ(failure.column, 9);
+    EXPECT_TRUE(words.starts_with("Failed to parse out of date .qeli document. ")) << words;
+    EXPECT_TRUE(words.ends_with(PlaceWords(failure))) << words;
+
+    failure = FailureIn("<scene><joint name=\"a\"><jiont/></joint></scene>", old);
+    EXPECT_EQ(words, "Unknown tag \"jiont\"");
+    EXPECT_EQ(failure.object, "||a");
+    EXPECT_EQ(failure.line, 0);
+    EXPECT_EQ(failure.column, 0);
 }
 
 TEST_F(ParseFailure, ListsTheLinksWithoutATargetAndBlamesNoPlace) {

@@ -123,7 +123,6 @@ class VokElement : public Base {
         return parseChild == kNone ? std::string_view() : Rows()[Index(parseChild)].name;
     }
     int ParseDepth() const { return parseDepth; }
-    void RaiseParseDepth() { ++parseDepth; }
 
   private:
     static constexpr int kNone = -1;

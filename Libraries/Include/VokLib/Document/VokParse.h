@@ -60,9 +60,9 @@ class VokParse : public VokElementReader {
     static void CheckFactories();
     void BeginDocument(VokWorld& world, const char* bytes, std::size_t size, const char* filename);
     void CheckVersion();
-    void FeedBlock(const char* bytes, std::size_t size, bool last, std::string_view documentName);
-    void FeedParser(const char* bytes, std::size_t size, bool last, std::string_view documentName);
-    void BuildParser(std::string_view documentName);
+    void FeedBlock(const char* bytes, std::size_t size, bool last);
+    void FeedParser(const char* bytes, std::size_t size, bool last);
+    void BuildParser();
     void EndSkip();
     void Reset();
 

@@ -58,7 +58,8 @@ void VokExpression::ParseEndTag(VokParse& parse) {
         return;
     }
     // The end of a foreign element goes to the base as a start, with the attributes of the last
-    // start tag: such an element leaves the depth raised. The format has always been read so.
+    // start tag, and nothing takes the depth back: whatever stands behind such an element in an
+    // expression is foreign, too. A kinder reading would
+    // load what other readers of the format refuse.
     VokObj::ParseStartTag(parse);
-    if (parse.GetNewObject() == nullptr) RaiseParseDepth();
 }
