@@ -118,7 +118,8 @@ class ItemReader {
         Channel channel{type, index, component, -1, {}};
         if (type == SKELETON_CHANNEL_EXTERNAL) {
             channel.label = externals[index].label;
-            if (externals[index].kind == SKELETON_EXTERNAL_MATERIAL)
+            // A channel of another kind may stand in for a material's of the same name.
+            if (externals[index].kind == SKELETON_EXTERNAL_MATERIAL || component != 0)
                 channel.label += "[" + std::to_string(component) + "]";
             return channel;
         }

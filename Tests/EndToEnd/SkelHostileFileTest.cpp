@@ -71,6 +71,31 @@ TEST(HostileFile, FiftySevenTruncationsAreRefused) {
     }
 }
 
+TEST(HostileFile, EveryOtherByteOfASoundFileIsSeenByDumpAndDiff) {
+    const auto describe = [](const std::string& bytes) {
+        return Description::Describe(SkeletonFile("file", bytes), Names());
+    };
+    for (const char* name : {"parts-little", "parts-big", "roots"}) {
+        const std::string bytes = ReadSeed(name);
+        const Description::Skeleton whole = describe(bytes);
+        const std::string shown = DumpJson(whole).dump();
+        std::size_t accepted = 0;
+        for (std::size_t at = 0; at < bytes.size(); ++at)
+            for (const int bit : {1, 16}) {
+                std::string changed = bytes;
+                changed[at] = static_cast<char>(changed[at] ^ bit);
+                if (skeleton_find_faults(changed.data(), changed.size(), nullptr, 0) != 0) continue;
+                ++accepted;
+                const Description::Skeleton other = describe(changed);
+                EXPECT_FALSE(Compare(whole, other).IsEmpty()) << name << " " << at;
+                if (at % 7 == 0) {
+                    EXPECT_NE(DumpJson(other).dump(), shown) << name << " " << at;
+                }
+            }
+        EXPECT_GT(accepted, 10u) << name;
+    }
+}
+
 /// Showing costs a hundred times as much as walking.
 constexpr int kShownEvery = 100;
 
