@@ -58,18 +58,13 @@ function(rigbake_program name folder)
   endif()
 endfunction()
 
-# A program whose commands are also a library, name + Commands, for tests and fuzzers. SHARES are sources of other
-# programs that it has in common with them.
+# A program whose commands are also a library, name + Commands, for tests and fuzzers.
 function(rigbake_program_with_library name folder)
-  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "SHARES;USES")
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "USES")
   rigbake_sources(sources ${folder})
   list(FILTER sources EXCLUDE REGEX "/main\\.cpp$")
-  add_library(${name}Commands STATIC ${sources} ${arg_SHARES})
+  add_library(${name}Commands STATIC ${sources})
   target_include_directories(${name}Commands PUBLIC ${PROJECT_SOURCE_DIR}/${folder})
-  foreach(source ${arg_SHARES})
-    cmake_path(GET source PARENT_PATH shared)
-    target_include_directories(${name}Commands PUBLIC ${PROJECT_SOURCE_DIR}/${shared})
-  endforeach()
   target_link_libraries(${name}Commands PUBLIC RigbakeOptions ${arg_USES})
   add_executable(${name} ${folder}/main.cpp)
   target_link_libraries(${name} PRIVATE ${name}Commands)
