@@ -10,6 +10,7 @@
 #include <skeleton/skeleton.h>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
@@ -81,12 +82,22 @@ BakeResult BakeOnce(const char* name, const BakeInput& input) {
     return result;
 }
 
+/// A file is sound for engines, or holds a number that is none, as its document did. False for the
+/// latter, which is turned by nobody.
+bool CheckSound(const std::string& file) {
+    std::array<skeleton_fault, 64> faults = {};
+    const std::size_t count =
+        skeleton_find_faults(file.data(), file.size(), faults.data(), faults.size());
+    for (std::size_t i = 0; i < std::min(count, faults.size()); ++i)
+        if (std::string_view(faults[i].text).find("not a number") == std::string_view::npos)
+            Fail(std::string("a file has a fault: ") + faults[i].text);
+    return count == 0;
+}
+
 void CheckFiles(const BakeResult& result) {
-    for (const std::string& file : result.files) {
-        skeleton_fault fault = {};
-        if (skeleton_find_faults(file.data(), file.size(), &fault, 1) != 0)
-            Fail(std::string("a file has a fault: ") + fault.text);
-    }
+    bool isSound = true;
+    for (const std::string& file : result.files) isSound = CheckSound(file) && isSound;
+    if (!isSound) return;
     if (result.files.size() < 2) return;
     const std::string& little = result.files[0];
     const std::unique_ptr<char[]> turned(new char[little.size()]);

@@ -39,6 +39,13 @@ TEST(VokNode, DefaultsWriteNoChildElement) {
               "<node name=\"n\">\n</node>");
 }
 
+TEST(VokNode, NegativeZerosThatABakeTakesAreWritten) {
+    const std::string text =
+        "<node name=\"n\">\n<translate>0.0 -0.0 0.0</translate>\n"
+        "<rotEul rotOrd=\"xyz\">-0.0 0.0 0.0</rotEul>\n</node>";
+    EXPECT_EQ(Rewritten<VokNode>(InScene(text)), text);
+}
+
 TEST(VokNode, ReadsItsFields) {
     Scene scene(InScene(R"(<node name="n" parentEffect="scaleCompensate">
         <shear>1 2 3</shear><translate>4 5 6</translate><rotEul rotOrd="xzy">7 8 9</rotEul></node>)"));
