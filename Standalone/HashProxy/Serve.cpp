@@ -1,6 +1,7 @@
 #include "Serve.h"
 
 #include <HashClient/ProxyMessage.h>
+#include <QelTools/Exception.h>
 
 #include <array>
 #include <exception>
@@ -17,7 +18,13 @@ std::size_t Answer(Registry& registry, const std::string& request, Reply& reply)
     switch (ProxyMessage::ReadRequest(request, strings)) {
         case ProxyMessage::Request::AddString: {
             const Registry::Answer answer = registry.Add(strings);
-            return ProxyMessage::ComposeAddStringReply(reply, answer.hash, answer.other);
+            const std::size_t size =
+                ProxyMessage::ComposeAddStringReply(reply, answer.hash, answer.other);
+            // A client cannot have brought it.
+            if (size == 0)
+                throw QelTools::Common::Exception(
+                    "The hash registry's database: a string is too long for an answer");
+            return size;
         }
         case ProxyMessage::Request::Shutdown:
             // A tool that says goodbye has written its files, and they must not outlive the names.

@@ -114,6 +114,26 @@ TEST_F(RunProxy, ACollisionIsAnsweredWithTheStringThatWasThereFirst) {
     EXPECT_EQ(other.data(), one);
 }
 
+TEST_F(RunProxy, AStringOfTheDatabaseThatNoAnswerHoldsIsToldAsTheReason) {
+    environment.Set("QEL_HASH_PROXY_DEBUG_MODE", "file:" + folder.Path("log"));
+    Start();
+    const auto pipe = Connected();
+    EXPECT_EQ(Ask(*pipe, kGoodbye).size(), 8u);
+    Database(folder.Database())
+        .Run(
+            "INSERT INTO strings (category, hash, string, application, resource, user) VALUES "
+            "('joint', " +
+            std::to_string(QelHashClient::LocalHash("hips")) + ", '" + std::string(4096, 'x') +
+            "', '', '', '')");
+    EXPECT_EQ(
+        Ask(*pipe,
+            "\0\0\0\0\x29\0\0\0\x10\0\0\0\x10\0\0\0\x0E\0\0\0\x10\0\0\0app\0r\0joint\0hips\0"s),
+        "gone");
+    EXPECT_NE(ProxyFolder::Content(folder.Path("log"))
+                  .find("): The hash registry's database: a string is too long for an answer\n\n"),
+              std::string::npos);
+}
+
 TEST_F(RunProxy, ManyClientsAreServedAtOnce) {
     Start();
     std::list<std::unique_ptr<MessagePipe>> pipes;
