@@ -107,6 +107,17 @@ void CheckFiles(const BakeResult& result) {
         Fail("the byte orders do not hold the same");
 }
 
+/// With zeros of one sign, in whichever byte order: documents leave out the zeros of defaults, and
+/// their signs with them.
+std::vector<std::string> WithoutSignsOfZeros(std::vector<std::string> files) {
+    constexpr std::string_view kNegativeZeros[] = {{"\x80\0\0\0", 4}, {"\0\0\0\x80", 4}};
+    for (std::string& file : files)
+        for (std::size_t at = 0; at + 4 <= file.size(); at += 4)
+            for (const std::string_view zero : kNegativeZeros)
+                if (std::string_view(file).substr(at, 4) == zero) file.replace(at, 4, 4, '\0');
+    return files;
+}
+
 void CheckConversion(const BakeInput& input, const BakeResult& baked) {
     const ConvertResult once = ConvertDocument(Folder(), kDocument);
     if (!once.document) {
@@ -124,7 +135,8 @@ void CheckConversion(const BakeInput& input, const BakeResult& baked) {
     if (!input.updatesOld) return;  // then an old document fails where the converted one does not
     const BakeResult again = BakeOnce(kDocument, input);
     if (again.succeeded != baked.succeeded) Fail("a conversion changes the status of the bake");
-    if (again.files != baked.files) Fail("a conversion changes what is baked");
+    if (WithoutSignsOfZeros(again.files) != WithoutSignsOfZeros(baked.files))
+        Fail("a conversion changes what is baked");
 }
 
 }  // namespace

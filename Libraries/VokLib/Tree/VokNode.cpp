@@ -3,19 +3,9 @@
 #include <VokLib/Base/VokMath.h>
 #include <VokLib/Document/VokFields.h>
 
-#include <cmath>
-
 using namespace VokFields;
 
 namespace {
-
-/// A negative zero counts: it comes out in the skeleton, so that leaving it out would change what a
-/// document bakes to.
-template <class Vector>
-bool IsBakedAsZeros(const Vector& v) {
-    const auto isZero = [](float number) { return number == 0 && !std::signbit(number); };
-    return isZero(v.x) && isZero(v.y) && isZero(v.z);
-}
 
 bool HasAngles(const EulerRotation& r) {
     return r.x != 0 || r.y != 0 || r.z != 0;
@@ -27,17 +17,13 @@ std::span<const VokChildElement<VokNode>> VokNode::ChildElements() {
     static constexpr VokChildElement<VokNode> rows[] = {
         {.name = "translate",
          .data = ReadPosition<&VokNode::translate>,
-         .write =
-             [](const VokNode& node, VokFile& file, std::string_view name) {
-                 if (!IsBakedAsZeros(node.translate))
-                     WriteVector3Element(file, name, node.translate);
-             }},
+         .write = WriteVector3UnlessDefault<&VokNode::translate, kZeros>},
         {.name = "rotEul",
          .start = ReadOrder<&VokNode::rotation>,
          .data = ReadAngles<&VokNode::rotation>,
          .write =
              [](const VokNode& node, VokFile& file, std::string_view name) {
-                 if (!IsBakedAsZeros(node.rotation) || node.rotation.order != RotationOrder::xyz)
+                 if (HasAngles(node.rotation) || node.rotation.order != RotationOrder::xyz)
                      WriteRotationElement(file, name, node.rotation);
              }},
         {.name = "rotAxisEul",

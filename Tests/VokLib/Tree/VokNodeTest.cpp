@@ -39,11 +39,10 @@ TEST(VokNode, DefaultsWriteNoChildElement) {
               "<node name=\"n\">\n</node>");
 }
 
-TEST(VokNode, NegativeZerosThatABakeTakesAreWritten) {
-    const std::string text =
-        "<node name=\"n\">\n<translate>0.0 -0.0 0.0</translate>\n"
-        "<rotEul rotOrd=\"xyz\">-0.0 0.0 0.0</rotEul>\n</node>";
-    EXPECT_EQ(Rewritten<VokNode>(InScene(text)), text);
+TEST(VokNode, ZerosOfEitherSignAreLeftOut) {
+    EXPECT_EQ(Rewritten<VokNode>(InScene("<node name=\"n\"><translate>0.0 -0.0 0.0</translate>"
+                                         "<rotEul rotOrd=\"xyz\">-0.0 0.0 0.0</rotEul></node>")),
+              "<node name=\"n\">\n</node>");
 }
 
 TEST(VokNode, ReadsItsFields) {
