@@ -128,7 +128,7 @@ static inline int skeleton_check_block_(skeleton_check_* check, uint64_t block,
 static inline int skeleton_check_procedural_(skeleton_check_* check, uint64_t before) {
     const uint64_t block = skeleton_align_(before);
     const uint64_t kinds = block + sizeof(skeleton_procedural);
-    uint64_t items, items_end;
+    uint64_t items, items_end = 0;
     uint32_t count;
     if (skeleton_u32_(check, offsetof(skeleton_header, procedural)) == 0) {
         if (skeleton_u32_(check, offsetof(skeleton_header, procedural_end)) != 0)
