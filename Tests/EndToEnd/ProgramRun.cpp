@@ -3,21 +3,12 @@
 #include <gtest/gtest.h>
 #include <skeleton/skeleton.h>
 
-#include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <random>
-#include <stdexcept>
 
 namespace fs = std::filesystem;
 
 namespace {
-
-std::string Quote(const std::string& text) {
-    std::string quoted = "'";
-    for (const char c : text) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return quoted + "'";
-}
 
 std::string ReadWhole(const fs::path& path) {
     std::ifstream in(path, std::ios::binary);
@@ -41,20 +32,8 @@ void ExpectSoundSkeletons(const fs::path& folder) {
 ProgramResult RunFolder::Run(const std::string& program, const std::vector<std::string>& arguments,
                              const std::map<std::string, std::string>& environment,
                              const std::string& redirections) const {
-    const fs::path work = Path(".run");
-    fs::create_directory(work);
-    std::string command = "cd " + Quote(Path()) + " && { env -u QEL_HASH_SERVER_NAME";
-    for (const auto& [name, value] : environment) command += " " + Quote(name + "=" + value);
-    command += " " + Quote(std::string(RIGBAKE_PROGRAMS) + "/" + program);
-    for (const std::string& argument : arguments) command += " " + Quote(argument);
-    command += " </dev/null >.run/out 2>.run/err " + redirections + "; echo $? >.run/status; }";
-    if (std::system(command.c_str()) == -1) throw std::runtime_error("no shell");
-    ProgramResult result;
-    result.output = ReadWhole(work / "out");
-    result.errors = ReadWhole(work / "err");
-    result.status = std::stoi(ReadWhole(work / "status"));
-    fs::remove_all(work);
-    if (program == "rigbake" && result.status == 0) ExpectSoundSkeletons(Path());
+    ProgramResult result = RunProgram({program, arguments, Path(), environment, redirections});
+    if (fs::path(program).stem() == "rigbake" && result.status == 0) ExpectSoundSkeletons(Path());
     return result;
 }
 

@@ -7,22 +7,15 @@
 #include <vector>
 
 #include "Support/Document.h"
+#include "Support/RunProgram.h"
 #include "Support/TemporaryFolder.h"
-
-/// What one run of a program left behind.
-struct ProgramResult {
-    int status = -1;
-    std::string output;  ///< standard output
-    std::string errors;  ///< standard error
-};
 
 /// A fresh folder in which programs run.
 class RunFolder : public TemporaryFolder {
   public:
     std::filesystem::path GetPath() const { return Path(); }
 
-    /// Runs a built program in this folder. `redirections` goes to the shell as it stands, in place
-    /// of the capture of standard output when it names descriptor 1.
+    /// Runs a program in this folder, as ProgramCall tells. What a run of rigbake bakes is checked.
     ProgramResult Run(const std::string& program, const std::vector<std::string>& arguments,
                       const std::map<std::string, std::string>& environment = {},
                       const std::string& redirections = {}) const;

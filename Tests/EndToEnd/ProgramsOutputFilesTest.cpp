@@ -30,7 +30,7 @@ class OutputFiles : public testing::Test {
         return folder.ReadFile(name);
     }
 
-    long CountFiles() const {
+    std::ptrdiff_t CountFiles() const {
         return std::distance(fs::directory_iterator(folder.GetPath()), fs::directory_iterator());
     }
 
@@ -50,7 +50,7 @@ TEST_F(OutputFiles, TheOldSkeletonKeepsItsModeAndItsLinkGoesOnLeadingThere) {
 TEST_F(OutputFiles, AFailedRunLeavesTheOldSkeletonAndNothingElse) {
     folder.WriteFile("broken.qeli", Document("<scene><joint name=\"a\"></scene>"));
     folder.WriteFile("rig.bin", "old");
-    const long before = CountFiles();
+    const std::ptrdiff_t before = CountFiles();
     EXPECT_EQ(folder.Rigbake({"-in", "broken.qeli", "-out", "rig.bin"}).status, 1);
     EXPECT_EQ(folder.ReadFile("rig.bin"), "old");
     EXPECT_EQ(CountFiles(), before);

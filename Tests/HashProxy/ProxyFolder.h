@@ -1,7 +1,10 @@
 #pragma once
 
 #include "Platform/ScopedEnvironment.h"
+#include "Support/Processes.h"
+#include "Support/RunProgram.h"
 #include "Support/TemporaryFolder.h"
+#include "Support/ThisSystem.h"
 
 #include <chrono>
 #include <cstdlib>
@@ -31,39 +34,18 @@ class ProxyFolder : public TemporaryFolder {
                 {"QEL_HASH_DATABASE", Database()},
                 {"QEL_HASH_IDLE_SECONDS", "20"},
                 {"QEL_HASH_SERVER_NAME", "local"},
-                {"PATH", std::string(RIGBAKE_PROGRAMS) + ":" + std::getenv("PATH")}};
+                {"PATH", RIGBAKE_PROGRAMS + std::string(kBetweenFolders) + std::getenv("PATH")}};
     }
 
-    /// The process that holds the pipe's lock or held it last; 0 before the first.
-    int Server() const {
-        int process = 0;
-        std::ifstream(Path("QelHashProxy_pipe.lock")) >> process;
-        return process;
-    }
+    /// The process that holds the pipe or held it last; 0 before the first.
+    int Server() const { return ServingProxy(Path()); }
 
     /// The processes that run as proxies of this registry.
-    std::vector<int> Proxies() const {
-        std::vector<int> found;
-        std::error_code ignored;
-        for (const auto& entry : std::filesystem::directory_iterator("/proc", ignored)) {
-            const std::string name = entry.path().filename();
-            if (name.find_first_not_of("0123456789") != std::string::npos) continue;
-            if (Content(entry.path() / "comm") == "QelHashProxy.ex\n" &&
-                Content(entry.path() / "environ").find("=" + Path() + '\0') != std::string::npos)
-                found.push_back(std::stoi(name));
-        }
-        return found;
-    }
+    std::vector<int> Proxies() const { return RunningProxies(Path()); }
 
-    /// Ends a process at once, whatever it does. 0 is none: the system would take it for everybody.
-    static void Kill(int process) {
-        if (process <= 0) return;
-        [[maybe_unused]] const int status =
-            std::system(("kill -9 " + std::to_string(process) + " 2>/dev/null").c_str());
-    }
+    static void Kill(int process) { KillProcess(process); }
 
     static std::string Content(const std::filesystem::path& file) {
-        // What a process that is ending shows may fail to be read: it shows nothing then.
         std::ostringstream text;
         text << std::ifstream(file, std::ios::binary).rdbuf();
         return text.str();

@@ -14,6 +14,8 @@
 #include <utility>
 #include <vector>
 
+#include "Support/RunProgram.h"
+
 /// A proxy that answers each request as a test wants; nothing is a client hung up on. It serves the
 /// pipe of this process's environment from a thread of its own while the object lives.
 class ScriptedProxy {
@@ -48,8 +50,9 @@ class ScriptedProxy {
     /// A folder for PATH whose proxy program ends at once and serves nothing.
     static std::string EmptyProgram(const std::string& folder) {
         const std::string programs = folder + "/programs";
+        // Called without a command, the document tool tells its use and ends.
         if (std::filesystem::create_directory(programs))
-            std::filesystem::create_symlink("/bin/true", programs + "/QelHashProxy.exe");
+            std::filesystem::copy_file(BuiltProgram("qeli"), programs + "/QelHashProxy.exe");
         return programs;
     }
 

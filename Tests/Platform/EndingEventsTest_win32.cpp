@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <filesystem>
+#include <fstream>
 
 namespace {
 
@@ -12,10 +13,16 @@ namespace fs = std::filesystem;
 
 constexpr const char* kFolderVariable = "RIGBAKE_TEST_EVENT_FOLDER";
 
-/// Sends a console event to this process and waits for its end; 9 when none comes.
-[[noreturn]] void EndByEvent() {
+/// Set where somebody types Ctrl+C as soon as the file "ready" is there.
+constexpr const char* kTypedVariable = "RIGBAKE_TEST_EVENT_IS_TYPED";
+
+/// Sends a console event to this process, or has it sent, and waits for the end; 9 when none comes.
+[[noreturn]] void EndByEvent(const std::string& folder) {
     SetConsoleCtrlHandler(nullptr, FALSE);
-    if (!GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, 0)) std::_Exit(8);
+    if (std::getenv(kTypedVariable) != nullptr)
+        std::ofstream(folder + "/ready") << "ready";
+    else if (!GenerateConsoleCtrlEvent(CTRL_BREAK_EVENT, 0))
+        std::_Exit(8);
     Sleep(20000);
     std::_Exit(9);
 }
@@ -25,7 +32,7 @@ void BeTheChild(const std::string& folder) {
     const Platform::RemoveOnEvent one(folder + "/one");
     const Platform::RemoveOnEvent two(folder + "/two");
     { const Platform::RemoveOnEvent other(folder + "/other"); }
-    EndByEvent();
+    EndByEvent(folder);
 }
 
 /// Runs the test named below in a process of its own, with a console where one is to be had, and
@@ -52,7 +59,8 @@ DWORD RunChild(const std::string& folder) {
 
 TEST(EndingEvents, Child) {
     const char* const folder = std::getenv(kFolderVariable);
-    if (folder == nullptr) GTEST_SKIP() << "for the other test's child alone";
+    if (folder == nullptr)
+        GTEST_SKIP() << "for the other test's child and for Tests/Windows/console_events";
     BeTheChild(folder);
 }
 
@@ -60,7 +68,8 @@ TEST(EndingEvents, TheNamedFilesAreGoneWhenAnEventEndsTheProcess) {
     const TemporaryFolder folder;
     for (const char* name : {"one", "two", "other", "stranger"}) folder.WriteFile(name, "");
     const DWORD status = RunChild(folder.Path());
-    if (status == 8) GTEST_SKIP() << "there is no console here";
+    if (status == 8)
+        GTEST_SKIP() << "no event can be sent here; Tests/Windows/console_events types one";
     EXPECT_EQ(status, 0xC000013Au);
     EXPECT_FALSE(fs::exists(folder.Path("one")));
     EXPECT_FALSE(fs::exists(folder.Path("two")));

@@ -1,6 +1,6 @@
 #include <Platform/FileTests.h>
 
-#include "Platform/OrdinaryUser.h"
+#include "Support/OrdinaryUser.h"
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 #include <Platform/MessagePipe.h>
 
 #include "Platform/FewDescriptors.h"
-#include "Platform/OrdinaryUser.h"
 #include "Platform/RawSocket.h"
 #include "Platform/ScopedEnvironment.h"
+#include "Support/OrdinaryUser.h"
 #include "Support/TemporaryFolder.h"
 
 #include <fcntl.h>

@@ -2,8 +2,8 @@
 #include <Platform/TemporaryFile.h>
 #include <Platform/UnfinishedFile.h>
 
-#include "Platform/OrdinaryUser.h"
 #include "Platform/TemporaryFolderName.h"
+#include "Support/OrdinaryUser.h"
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include <Platform/WholeFile.h>
 
-#include "Platform/OrdinaryUser.h"
+#include "Support/OrdinaryUser.h"
 #include "Support/TemporaryFolder.h"
 
 #include <fcntl.h>

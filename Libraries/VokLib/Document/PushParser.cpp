@@ -102,7 +102,7 @@ bool PushParser::PassText(const char* bytes, std::size_t size, const TextExtent&
     xmlParserInputPtr const input = context->input;
     if (depth == 0 || context->instate != XML_PARSER_CONTENT || input->cur != input->end)
         return false;
-    input->consumed += size;
+    input->consumed += static_cast<unsigned long>(size);
     input->line += static_cast<int>(extent.lines);
     input->col = static_cast<int>(extent.columns) + (extent.lines != 0 ? 1 : input->col);
     memory.Check();

@@ -1,4 +1,5 @@
 #include "Document/DocumentEncoding.h"
+#include "Support/ThisSystem.h"
 #include "VokLib/Document/ParseTools.h"
 #include "VokLib/Document/ParserComparison.h"
 
@@ -155,6 +156,7 @@ TEST(DocumentFeed, ReadsADocumentTypeWhereverTheBorderOfABlockFalls) {
 }
 
 TEST(DocumentFeed, EncodingsThatHideMarkupAreRefused) {
+    if (kIsWindows) GTEST_SKIP() << "the parser has no such encodings here and refuses them itself";
     EXPECT_EQ(Feed(Declared("UTF-7", "x")).events,
               "The encoding \"UTF-7\" of \"test\" is not supported.");
     EXPECT_NE(Feed(Declared("IBM037", "x")).code, 0);

@@ -1,3 +1,4 @@
+#include "Support/ThisSystem.h"
 #include "VokLib/Document/ParseTools.h"
 
 #include <QelTools/Exception.h>
@@ -193,7 +194,9 @@ TEST_F(Parse, DocumentIsNamedByItsAbsolutePath) {
     VokWorld world;
     VokParse parse;
     ParseTools::Parse(parse, world, Document(""), "/assets/./rigs//hero.qeli");
-    EXPECT_EQ(world.GetFilename(), "/assets/rigs/hero.qeli");
+    const std::filesystem::path root = std::filesystem::current_path().root_path();
+    EXPECT_EQ(world.GetFilename(),
+              (root / "assets" / "rigs" / "hero.qeli").make_preferred().string());
     VokWorld relative;
     ParseTools::Parse(parse, relative, Document(""), "rigs/../hero.qeli");
     EXPECT_EQ(relative.GetFilename(), (std::filesystem::current_path() / "hero.qeli").string());
@@ -203,6 +206,7 @@ TEST_F(Parse, DocumentIsNamedByItsAbsolutePath) {
 }
 
 TEST_F(Parse, NameIsSetEvenWhenTheVersionIsRefused) {
+    if (kIsWindows) GTEST_SKIP() << "full names begin with a drive";
     VokWorld world;
     VokParse parse;
     EXPECT_NE(ThrownText([&] {

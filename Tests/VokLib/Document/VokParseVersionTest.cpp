@@ -1,3 +1,4 @@
+#include "Support/ThisSystem.h"
 #include "VokLib/Document/ParseTools.h"
 
 #include <QelTools/Exception.h>
@@ -106,12 +107,13 @@ TEST_F(ParseVersion, UpdateThatWritesNothingLeavesTheLastBlockToTheReader) {
 }
 
 TEST_F(ParseVersion, FileNamesOfAnotherFormAreTurnedIntoThePrimaryForm) {
+    const std::string root = std::filesystem::current_path().root_name().string();
     EXPECT_EQ(ThrownText([&] {
-                  ParseTools::Parse(
-                      parse, world,
-                      Document("<reference name='r' uri='/assets/props/sword.qeli' namespace='s'/>",
-                               {.form = "absolute"}),
-                      "/assets/rigs/hero.qeli");
+                  ParseTools::Parse(parse, world,
+                                    Document("<reference name='r' uri='" + root +
+                                                 "/assets/props/sword.qeli' namespace='s'/>",
+                                             {.form = "absolute"}),
+                                    "/assets/rigs/hero.qeli");
               }),
               "");
     EXPECT_EQ(vok_cast<VokReference>(world.GetChild(1))->uri, "../props/sword.qeli");

@@ -1,3 +1,4 @@
+#include "Support/ThisSystem.h"
 #include "VokLib/SceneTestTools.h"
 
 #include <Platform/Paths.h>
@@ -71,7 +72,10 @@ TEST(PathText, TidyPathHasNoParentsAndNoDoubledSeparators) {
     EXPECT_EQ(TidyAbsolutePath("..\\\\\\x", "c:\\d\\e"), "c:\\x");
     EXPECT_EQ(TidyAbsolutePath(".\\x\\.\\y", "c:\\d\\e"), "c:\\d\\x\\y");
     EXPECT_EQ(TidyAbsolutePath("x\\..", "c:\\d\\e"), "c:\\d");
-    EXPECT_EQ(TidyAbsolutePath("...\\x", "c:\\d\\e"), "c:\\d\\...\\x");
+    // What three dots are is the system's matter on its own drives.
+    if (!kIsWindows) {
+        EXPECT_EQ(TidyAbsolutePath("...\\x", "c:\\d\\e"), "c:\\d\\...\\x");
+    }
     EXPECT_EQ(TidyAbsolutePath("/x/y", "c:\\d\\e"), "c:\\x\\y");
     EXPECT_EQ(TidyAbsolutePath("c://x///y", "q:\\e"), "c:\\x\\y");
 }
@@ -92,6 +96,7 @@ TEST(PathText, ParentsStopAtTheRoot) {
 }
 
 TEST(PathText, PathThatThePlatformRefusesIsNamed) {
+    if (kIsWindows) GTEST_SKIP() << "a name on no drive is not asked of the system";
     const std::string name(100000, 'x');
     EXPECT_EQ(FailureOf([&] { TidyAbsolutePath("/" + name, "/b"); }),
               Plain("failed to tidy up absolute path \"/" + name + "\""));

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "Platform/OrdinaryUser.h"
+#include "Support/OrdinaryUser.h"
 #include "Support/TemporaryFolder.h"
 #include "VoktFramework/CommandLine/CommandLineTestTools.h"
 

@@ -13,8 +13,9 @@
 #include <string>
 #include <vector>
 
-#include "Platform/OrdinaryUser.h"
+#include "Support/OrdinaryUser.h"
 #include "Support/TemporaryFolder.h"
+#include "Support/ThisSystem.h"
 #include "Support/ThrownText.h"
 
 namespace {
@@ -166,7 +167,7 @@ TEST_F(SaveOneWord, AFileInThePlaceOfTheFolderIsNamed) {
     folder.WriteFile("taken", "");
     Read({"-out", "taken/x"});
     EXPECT_EQ(Failure([&] { saver.Process(universe); }),
-              "Cannot create folder '" + (folder.Path("taken")) +
+              "Cannot create folder '" + WithSeparators(folder.Path("taken")) +
                   "' since a file of that name already exists");
 }
 
@@ -200,6 +201,7 @@ TEST_F(SaveOneWord, AReadOnlyOutputIsRefused) {
 }
 
 TEST_F(SaveOneWord, AnOutputThatCannotBeReadEitherIsOpenedByForceAlone) {
+    if (kIsWindows) GTEST_SKIP() << "a file always grants its owner to read here";
     fs::permissions(folder.Path(), fs::perms::all);
     const OrdinaryUser user;
     const std::string closed = folder.WriteFile("closed", "old");
@@ -211,6 +213,7 @@ TEST_F(SaveOneWord, AnOutputThatCannotBeReadEitherIsOpenedByForceAlone) {
 }
 
 TEST_F(SaveOneWord, ForceLeavesTheRightsOfAFileThatCanBeWritten) {
+    if (kIsWindows) GTEST_SKIP() << "a file has one right here, that to write";
     const std::string open = folder.WriteFile("open", "old");
     const fs::perms writable =
         fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
@@ -231,8 +234,11 @@ TEST_F(SaveOneWord, AReadOnlyOutputIsWrittenByForce) {
     fs::permissions(locked, fs::perms::owner_read | fs::perms::group_exec);
     Run({"-out", locked, "-forceWrite", "1"});
     EXPECT_EQ(folder.ReadFile("locked"), kLittle);
-    EXPECT_EQ(fs::status(locked).permissions(),
-              fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_exec);
+    // Systems with one right for a file give it to all.
+    if (!kIsWindows) {
+        EXPECT_EQ(fs::status(locked).permissions(),
+                  fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_exec);
+    }
 }
 
 TEST_F(SaveOneWord, ANewFileIsWrittenByForceAsWell) {

@@ -1,5 +1,6 @@
 #include <HashClient/QelHashClient.h>
 #include <HashClient/QelHashClientUtil.h>
+#include <Platform/OwnProgram.h>
 #include <QelTools/Crc32.h>
 #include <QelTools/Exception.h>
 #include <VoktFramework/Atoms/VoktUniverse.h>
@@ -138,7 +139,8 @@ TEST(HashClientComponent, RequestsCarryTheProgramsNameWithoutItsFolder) {
     component->Process(universe);
     EXPECT_THROW(QelHashClientUtil::AddString("joint", "a"), QelTools::Common::Exception);
     constexpr std::size_t kFirstString = 24;
-    const std::string program = std::filesystem::read_symlink("/proc/self/exe").filename();
+    const std::string program =
+        std::filesystem::path(Platform::OwnProgramFile()).filename().string();
     EXPECT_EQ(NotingProxy::Requests().front().substr(kFirstString, program.size() + 1),
               program + std::string(1, '\0'));
     EXPECT_THROW(delete component.release(), QelTools::Common::Exception);

@@ -1,6 +1,5 @@
-#include "Platform/StandardOutput.h"
-#include "Platform/UnreadPipe.h"
 #include "Support/TemporaryFolder.h"
+#include "Support/ThisSystem.h"
 #include "VoktFramework/RecordingTool.h"
 
 #include <VoktFramework/Errors/VoktError.h>
@@ -83,53 +82,7 @@ TEST(ToolEnd, TheLogIsWholeWhenADestructorFails) {
     const ProgramEnd end = Play(script, {"-log", folder.Path("log")});
     EXPECT_EQ(end.status, 1);
     EXPECT_EQ(end.output, kBanner + "a line\nError: text\n");
-    EXPECT_EQ(folder.ReadFile("log"), "a line\n");
-}
-
-TEST(ToolEnd, AReaderThatNeverReadsIsWaitedForAndThenGivenUp) {
-    const TemporaryFolder folder;
-    const UnreadPipe pipe;
-    Script script;
-    script.actions["a.Process"] = [](const Step&) {
-        std::cout << std::string(70000, 'x') << std::endl;
-    };
-    testing::internal::CaptureStderr();
-    int status = -1;
-    {
-        const StandardOutput output(pipe.WriteEnd());
-        status = PlayForStatus(script, {"-log", folder.Path("log")});
-    }
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "\nWARNING: timeout waiting for log file thread to exit\n");
-}
-
-TEST(ToolEnd, AFullStandardOutputChangesNeitherStagesNorStatus) {
-    const TemporaryFolder folder;
-    std::FILE* const full = std::fopen("/dev/full", "w");
-    ASSERT_NE(full, nullptr);
-    Script script;
-    script.components = {"a", "b"};
-    script.actions["a.Process"] = [](const Step&) { std::cout << "a line" << std::endl; };
-    Script logged = script;
-    Script failing = script;
-    failing.actions["b.Process"] = Throw("text");
-    int status = -1;
-    int loggedStatus = -1;
-    int failingStatus = -1;
-    {
-        const StandardOutput output(fileno(full));
-        status = PlayForStatus(script, {"-tt", "1"});
-        failingStatus = PlayForStatus(failing, kAnyRun);
-        loggedStatus = PlayForStatus(logged, {"-log", folder.Path("log")});
-    }
-    std::fclose(full);
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(loggedStatus, 0);
-    EXPECT_EQ(failingStatus, 1);
-    EXPECT_EQ(script.journal, logged.journal);
-    EXPECT_EQ(CountDestructors(script), 2u);
-    EXPECT_EQ(folder.ReadFile("log"), "a line\n");
+    EXPECT_EQ(WithLineFeeds(folder.ReadFile("log")), "a line\n");
 }
 
 }  // namespace

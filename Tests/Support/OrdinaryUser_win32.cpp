@@ -1,0 +1,5 @@
+#include "Support/OrdinaryUser.h"
+
+OrdinaryUser::OrdinaryUser() : wasSuperuser(false) {}
+
+OrdinaryUser::~OrdinaryUser() = default;
