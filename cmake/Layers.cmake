@@ -50,9 +50,10 @@ function(rigbake_program name folder)
     add_executable(${name} ${sources})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/${folder})
     target_link_libraries(${name} PRIVATE RigbakeOptions ${arg_USES})
-    # Binding some thousand names of the C++ library at each start takes longer than a small bake.
+    # Binding some thousand names of the C++ library at each start takes longer than a small bake. The program's copy is
+    # its own: offered to the shared libraries, it would be looked through for each of their names.
     if(CMAKE_BUILD_TYPE STREQUAL "Release" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
-      target_link_options(${name} PRIVATE -static-libstdc++ -static-libgcc)
+      target_link_options(${name} PRIVATE -static-libstdc++ -static-libgcc LINKER:--exclude-libs,ALL)
     endif()
     add_dependencies(programs ${name})
   endif()
