@@ -3,6 +3,9 @@
 #include <array>
 #include <utility>
 
+#include <VokLib/Text/VokElementReader.h>
+
+#include "CustomData/CustomValueGuards.h"
 #include "CustomData/CustomValueText.h"
 
 namespace {
@@ -29,7 +32,11 @@ std::unique_ptr<VokCustomAttribute> VokCustomAttributeNumeric<T>::Clone() const 
 
 template <class T>
 bool VokCustomAttributeNumeric<T>::ParseAttributes(const VokAttributes& attributes,
-                                                   VokElementReader&) {
+                                                   VokElementReader& parse) {
+    if (!parse.KeepsContents()) {
+        if (attributes.Has("value")) CustomValueGuards::RequireSingle(*this);
+        return true;
+    }
     if (attributes.Has("min")) SetMinimum(CustomValueText::Get<T>(attributes, "min"));
     if (attributes.Has("max")) SetMaximum(CustomValueText::Get<T>(attributes, "max"));
     defaultValue = CustomValueText::Get<T>(attributes, "default");

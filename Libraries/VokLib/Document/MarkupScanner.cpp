@@ -29,11 +29,15 @@ static_assert(kHarmlessBytes <= VokLimits::kMaxMarkupBytes);
 constexpr std::ptrdiff_t kLongTextBytes = 4096;
 
 /// The first "<" from the one at `p` on that needs a closer look. A tag in front of a near "<" does
-/// not: it has ended before it, for no value of an attribute holds one.
-const char* FindMarkup(const char* p, const char* end) {
+/// not: it has ended before it, for no value of an attribute holds one. Where there are no other
+/// pieces of markup than tags, one "<" in each half window tells as much as all of them.
+const char* FindMarkup(const char* p, const char* end, bool onlyTags) {
     while (end - p > 1 && p[1] != '!' && p[1] != '?') {
         const char* const window = p + std::min(end - p, kHarmlessBytes);
-        const char* const next = Find(p + 1, window, '<');
+        const char* next = window;
+        if (onlyTags && window - p == kHarmlessBytes)
+            next = Find(p + kHarmlessBytes / 2, window, '<');
+        if (next == window) next = Find(p + 1, window, '<');
         if (next == window) break;
         p = next;
     }
@@ -47,6 +51,7 @@ std::size_t MarkupScanner::Scan(const char* bytes, std::size_t size) {
     if (size == 0) return 0;
     const char* const end = bytes + size;
     first = from = bytes;
+    onlyTags = Find(bytes, end, '!') == end && Find(bytes, end, '?') == end;
     for (const char* p = bytes; p < end && exceeded.empty();) p = Step(p, end);
     std::size_t complete = size;
     if (state != State::Text) {
@@ -68,7 +73,7 @@ const char* MarkupScanner::Step(const char* p, const char* end) {
             if (p - from >= kLongTextBytes)
                 longTexts.push_back(
                     {static_cast<std::size_t>(from - first), static_cast<std::size_t>(p - first)});
-            p = FindMarkup(p, end);
+            p = FindMarkup(p, end, onlyTags);
             if (p == end) return end;
             from = p;
             bytesBefore = 0;

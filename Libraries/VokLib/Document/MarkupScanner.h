@@ -72,6 +72,7 @@ class MarkupScanner {
     std::size_t partBegin = 0;    // of a comment or instruction in a document type
     const char* first = nullptr;  // of the block in hand
     const char* from = nullptr;   // of the markup in hand, or of the block where it began earlier
+    bool onlyTags = false;        // in the block in hand: no comments, instructions and the like
     char lastBytes[4] = {};       // of the blocks before this one
     std::string word;             // behind "<!"
     std::string exceeded;

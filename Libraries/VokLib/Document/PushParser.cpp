@@ -15,6 +15,7 @@ namespace {
 
 /// Of the parser: "xml", "xmlns" and the address of the first.
 constexpr std::size_t kOwnNames = 3;
+constexpr std::size_t kMostNames = VokLimits::kMaxNames + kOwnNames;
 
 /// Entities of a document type are put down in a document of their own, which is nobody's.
 void FreeParser(xmlParserCtxtPtr parser) {
@@ -91,6 +92,9 @@ void PushParser::Stop() {
 }
 
 int PushParser::Push(const char* bytes, std::size_t size, bool last) {
+    // A name takes a byte of the text at least.
+    isNearNameLimit =
+        CountNames() + size + (context->input->end - context->input->cur) > kMostNames;
     const int code = xmlParseChunk(context.get(), bytes, static_cast<int>(size), last ? 1 : 0);
     if (failure) std::rethrow_exception(std::exchange(failure, nullptr));
     memory.Check();
@@ -118,7 +122,7 @@ void PushParser::CheckStart() {
     if (depth == VokLimits::kMaxElementDepth)
         Fail("more than " + std::to_string(VokLimits::kMaxElementDepth) + " nested elements",
              GetPlace());
-    CheckNames();
+    if (isNearNameLimit) CheckNames();
     if (depth == 0 && refusesExternalSubset && context->hasExternalSubset != 0) {
         ThrowVokException("The document type of \"" + GetDocumentName() +
                           "\" names an external file; external files are not read.");
@@ -126,8 +130,12 @@ void PushParser::CheckStart() {
     ++depth;
 }
 
+std::size_t PushParser::CountNames() const {
+    return static_cast<std::size_t>(xmlDictSize(context->dict));
+}
+
 void PushParser::CheckNames() const {
-    if (static_cast<std::size_t>(xmlDictSize(context->dict)) > VokLimits::kMaxNames + kOwnNames)
+    if (CountNames() > kMostNames)
         Fail("more than " + std::to_string(VokLimits::kMaxNames) + " different names", GetPlace());
 }
 

@@ -41,11 +41,13 @@ class PushParser : public DocumentParser {
     struct Callbacks;
     [[noreturn]] void Fail(const std::string& text, TextPlace place) const;
     void CheckStart();
+    std::size_t CountNames() const;
     void CheckNames() const;
 
     ParserEvents* events;
     bool refusesExternalSubset;
     std::size_t depth = 0;
+    bool isNearNameLimit = false;  // what is being pushed may hold one name too many
     XmlMemoryWatch memory;
     std::exception_ptr failure;
     std::unique_ptr<_xmlParserCtxt, void (*)(_xmlParserCtxt*)> context;

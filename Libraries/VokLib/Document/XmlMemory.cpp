@@ -14,8 +14,6 @@
 
 namespace {
 
-std::atomic<std::size_t> failures = 0;
-
 /// What libxml2 and libxslt get when there is no more memory, so that they come to where somebody
 /// asks: the latter does not look whether it got any. It costs nothing as long as nobody touches
 /// it.
@@ -42,7 +40,7 @@ std::size_t WholeSize(std::size_t size) {
 }
 
 void* TakeFromReserve(std::size_t size) {
-    ++failures;
+    XmlMemory::NoteFailure();
     if (stopAtFailure != nullptr) stopAtFailure(stopUser);
     if (size > kReserveBytes) return nullptr;
     const std::size_t whole = WholeSize(size);
@@ -108,12 +106,7 @@ void XmlMemory::Install() {
     xmlMemSetup(Free, Allocate, Reallocate, CopyText);
 }
 
-std::size_t XmlMemory::CountFailures() {
-    return failures;
-}
-
-void XmlMemoryWatch::Check() {
-    if (!HasFailed()) return;
+void XmlMemoryWatch::Fail() {
     seen = XmlMemory::CountFailures();
     throw std::bad_alloc();
 }

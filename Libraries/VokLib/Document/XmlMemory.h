@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 
 /// The memory of libxml2 and libxslt. Where a copy of a name or value fails, the one drops it and
@@ -11,18 +12,26 @@ class XmlMemory {
     static void Install();
 
     /// The failures of this process so far.
-    static std::size_t CountFailures();
+    static std::size_t CountFailures() { return failures.load(std::memory_order_relaxed); }
+    static void NoteFailure() { ++failures; }
+
+  private:
+    static inline std::atomic<std::size_t> failures = 0;
 };
 
 /// Notices failures from its construction on.
 class XmlMemoryWatch {
   public:
     /// Throws std::bad_alloc when memory has failed since the last call or the construction.
-    void Check();
+    void Check() {
+        if (HasFailed()) Fail();
+    }
     /// True when Check would throw.
     bool HasFailed() const { return seen != XmlMemory::CountFailures(); }
 
   private:
+    [[noreturn]] void Fail();
+
     std::size_t seen = XmlMemory::CountFailures();
 };
 

@@ -77,7 +77,7 @@ float Detail::ReadAnyFloat(const char*& cursor, const char* end) {
 }
 
 float ReadFloat(const char* begin, const char* end) {
-    return Detail::ReadFloatAt(begin, end);
+    return Detail::ReadFloatAt(begin, end, end);
 }
 
 }  // namespace VokNumberText

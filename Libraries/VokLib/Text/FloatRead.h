@@ -61,12 +61,14 @@ inline std::uint64_t JoinEightDigits(std::uint64_t digits) {
            32;
 }
 
+inline constexpr std::ptrdiff_t kReadAhead = 16;
+
 /// Reads up to seven digits, a point and digits up to fifteen in all, without a branch on how many
 /// there are: what the writer makes of nearly every number. False, and nothing done, for any other
-/// form and near the end of the text.
-inline bool TakePointNumber(const char*& p, const char* end, std::uint64_t& number,
+/// form and where fewer than kReadAhead characters can be read.
+inline bool TakePointNumber(const char*& p, const char* readable, std::uint64_t& number,
                             std::ptrdiff_t& exponent) {
-    if (std::endian::native != std::endian::little || end - p < 16) return false;
+    if (std::endian::native != std::endian::little || readable - p < kReadAhead) return false;
     std::uint64_t low;
     std::uint64_t high;
     std::memcpy(&low, p, sizeof low);
@@ -106,8 +108,8 @@ inline bool TakePointNumber(const char*& p, const char* end, std::uint64_t& numb
 }
 
 /// As ReadAnyFloat; numbers of up to fifteen digits, which are exact in an integer, take a short
-/// way.
-inline float ReadFloatAt(const char*& cursor, const char* end) {
+/// way. What can be read ends at `readable`; where that is not `end`, a NUL stands there.
+inline float ReadFloatAt(const char*& cursor, const char* end, const char* readable) {
     const char* p = cursor;
     // Signs come at random, so no branch hangs on them.
     const char first = p != end ? *p : '\0';
@@ -116,7 +118,7 @@ inline float ReadFloatAt(const char*& cursor, const char* end) {
 
     std::uint64_t digits = 0;
     std::ptrdiff_t exponent = 0;
-    if (!TakePointNumber(p, end, digits, exponent)) {
+    if (!TakePointNumber(p, readable, digits, exponent)) {
         if (!TakeDigits(p, end, digits)) return ReadAnyFloat(cursor, end);
         if (p != end && *p == '.') {
             const char* const fraction = ++p;

@@ -1,12 +1,15 @@
 #include <VokLib/Text/VokNumberText.h>
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 #include <limits>
 
 #include <QelTools/AsciiText.h>
+
+#include "Text/FloatRead.h"
 
 namespace VokNumberText {
 
@@ -100,9 +103,51 @@ bool ScanDigits(std::string_view text, float& value) {
     return true;
 }
 
+/// The common numbers of up to fifteen digits and a small exponent, with nothing in front or
+/// behind; false for all others. Digits and power of ten are exact in a double, so that one
+/// operation rounds the number correctly; rounding that to a float is right, too, unless it lies in
+/// the middle between two floats (Clinger, How to read floating point numbers accurately).
+bool TryScanShortFloat(const char* p, const char* end, float& value) {
+    constexpr std::ptrdiff_t kMostDigits = 15;
+    constexpr std::ptrdiff_t kExactPowers = 22;
+    constexpr std::uint64_t kBelowFloat = (std::uint64_t{1} << 29) - 1;
+    const bool negative = p != end && *p == '-';
+    p += negative ? 1 : 0;
+    std::uint64_t digits = 0;
+    const char* const first = p;
+    if (!Detail::TakeDigits(p, end, digits) || p == first) return false;
+    std::ptrdiff_t count = p - first;
+    std::ptrdiff_t exponent = 0;
+    if (p != end && *p == '.') {
+        const char* const fraction = ++p;
+        if (!Detail::TakeDigits(p, end, digits) || p == fraction) return false;
+        exponent = fraction - p;
+        count -= exponent;
+    }
+    if (p != end && (*p == 'e' || *p == 'E') && end - p >= 2) {
+        const bool isSmall = p[1] == '-';
+        p += isSmall ? 2 : 1;
+        std::uint64_t power = 0;
+        const char* const begin = p;
+        if (!Detail::TakeDigits(p, end, power) || p == begin || p - begin > 2) return false;
+        exponent += static_cast<std::ptrdiff_t>(power) * (isSmall ? -1 : 1);
+    }
+    if (p != end || count > kMostDigits || exponent < -kExactPowers || exponent > kExactPowers)
+        return false;
+    double exact = static_cast<double>(digits);
+    if (exponent < 0)
+        exact /= Detail::kScales[static_cast<std::size_t>(-exponent)];
+    else
+        exact *= Detail::kScales[static_cast<std::size_t>(exponent)];
+    if ((std::bit_cast<std::uint64_t>(exact) & kBelowFloat) == (kBelowFloat + 1) / 2) return false;
+    value = static_cast<float>(negative ? -exact : exact);
+    return true;
+}
+
 }  // namespace
 
 bool TryScanFloat(std::string_view text, float& value) {
+    if (TryScanShortFloat(text.data(), text.data() + text.size(), value)) return true;
     text = SkipSpace(text);
     const bool negative = TakeSign(text);
     const bool mayBeWord = !text.empty() && !IsDigit(text[0]);

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstring>
 #include <span>
+#include <utility>
 
 #include <VokLib/Text/VokNumberText.h>
 
@@ -72,6 +73,7 @@ VokAttributes& VokAttributes::operator=(const VokAttributes& other) {
     if (this != &other) {
         VokAttributes copy(other);
         entries.swap(copy.entries);
+        std::swap(ownsTexts, copy.ownsTexts);
     }
     return *this;
 }
@@ -143,7 +145,9 @@ void VokAttributes::Free(Entry& entry) {
 }
 
 void VokAttributes::Clear() {
-    for (Entry& entry : entries) Free(entry);
+    if (ownsTexts)
+        for (Entry& entry : entries) Free(entry);
+    ownsTexts = false;
     entries.clear();
 }
 
@@ -152,6 +156,7 @@ void VokAttributes::AddView(const char* name, const char* value) {
 }
 
 void VokAttributes::Add(std::string_view name, std::string_view value) {
+    ownsTexts = true;
     // In the bag before it owns anything, so that nothing is lost when memory runs out.
     entries.push_back({"", "", false, false});
     Entry& entry = entries.back();
@@ -171,6 +176,7 @@ void VokAttributes::Set(std::string_view name, std::string_view value) {
     for (Entry& entry : entries) {
         if (!IsName(entry.name, name)) continue;
         const char* const copy = Duplicate(value);
+        ownsTexts = true;
         if (entry.ownsValue) delete[] entry.value;
         entry.value = copy;
         entry.ownsValue = true;

@@ -21,6 +21,8 @@ namespace {
 using VokNumberText::IsBlank;
 
 constexpr std::size_t kGrowthMargin = 2048;
+/// Behind every text stand as many NULs, so that numbers near its end are read like all others.
+constexpr std::size_t kReadAhead = VokNumberText::Detail::kReadAhead;
 
 /// The first character of the next token, or `end`.
 const char* SkipBlanks(const char* p, const char* end) {
@@ -37,7 +39,7 @@ const char* TokenEnd(const char* p, const char* end) {
 // behind it.
 
 float TakeFloat(const char*& cursor, const char* end) {
-    const float value = VokNumberText::Detail::ReadFloatAt(cursor, end);
+    const float value = VokNumberText::Detail::ReadFloatAt(cursor, end, end + kReadAhead);
     cursor = TokenEnd(cursor, end);
     return value;
 }
@@ -69,9 +71,9 @@ void PrepareRoom(std::vector<T>& values, std::size_t count) {
 
 }  // namespace
 
-VokTextReader::VokTextReader() : buffer(static_cast<char*>(std::malloc(1))), capacity(1) {
+VokTextReader::VokTextReader()
+    : buffer(static_cast<char*>(std::calloc(kReadAhead, 1))), capacity(kReadAhead) {
     if (buffer == nullptr) throw std::bad_alloc();
-    buffer[0] = '\0';
     cursor = buffer;
 }
 
@@ -94,7 +96,7 @@ void VokTextReader::AppendText(const char* bytes, std::size_t count) {
 }
 
 void VokTextReader::Store(const char* bytes, std::size_t count) {
-    if (length + count + 1 > capacity) {
+    if (length + count + kReadAhead > capacity) {
         // A share of what is there, so that a text of any length is copied a constant number of
         // times.
         const std::size_t wanted =
@@ -107,7 +109,7 @@ void VokTextReader::Store(const char* bytes, std::size_t count) {
     }
     if (count != 0) std::memcpy(buffer + length, bytes, count);
     length += count;
-    buffer[length] = '\0';
+    std::memset(buffer + length, 0, kReadAhead);
 }
 
 void VokTextReader::CheckCursor() const {

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <limits>
 #include <random>
@@ -30,6 +32,37 @@ TEST(NumberScan, FloatsAsTheCLocaleReadsThem) {
     EXPECT_EQ(ScanFloat("1e+"), 1.0f);
     EXPECT_EQ(ScanFloat("1.5.5"), 1.5f);
     EXPECT_TRUE(std::signbit(ScanFloat("-0")));
+}
+
+TEST(NumberScan, EveryShapeOfNumberIsRoundedCorrectly) {
+    std::mt19937 random(4);
+    for (int round = 0; round < 300000; ++round) {
+        std::string text = random() % 2 != 0 ? "-" : "";
+        for (std::size_t i = random() % 10 + 1; i != 0; --i) text += "0123456789"[random() % 10];
+        if (random() % 4 != 0) {
+            text += '.';
+            for (std::size_t i = random() % 10; i != 0; --i) text += "0123456789"[random() % 10];
+        }
+        if (random() % 2 != 0) text += "e" + std::to_string(static_cast<int>(random() % 60) - 30);
+        const float value = ScanFloat(text);
+        EXPECT_EQ(std::bit_cast<std::uint32_t>(value),
+                  std::bit_cast<std::uint32_t>(std::strtof(text.c_str(), nullptr)))
+            << text;
+    }
+}
+
+TEST(NumberScan, NumbersBetweenTwoFloatsGoToTheRightOne) {
+    std::mt19937 random(5);
+    for (int round = 0; round < 100000; ++round) {
+        // Half a step above a whole float, and a little to either side of it.
+        const std::uint64_t middle = (std::uint64_t{1} << 24 | random() % (1u << 24)) * 2 + 1;
+        for (const char* fraction : {"", ".0", ".000001", ".5"}) {
+            const std::string above = std::to_string(middle) + fraction;
+            EXPECT_EQ(ScanFloat(above), std::strtof(above.c_str(), nullptr)) << above;
+            const std::string below = std::to_string(middle - 1) + ".999999";
+            EXPECT_EQ(ScanFloat(below), std::strtof(below.c_str(), nullptr)) << below;
+        }
+    }
 }
 
 TEST(NumberScan, HexadecimalFloats) {

@@ -73,4 +73,5 @@ class VokAttributes {
     static void Free(Entry& entry);
 
     std::vector<Entry> entries;
+    bool ownsTexts = false;  // some of them
 };
