@@ -93,8 +93,10 @@ void PushParser::Stop() {
 
 int PushParser::Push(const char* bytes, std::size_t size, bool last) {
     // A name takes a byte of the text at least.
-    isNearNameLimit =
-        CountNames() + size + (context->input->end - context->input->cur) > kMostNames;
+    const xmlParserInput* const input = context->input;
+    const std::size_t unread =
+        input != nullptr ? static_cast<std::size_t>(input->end - input->cur) : 0;
+    isNearNameLimit = CountNames() + unread + size > kMostNames;
     const int code = xmlParseChunk(context.get(), bytes, static_cast<int>(size), last ? 1 : 0);
     if (failure) std::rethrow_exception(std::exchange(failure, nullptr));
     memory.Check();
@@ -104,7 +106,8 @@ int PushParser::Push(const char* bytes, std::size_t size, bool last) {
 
 bool PushParser::PassText(const char* bytes, std::size_t size, const TextExtent& extent) {
     xmlParserInputPtr const input = context->input;
-    if (depth == 0 || context->instate != XML_PARSER_CONTENT || input->cur != input->end)
+    if (depth == 0 || input == nullptr || context->instate != XML_PARSER_CONTENT ||
+        input->cur != input->end)
         return false;
     input->consumed += static_cast<unsigned long>(size);
     input->line += static_cast<int>(extent.lines);
