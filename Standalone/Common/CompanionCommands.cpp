@@ -17,6 +17,8 @@ CompanionCommands::CompanionCommands(const std::string& name, const std::string&
     : program(name),
       seeHelp("Run " + name + " --help for more information.\n"),
       app(name + " " + words, name) {
+    // A word that begins with a slash is the name of a file on every system.
+    app.allow_windows_style_options(false);
     app.set_version_flag("--version", program + " " + kVokLibVersion);
     app.failure_message([this](const CLI::App*, const CLI::Error& error) {
         return program + ": " + error.what() + "\n" + seeHelp;

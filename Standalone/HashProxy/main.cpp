@@ -27,6 +27,7 @@ constexpr char kVariables[] =
 int main(int argc, char** argv) {
     Platform::PrepareStandardStreams();
     CLI::App app(kAbout, "QelHashProxy.exe");
+    app.allow_windows_style_options(false);
     app.set_version_flag("--version", kVersion);
     app.footer(kVariables);
     try {

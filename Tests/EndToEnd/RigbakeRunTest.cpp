@@ -1,4 +1,5 @@
 #include "EndToEnd/ProgramRun.h"
+#include "Support/ThisSystem.h"
 
 #include <gtest/gtest.h>
 
@@ -30,8 +31,7 @@ TEST(RigbakeRun, OneJointBecomesAFileOf120Bytes) {
     folder.WriteFile("scene.qeli", OneJointDocument());
     const ProgramResult run = folder.Rigbake({"-in", "scene.qeli", "-out", "rig.bin"});
     EXPECT_EQ(run.status, 0);
-    EXPECT_EQ(run.output,
-              "QEL SDK version 1.28.3: " + std::string(RIGBAKE_PROGRAMS) + "/rigbake\n");
+    EXPECT_EQ(run.output, "QEL SDK version 1.28.3: " + BuiltProgram("rigbake") + "\n");
     EXPECT_EQ(run.errors, "");
     ExpectOneJointFile(folder.ReadFile("rig.bin"));
 }
@@ -204,7 +204,8 @@ TEST(RigbakeRun, TheLogHoldsTheHandlersLinesAndNeitherTheBannerNorTheLastLine) {
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(WithoutBanner(run.output),
               "Error: 1100 No skeleton found : scene.qeli\nError: Tool encountered errors\n");
-    EXPECT_EQ(folder.ReadFile("run.log"), "Error: 1100 No skeleton found : scene.qeli\n");
+    EXPECT_EQ(WithLineFeeds(folder.ReadFile("run.log")),
+              "Error: 1100 No skeleton found : scene.qeli\n");
 }
 
 TEST(RigbakeRun, WarningsStandAheadOfErrorsInTheReportAndInTheLog) {
@@ -220,7 +221,7 @@ TEST(RigbakeRun, WarningsStandAheadOfErrorsInTheReportAndInTheLog) {
         "scene.qeli\n";
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(WithoutBanner(run.output), report + "Error: Tool encountered errors\n");
-    EXPECT_EQ(folder.ReadFile("run.log"), report);
+    EXPECT_EQ(WithLineFeeds(folder.ReadFile("run.log")), report);
 }
 
 TEST(RigbakeRun, ARunThatStopsBeforeItsStagesLeavesNoLog) {
@@ -274,7 +275,7 @@ TEST(RigbakeRun, AFileInTheWayOfAFolderIsNamed) {
     EXPECT_EQ(below.status, 1);
     EXPECT_EQ(MaskPlaces(WithoutBanner(below.output)),
               "Error: 2 An internal error occurred; Cannot create folder '" +
-                  (folder.GetPath() / "taken").string() +
+                  WithSeparators(folder.Path("taken")) +
                   "' since a file of that name already exists : scene.qeli <PLACE>\n"
                   "Error: Tool encountered errors\n");
 }
@@ -314,6 +315,7 @@ TEST(RigbakeRun, AClosedOrFullStandardOutputDoesNotChangeTheRun) {
 }
 
 TEST(RigbakeRun, AConfiguredHashServerWithoutAProxyFailsAtLocation58) {
+    if (kIsWindows) GTEST_SKIP() << "the proxy beside the tool is found wherever PATH leads";
     RunFolder folder;
     folder.WriteFile("scene.qeli", OneJointDocument());
     const ProgramResult run =
