@@ -4,7 +4,8 @@
 namespace Platform {
 
 void OpenForShowing(const std::string& path) {
-    StartDetached({"xdg-open", path});
+    // A machine without a desktop has nothing to show files with, and nobody waits for it.
+    static_cast<void>(StartDetached({"xdg-open", path}));
 }
 
 }  // namespace Platform

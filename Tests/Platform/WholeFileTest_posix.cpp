@@ -97,14 +97,14 @@ TEST(WholeFile, AWritableFileInAFolderThatTakesNoOtherIsWrittenInPlace) {
     int tooLarge = -1;
     {
         const OrdinaryUser user;
-        error = Save(out, "new");
         const SmallFiles small(1000);
-        tooLarge = Save(out, std::string(5000, 'x'));
+        error = Save(out, std::string(1000, 'n'));
+        tooLarge = Save(out, std::string(1001, 'x'));
     }
     chmod(folder.Path().c_str(), 0755);
     EXPECT_EQ(error, 0);
     EXPECT_EQ(tooLarge, EFBIG);
-    EXPECT_EQ(folder.ReadFile("out"), "new");
+    EXPECT_EQ(folder.ReadFile("out"), std::string(1000, 'n'));
     struct stat after {};
     stat(out.c_str(), &after);
     EXPECT_EQ(before.st_ino, after.st_ino);

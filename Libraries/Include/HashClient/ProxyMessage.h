@@ -35,8 +35,8 @@ std::uint32_t ReplyId(std::span<const char> reply);
 /// Reads a reply of id kAddStringReply. `other` is the colliding string, which ends at the latest
 /// with the message, and without data when there is no collision. False when the reply is
 /// malformed.
-bool ReadAddStringReply(std::span<const char> reply, std::uint32_t& hash,
-                        std::span<const char>& other);
+[[nodiscard]] bool ReadAddStringReply(std::span<const char> reply, std::uint32_t& hash,
+                                      std::span<const char>& other);
 
 /// The proxy's side.
 

@@ -18,6 +18,6 @@ bool GrantsWrite(const std::string& path);
 
 /// Adds the owner's read and write permission to a file and leaves the other permissions alone. 0
 /// when that worked, else the system's error number; ENOENT when there is no such file.
-int MakeOwnerWritable(const std::string& path);
+[[nodiscard]] int MakeOwnerWritable(const std::string& path);
 
 }  // namespace Platform

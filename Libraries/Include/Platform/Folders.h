@@ -13,6 +13,6 @@ bool IsRegularFile(const std::string& path);
 /// Creates a folder with all of its missing parents, with the permissions that the user's mask
 /// leaves. A folder that is there already, or that somebody else makes in the meantime, is fine.
 /// False when the folder is not there in the end.
-bool CreateFolders(const std::string& path);
+[[nodiscard]] bool CreateFolders(const std::string& path);
 
 }  // namespace Platform

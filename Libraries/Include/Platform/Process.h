@@ -14,11 +14,11 @@ using Command = std::vector<std::string>;
 /// Starts a program that lives on by itself, in a session of its own, with the null device on its
 /// standard streams and this process's environment and folder. 0 when it was started, else the
 /// system's error number: ENOENT at once when there is no such program.
-int StartDetached(const Command& command);
+[[nodiscard]] int StartDetached(const Command& command);
 
 /// Runs the commands side by side, the standard output of each going to the standard input of the
 /// next, with the null device at both ends, and waits for all of them. True when the last one ended
 /// with status 0; false also when one of them could not be started.
-bool RunPipeline(const std::vector<Command>& commands);
+[[nodiscard]] bool RunPipeline(const std::vector<Command>& commands);
 
 }  // namespace Platform

@@ -21,20 +21,20 @@ class UnfinishedFile {
     /// link to either. It has the permissions (and, where the user may give it away, the owner or
     /// at least the group) of the file there; where there is none, those of any new file of the
     /// user.
-    int CreateBeside(const std::string& path);
+    [[nodiscard]] int CreateBeside(const std::string& path);
     /// Starts an empty file for the user alone in the folder for temporary files.
-    int CreateTemporary();
+    [[nodiscard]] int CreateTemporary();
 
     /// By this name this process can open the file while it is unfinished.
     const std::string& GetName() const;
 
     /// Appends.
-    int Write(const char* bytes, std::size_t size);
+    [[nodiscard]] int Write(const char* bytes, std::size_t size);
 
     /// Puts what was written on the disk and gives it the name of CreateBeside's file in one step:
     /// there is no moment at which that names nothing or something incomplete. A link goes on
     /// leading there. When it fails, the file there stays as it is and this one is gone.
-    int Publish();
+    [[nodiscard]] int Publish();
 
   private:
     struct File;

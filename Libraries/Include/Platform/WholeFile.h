@@ -18,11 +18,11 @@ class WholeFile {
 
     /// 0 when the file at `path`, there or not, can be opened for writing, else the system's error
     /// number. Changes nothing there; waits for the reader of a named pipe.
-    int Open(const std::string& path);
+    [[nodiscard]] int Open(const std::string& path);
 
     /// Makes these bytes the whole content, once. 0, or the system's error number: a file that is
     /// replaced is then as it was, one that is written in place may be not.
-    int Save(const char* bytes, std::size_t size);
+    [[nodiscard]] int Save(const char* bytes, std::size_t size);
 
   private:
     struct Target;

@@ -103,6 +103,9 @@ TEST(NumberScan, FloatsBeyondTheRange) {
     EXPECT_EQ(ScanFloat("0e999"), 0.0f);
     EXPECT_EQ(ScanFloat("1" + std::string(400, '0')), kInfinity);
     EXPECT_EQ(ScanFloat("0." + std::string(400, '0') + "1"), 0.0f);
+    // The zeros behind the point weigh against the exponent.
+    EXPECT_EQ(ScanFloat("0." + std::string(400, '0') + "1e300"), 0.0f);
+    EXPECT_EQ(ScanFloat("0." + std::string(400, '0') + "1e500"), kInfinity);
     EXPECT_EQ(ScanFloat("1" + std::string(400, '0') + "e-400"), 1.0f);
 }
 

@@ -1,3 +1,5 @@
+#include "CommandLine/CommandLineValue.h"
+
 #include <VoktFramework/CommandLine/VoktCommandLineSyntax.h>
 #include <gtest/gtest.h>
 
@@ -7,6 +9,7 @@
 
 #include "Support/OrdinaryUser.h"
 #include "Support/TemporaryFolder.h"
+#include "Support/ThrownText.h"
 #include "VoktFramework/CommandLine/CommandLineTestTools.h"
 
 using namespace CommandLineTest;
@@ -68,4 +71,13 @@ TEST(CommandLineValues, TextsAreTakenAsTheyStand) {
     VoktCommandLineSyntax syntax = OneFlag(Kind::String);
     Parse(syntax, {"-f", " \xE4\xFF\t\"x\" "});
     EXPECT_EQ(ValueOf(syntax, "-f"), " \xE4\xFF\t\"x\" ");
+}
+
+TEST(CommandLineValues, AUsageBelowZeroIsNoneAndOneThatWasNotGivenIsTheDefault) {
+    VoktCommandLineArgument argument;
+    argument.defaultValue = "default";
+    EXPECT_EQ(CommandLineValue::Read(argument, 0), "default");
+    EXPECT_EQ(
+        ThrownText<VoktCommandLineSyntax::Exception>([&] { CommandLineValue::Read(argument, -1); }),
+        "Flag usage index -1 is out of range. Please submit a bug report.");
 }

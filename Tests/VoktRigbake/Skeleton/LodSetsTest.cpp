@@ -55,7 +55,8 @@ TEST(LodSets, MemberThatWasDeletedIsRefused) {
     TestScene scene(kScene + Set("skelLodSet1", {"||root|a"}));
     VokJoint* root = scene.Joint("root");
     root->DeleteChild(scene.Joint("a"));
-    EXPECT_EQ(FailureText([&] { BuildSkeleton(scene.World(), {root}, false, nullptr); }),
+    EXPECT_EQ(FailureText(
+                  [&] { static_cast<void>(BuildSkeleton(scene.World(), {root}, false, nullptr)); }),
               "Can't get object from path in set {|skelLodSet1}");
 }
 

@@ -10,7 +10,7 @@ using Components = std::array<float, 4>;
 /// One sample of the curve to fit.
 class CurveSample {
   public:
-    float time = 0;
+    float time = 0;  ///< in whatever the tangents are derivatives by
     bool soft = false;
     bool positionContinuous = true;
     bool tangentContinuous = true;

@@ -21,6 +21,5 @@ struct ProceduralOptions {
 ///
 /// Null when there is nothing. Throws a QelTools Exception or a VokException for relations that
 /// have no order, and what DrivenKeys and JointConstraints throw.
-std::unique_ptr<ProceduralJoints> BuildProceduralJoints(const ProceduralOptions& options,
-                                                        VokWorld& world,
-                                                        const SkeletonData& skeleton);
+[[nodiscard]] std::unique_ptr<ProceduralJoints> BuildProceduralJoints(
+    const ProceduralOptions& options, VokWorld& world, const SkeletonData& skeleton);

@@ -23,6 +23,7 @@ inline constexpr std::size_t kMaxLodRows = 65536;
 ///
 /// Null when there are no roots. Throws a VokException for a scene whose joints make no skeleton,
 /// and what the hash registry throws.
-std::unique_ptr<SkeletonData> BuildSkeleton(const VokWorld& world,
-                                            const std::vector<VokJoint*>& roots, bool verbose,
-                                            const VoktObjFilter* filter);
+[[nodiscard]] std::unique_ptr<SkeletonData> BuildSkeleton(const VokWorld& world,
+                                                          const std::vector<VokJoint*>& roots,
+                                                          bool verbose,
+                                                          const VoktObjFilter* filter);

@@ -13,8 +13,8 @@ class VokJoint;
 /// SkeletonData::joints; -1 is none.
 struct SkeletonJoint {
     const VokJoint* joint = nullptr;  ///< the scene's, not owned
-    VokQuaternion rotation;
-    VokVector4 translation;  ///< the fourth element is 0, as that of the scale
+    VokQuaternion rotation;           ///< joint orient, own rotation and rotation axis in one
+    VokVector4 translation;  ///< in the scene's unit; the fourth element is 0, as that of the scale
     VokVector4 scale;
     std::uint32_t nameHash = 0;  ///< of the lower-cased name without namespaces
     std::int32_t index = -1;

@@ -29,9 +29,9 @@ class VokAnimChannel : public VokElement<VokAnimChannel, VokObj> {
     unsigned GetKeyStride() const { return keyStride; }
     void SetKeyStride(unsigned stride);
 
-    /// The time of a Timestep channel's last sample; for another kind throws "Anim type must be
-    /// time step to use the time step" when read and "Anim type must be time step to use the
-    /// duration" when set.
+    /// The time of a Timestep channel's last sample, in seconds; for another kind throws "Anim type
+    /// must be time step to use the time step" when read and "Anim type must be time step to use
+    /// the duration" when set.
     float GetDuration() const;
     void SetDuration(float time);
 
@@ -39,10 +39,10 @@ class VokAnimChannel : public VokElement<VokAnimChannel, VokObj> {
     AnimInterp interp = AnimInterp::Timestep;
     unsigned numKeys = 0;
     bool hasTimeOffset = false;
-    float timeOffset = 0;
+    float timeOffset = 0;          ///< seconds
     std::vector<float> keyValues;  ///< numKeys x stride floats, key by key
-    std::vector<float> keyTimes;   ///< numKeys floats
-    std::array<std::vector<float>, 2> tangents;
+    std::vector<float> keyTimes;   ///< numKeys seconds, or values of what drives the channel
+    std::array<std::vector<float>, 2> tangents;  ///< derivatives by what the key times count
 
   private:
     static void ReadAnimData(VokAnimChannel& channel, VokParse& parse);
@@ -51,6 +51,6 @@ class VokAnimChannel : public VokElement<VokAnimChannel, VokObj> {
     long long GetValueCount() const { return static_cast<long long>(numKeys) * keyStride; }
 
     unsigned keyStride = 1;
-    float duration = 0;
+    float duration = 0;         // seconds
     unsigned tangentIndex = 0;  // of the tangents element to be read next
 };

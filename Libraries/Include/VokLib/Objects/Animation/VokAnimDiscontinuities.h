@@ -18,7 +18,7 @@ class VokAnimDiscontinuities : public VokElement<VokAnimDiscontinuities, VokObj>
 
     struct Discontinuity {
         Kind kind;
-        float time;
+        float time;  ///< seconds
         std::span<const float>
             before;  ///< GetComponentCount() floats; zeros unless a step gives them
         std::span<const float> after;

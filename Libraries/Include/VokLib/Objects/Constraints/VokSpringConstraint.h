@@ -8,7 +8,7 @@ class VokSpringConstraint : public VokElement<VokSpringConstraint, VokConstraint
     static constexpr std::string_view kElementName = "springConstraint";
     static std::span<const VokChildElement<VokSpringConstraint>> ChildElements();
 
-    float stiffness = 0;
-    float restLength = 0;
-    float damping = 0;
+    float stiffness = 0;   ///< force for each length, in the scene's units
+    float restLength = 0;  ///< at which the spring gives no force
+    float damping = 0;     ///< force for each length a second
 };

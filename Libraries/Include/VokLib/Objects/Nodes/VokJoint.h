@@ -28,6 +28,6 @@ class VokJoint : public VokElement<VokJoint, VokNode> {
     std::array<bool, 3> freedoms{true, true, true};
     std::array<bool, 3> hasMinimum{};
     std::array<bool, 3> hasMaximum{};
-    VokVector3 minimumRotation;
-    VokVector3 maximumRotation;
+    VokVector3 minimumRotation;  ///< radians, of the axes that have one
+    VokVector3 maximumRotation;  ///< radians, of the axes that have one
 };

@@ -9,6 +9,6 @@ class VokRigidBody : public VokElement<VokRigidBody, VokObj> {
     static constexpr std::string_view kElementName = "rigidBody";
     static std::span<const VokChildElement<VokRigidBody>> ChildElements();
 
-    float mass = 0;
+    float mass = 0;  ///< in whatever unit the simulation counts
     VokObjLinkHandle geometry{this};
 };

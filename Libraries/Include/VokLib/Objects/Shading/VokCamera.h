@@ -2,7 +2,7 @@
 
 #include <VokLib/Document/VokElement.h>
 
-/// A camera.
+/// A camera. Lengths are in the scene's unit, what belongs to the lens and the film in metres.
 class VokCamera : public VokElement<VokCamera, VokObj> {
   public:
     static constexpr std::string_view kElementName = "camera";
@@ -10,9 +10,9 @@ class VokCamera : public VokElement<VokCamera, VokObj> {
 
     float nearClipPlane = 0;
     float farClipPlane = 0;
-    float focalLength = 0;
-    float verticalFilmAperture = 0;
-    float horizontalFilmAperture = 0;
+    float focalLength = 0;             ///< metres
+    float verticalFilmAperture = 0;    ///< metres
+    float horizontalFilmAperture = 0;  ///< metres
     bool orthographic = false;
     float orthographicWidth = 0;
 };

@@ -21,5 +21,5 @@ class VokTexture : public VokElement<VokTexture, VokObj> {
     bool wrapV = true;
     float repeatU = 1;
     float repeatV = 1;
-    float rotationAngle = 0;
+    float rotationAngle = 0;  ///< radians
 };
