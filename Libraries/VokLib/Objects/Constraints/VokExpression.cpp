@@ -59,7 +59,6 @@ void VokExpression::ParseEndTag(VokParse& parse) {
     }
     // The end of a foreign element goes to the base as a start, with the attributes of the last
     // start tag, and nothing takes the depth back: whatever stands behind such an element in an
-    // expression is foreign, too. A kinder reading would
-    // load what other readers of the format refuse.
-    VokObj::ParseStartTag(parse);
+    // expression is foreign, too. A kinder reading would load what other readers refuse.
+    VokObj::ParseStartTag(parse);  // NOLINT(bugprone-parent-virtual-call)
 }
