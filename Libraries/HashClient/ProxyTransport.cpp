@@ -4,8 +4,6 @@
 #include <Platform/Process.h>
 #include <Platform/WaitableTimer.h>
 
-#include <cerrno>
-
 namespace {
 
 constexpr char kTimer[] = "ProxyConnectionTimer";
@@ -37,7 +35,7 @@ class SystemTransport : public ProxyTransport {
             pipe.Transact(request, reply, kPatienceMilliseconds, received, error);
         // What a late proxy still sends must not be taken for the answer to a later request, and a
         // second wait would only keep the build.
-        if (error == ETIMEDOUT) pipe.Close();
+        if (error == Platform::kNoReplyInTime) pipe.Close();
         return outcome;
     }
 

@@ -62,7 +62,8 @@ class MessagePipeServer::Pipes {
 };
 
 MessagePipeServer::Pipes::~Pipes() {
-    for (auto& [client, instance] : instances) CancelIo(instance.pipe.Get());
+    // Whichever thread began it.
+    for (auto& [client, instance] : instances) CancelIoEx(instance.pipe.Get(), &instance.operation);
     for (auto& [client, instance] : instances) {
         DWORD size = 0;
         if (instance.doing != Instance::Doing::Nothing)
@@ -112,6 +113,7 @@ DWORD MessagePipeServer::Pipes::AddInstance(DWORD flags) {
     if (!ConnectNamedPipe(pipe, &instance.operation) && GetLastError() != ERROR_IO_PENDING) {
         // The client was quicker, or has even left again; the system will tell no completion.
         instance.isDisconnected = GetLastError() != ERROR_PIPE_CONNECTED;
+        instance.operation = {};  // Nothing is under way in it.
         PostQueuedCompletionStatus(port.Get(), 0, static_cast<ULONG_PTR>(client),
                                    &instance.operation);
     }
@@ -167,6 +169,8 @@ std::optional<MessagePipeServer::Message> MessagePipeServer::Pipes::Completed(Cl
     const Instance::Doing done = std::exchange(instance.doing, Instance::Doing::Nothing);
     if (done == Instance::Doing::Connecting) isListening = false;
     if (!worked || instance.isDisconnected) {
+        // A client that sent too much learns that it was hung up on, not that the pipe broke.
+        DisconnectNamedPipe(instance.pipe.Get());
         instances.erase(client);
         return std::nullopt;
     }

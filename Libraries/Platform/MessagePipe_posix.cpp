@@ -130,6 +130,8 @@ void Pause(int milliseconds) {
 
 }  // namespace
 
+const std::uint32_t kNoReplyInTime = ETIMEDOUT;
+
 std::uint32_t MessagePipe::Open(const PipeAddress& address) {
     OwnedDescriptor folder;
     if (const std::uint32_t error = OpenRuntimeFolder(address, false, folder); error != 0)

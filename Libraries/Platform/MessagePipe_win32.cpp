@@ -1,5 +1,7 @@
 #include <Platform/MessagePipe.h>
 
+#include "OwnedHandle_win32.h"
+
 #include <windows.h>
 
 namespace Platform {
@@ -25,11 +27,25 @@ PipeExchange Judge(DWORD error) {
     }
 }
 
+/// Waits for the end of what was begun, at most `patience` milliseconds. The system may write into
+/// its buffers until it has ended, also when it is cancelled.
+DWORD Await(HANDLE pipe, OVERLAPPED& operation, int patience, DWORD& count) {
+    const bool isLate =
+        WaitForSingleObject(operation.hEvent, static_cast<DWORD>(patience)) != WAIT_OBJECT_0;
+    if (isLate) CancelIoEx(pipe, &operation);
+    if (GetOverlappedResult(pipe, &operation, &count, TRUE)) return 0;
+    const DWORD error = GetLastError();
+    return isLate && error == ERROR_OPERATION_ABORTED ? kNoReplyInTime : error;
+}
+
 }  // namespace
 
+const std::uint32_t kNoReplyInTime = ERROR_SEM_TIMEOUT;
+
 std::uint32_t MessagePipe::Open(const PipeAddress& address) {
-    const HANDLE opened = CreateFileA(PipePath(address).c_str(), GENERIC_READ | GENERIC_WRITE,
-                                      FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    const HANDLE opened =
+        CreateFileA(PipePath(address).c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ,
+                    nullptr, OPEN_EXISTING, FILE_FLAG_OVERLAPPED, nullptr);
     if (opened == INVALID_HANDLE_VALUE) return GetLastError();
     handle = reinterpret_cast<std::intptr_t>(opened);
     return 0;
@@ -46,20 +62,21 @@ std::uint32_t MessagePipe::SetMessageMode() {
                                                                                 : GetLastError();
 }
 
-// The system knows no limit for such an exchange: it lasts as long as the pipe.
-PipeExchange MessagePipe::Transact(std::span<const char> request, std::span<char> reply, int,
-                                   std::size_t& received, std::uint32_t& error) {
+PipeExchange MessagePipe::Transact(std::span<const char> request, std::span<char> reply,
+                                   int patience, std::size_t& received, std::uint32_t& error) {
     received = 0;
-    error = 0;
+    const OwnedHandle done(CreateEventA(nullptr, TRUE, FALSE, nullptr));
+    OVERLAPPED operation{};
+    operation.hEvent = done.Get();
     DWORD count = 0;
-    if (TransactNamedPipe(PipeHandle(handle), const_cast<char*>(request.data()),
-                          static_cast<DWORD>(request.size()), reply.data(),
-                          static_cast<DWORD>(reply.size()), &count, nullptr)) {
-        received = count;
-        return PipeExchange::Done;
-    }
-    error = GetLastError();
-    return Judge(error);
+    const bool isDone = TransactNamedPipe(PipeHandle(handle), const_cast<char*>(request.data()),
+                                          static_cast<DWORD>(request.size()), reply.data(),
+                                          static_cast<DWORD>(reply.size()), &count, &operation);
+    error = isDone ? 0 : GetLastError();
+    if (error == ERROR_IO_PENDING) error = Await(PipeHandle(handle), operation, patience, count);
+    if (error != 0) return Judge(error);
+    received = count;
+    return PipeExchange::Done;
 }
 
 std::uint32_t WaitForPipe(const PipeAddress& address, std::uint32_t, int milliseconds) {

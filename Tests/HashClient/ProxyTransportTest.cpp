@@ -7,6 +7,7 @@
 
 #include "HashProxy/ProxyFolder.h"
 #include "HashProxy/ScriptedProxy.h"
+#include "Support/ThisSystem.h"
 
 namespace {
 
@@ -71,7 +72,7 @@ TEST_F(ProxyTransport, OneThatHangsUpInsteadOfAnsweringIsAskedFiveTimes) {
     ASSERT_EQ(QelHashClient::SetApplicationName("app"), QelHashResult::Ok);
     EXPECT_EQ(Add(), QelHashResult::ProxyError);
     EXPECT_EQ(proxy->Requests(), Strings(5, kRequest));
-    ExpectFailure(262, ENOTCONN);
+    ExpectFailure(262, kPipeIsNotConnected);
 }
 
 TEST_F(ProxyTransport, OneThatHangsUpOnceIsAskedAgain) {
@@ -118,7 +119,7 @@ TEST_F(ProxyTransport, AReplyThatIsTooLongIsAnErrorAtOnce) {
     ASSERT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
     EXPECT_EQ(Add(), QelHashResult::ProxyError);
     EXPECT_EQ(proxy->Requests().size(), 1u);
-    ExpectFailure(254, EMSGSIZE);
+    ExpectFailure(254, kPipeMessageIsTooLong);
 }
 
 TEST_F(ProxyTransport, ALateAnswerIsAwaited) {
@@ -151,7 +152,7 @@ TEST_F(ProxyTransport, OneThatNeverListensIsGivenUpAfterTwoSeconds) {
     ExpectFailure(141, ENOENT);
     EXPECT_EQ(QelHashClient::Initialise(), QelHashResult::AlreadyInitialised);
     EXPECT_EQ(Add(), QelHashResult::ProxyError);
-    ExpectFailure(254, EBADF);
+    ExpectFailure(254, kPipeIsNotOpen);
     EXPECT_EQ(QelHashClient::Shutdown(), QelHashResult::ProxyError);
     EXPECT_EQ(QelHashClient::Shutdown(), QelHashResult::Ok);
 }

@@ -37,7 +37,7 @@ std::string Rows(Database& database, const std::string& statements, int columns)
 
 TEST(RegistryGuide, ItsStatementsDoWhatItSays) {
     const ProxyFolder folder;
-    const ScopedEnvironment user("USER", "me");
+    const ScopedEnvironment user(kUserVariable, "me");
     const std::string file = folder.Path("registry.sqlite");
     {
         Registry registry(file);

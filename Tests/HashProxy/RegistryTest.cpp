@@ -89,7 +89,7 @@ TEST_F(RegistryTest, StringsStayForTheNextProcess) {
 }
 
 TEST_F(RegistryTest, WhoBroughtAStringFirstStandsBesideIt) {
-    const ScopedEnvironment user("USER", "somebody");
+    const ScopedEnvironment user(kUserVariable, "somebody");
     Registry registry(file);
     Add(registry,
         "h\xFC"
@@ -174,6 +174,7 @@ TEST_F(RegistryTest, WhatSomebodyElseWroteIsShownAsFarAsItGoes) {
 }
 
 TEST_F(RegistryTest, ARemovedFileIsReplacedByANewOne) {
+    if (kIsWindows) GTEST_SKIP() << "this system lets nobody remove a file that is open";
     const auto [one, two] = CollidingNames();
     Registry registry(file);
     EXPECT_FALSE(Add(registry, one).other.has_value());

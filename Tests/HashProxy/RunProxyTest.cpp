@@ -11,6 +11,16 @@
 using namespace std::string_literals;
 using Platform::MessagePipe;
 
+namespace {
+
+constexpr std::uint32_t kPipeBroke = 109;
+
+std::string LogText(const std::string& file) {
+    return WithLineFeeds(ProxyFolder::Content(file));
+}
+
+}  // namespace
+
 TEST_F(RunProxy, AnswersByteForByte) {
     Start();
     const auto pipe = Connected();
@@ -70,7 +80,7 @@ TEST_F(RunProxy, AStringOfTheDatabaseThatNoAnswerHoldsIsToldAsTheReason) {
         Ask(*pipe,
             "\0\0\0\0\x29\0\0\0\x10\0\0\0\x10\0\0\0\x0E\0\0\0\x10\0\0\0app\0r\0joint\0hips\0"s),
         "gone");
-    EXPECT_NE(ProxyFolder::Content(folder.Path("log"))
+    EXPECT_NE(LogText(folder.Path("log"))
                   .find("): The hash registry's database: a string is too long for an answer\n\n"),
               std::string::npos);
 }
@@ -120,7 +130,7 @@ TEST_F(RunProxy, OneThatEndsInsteadOfAnsweringIsReplaced) {
 TEST_F(RunProxy, AKilledProxyLosesNoAnsweredString) {
     ASSERT_EQ(QelHashClient::Initialise(), QelHashResult::Ok);
     std::atomic<bool> done = false;
-    std::thread killer([&] {
+    std::jthread killer([&] {
         // A request is tried five times, whatever comes between.
         for (int i = 0; i < 4; ++i) {
             std::this_thread::sleep_for(std::chrono::milliseconds(15));
@@ -134,7 +144,12 @@ TEST_F(RunProxy, AKilledProxyLosesNoAnsweredString) {
     std::vector<std::string> answered;
     while (!done || answered.size() < 100) {
         const std::string name = "name" + std::to_string(answered.size());
-        ASSERT_EQ(Add(name), QelHashResult::Ok) << name;
+        QelHashResult result = Add(name);
+        // Where the system says that the pipe broke in the midst of it, a request ends at once.
+        while (kIsWindows && result == QelHashResult::ProxyError &&
+               QelHashClient::GetFailureError() == kPipeBroke)
+            result = Add(name);
+        ASSERT_EQ(result, QelHashResult::Ok) << name;
         answered.push_back(name);
     }
     killer.join();
@@ -159,7 +174,7 @@ TEST_F(RunProxy, AProxyThatIsGoneForGoodEndsTheRequest) {
     ProxyFolder::Kill(folder.Server());
     EXPECT_EQ(Add("spine"), QelHashResult::ProxyError);
     EXPECT_EQ(QelHashClient::GetFailureLocation(), 254);
-    EXPECT_EQ(QelHashClient::GetFailureError(), 9u);
+    EXPECT_EQ(QelHashClient::GetFailureError(), kPipeIsNotOpen);
 }
 
 TEST_F(RunProxy, EndsWhenNobodyNeedsItAndNotBefore) {
@@ -185,7 +200,7 @@ TEST_F(RunProxy, ARelativeLogStandsWhereTheProxyWasStarted) {
     Start();
     std::filesystem::current_path(before);
     EXPECT_EQ(Ask(*Connected(), "nonsense"), "gone");
-    const std::string log = ProxyFolder::Content(folder.Path("start/log"));
+    const std::string log = LogText(folder.Path("start/log"));
     EXPECT_NE(log.find("): A client was disconnected: its request is malformed\n\n"),
               std::string::npos);
     EXPECT_FALSE(std::filesystem::exists(folder.Path("data/log")));
@@ -212,7 +227,7 @@ TEST_F(RunProxy, TheDatabaseStandsInTheUsersDataFolderByDefault) {
     environment.Set(kIsWindows ? "LOCALAPPDATA" : "XDG_DATA_HOME", folder.Path("home"));
     environment.Set("QEL_HASH_DATABASE", "");
     Start();
-    const auto pipe = Connected();
+    EXPECT_EQ(Ask(*Connected(), kGoodbye).size(), 8u);
     EXPECT_TRUE(std::filesystem::exists(folder.Path("home/QelHashProxy/registry.sqlite")));
 }
 
@@ -222,12 +237,11 @@ TEST_F(RunProxy, ADatabaseThatCannotBeUsedIsToldAndNoToolIsLetIn) {
               "QelHashProxy: The hash registry's database: unable to open database file\n 1\n");
     EXPECT_FALSE(std::filesystem::exists(folder.Path("QelHashProxy_pipe")));
     folder.WriteFile("out", "");
-    EXPECT_EQ(
-        Run({{"QEL_HASH_DATABASE", folder.Path("out/file")},
-             {"QEL_HASH_PROXY_DEBUG_MODE", "file:" + log}}),
-        "QelHashProxy: The database's folder cannot be made: " + folder.Path("out") + "\n 1\n");
-    EXPECT_NE(ProxyFolder::Content(log).find(
-                  "): The database's folder cannot be made: " + folder.Path("out") + "\n\n"),
+    const std::string outFile = WithSeparators(folder.Path("out"));
+    EXPECT_EQ(Run({{"QEL_HASH_DATABASE", folder.Path("out/file")},
+                   {"QEL_HASH_PROXY_DEBUG_MODE", "file:" + log}}),
+              "QelHashProxy: The database's folder cannot be made: " + outFile + "\n 1\n");
+    EXPECT_NE(LogText(log).find("): The database's folder cannot be made: " + outFile + "\n\n"),
               std::string::npos);
     EXPECT_EQ(
         Run({{"HOME", ""}, {"LOCALAPPDATA", ""}, {"XDG_DATA_HOME", ""}, {"QEL_HASH_DATABASE", ""}}),

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <array>
 #include <chrono>
 #include <functional>
 #include <thread>
@@ -97,6 +98,17 @@ TEST_F(MessagePipeTest, AReplyThatDoesNotFitFails) {
     EXPECT_EQ(error, static_cast<std::uint32_t>(ERROR_MORE_DATA));
     EXPECT_EQ(received, 0u);
     answer.join();
+}
+
+TEST_F(MessagePipeTest, AServerThatNeverAnswersIsGivenUp) {
+    const RawPipe server;
+    OpenWithMessages();
+    std::array<char, 16> room{};
+    const auto begin = std::chrono::steady_clock::now();
+    EXPECT_EQ(pipe.Transact(std::string("a"), room, 100, received, error), PipeExchange::Failed);
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(80));
+    EXPECT_EQ(error, Platform::kNoReplyInTime);
+    EXPECT_EQ(received, 0u);
 }
 
 TEST_F(MessagePipeTest, AServerThatDisconnectsIsNotConnected) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cerrno>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 
@@ -8,6 +10,14 @@ inline constexpr bool kIsWindows = std::filesystem::path::preferred_separator !=
 
 /// What parts two folders in PATH.
 inline constexpr const char* kBetweenFolders = kIsWindows ? ";" : ":";
+
+/// The variable in which the user's name stands.
+inline constexpr const char* kUserVariable = kIsWindows ? "USERNAME" : "USER";
+
+/// This system's numbers of what befalls a pipe.
+inline constexpr std::uint32_t kPipeIsNotConnected = kIsWindows ? 233 : ENOTCONN;
+inline constexpr std::uint32_t kPipeMessageIsTooLong = kIsWindows ? 234 : EMSGSIZE;
+inline constexpr std::uint32_t kPipeIsNotOpen = kIsWindows ? 6 : EBADF;
 
 /// A path as this system writes it.
 inline std::string WithSeparators(const std::string& path) {

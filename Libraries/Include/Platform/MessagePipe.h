@@ -22,6 +22,9 @@ struct PipeAddress {
 /// to be broken: the other end is gone, or has been gone before anything was sent.
 enum class PipeExchange { Done, NotConnected, BadPipe, Failed };
 
+/// The error of an exchange to which no reply came in time.
+extern const std::uint32_t kNoReplyInTime;
+
 /// The client's end of a pipe. Child processes do not inherit it.
 class MessagePipe {
   public:
@@ -40,8 +43,8 @@ class MessagePipe {
 
     /// Sends `request` as one message and receives one into `reply`, of which `received` bytes are
     /// then filled. Fails when a message lies in the pipe that no request asked for, when the reply
-    /// is larger than `reply` (EMSGSIZE on POSIX) and, on POSIX, when no reply came within
-    /// `patience` milliseconds (ETIMEDOUT). `error` is 0 when the exchange is Done.
+    /// is larger than `reply` (EMSGSIZE on POSIX) and when no reply came within `patience`
+    /// milliseconds (kNoReplyInTime). `error` is 0 when the exchange is Done.
     PipeExchange Transact(std::span<const char> request, std::span<char> reply, int patience,
                           std::size_t& received, std::uint32_t& error);
 
