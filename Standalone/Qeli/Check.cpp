@@ -10,7 +10,7 @@
 namespace {
 
 std::string Describe(const VokDocumentVersion& version) {
-    const std::string number = "version " + version.GetNumber();
+    std::string number = "version " + version.GetNumber();
     switch (version.use) {
         case VokVersionUse::Current:
             return number;

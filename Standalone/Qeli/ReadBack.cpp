@@ -12,7 +12,8 @@
 #include <VokLib/Tree/VokWorld.h>
 
 #include <algorithm>
-#include <cstring>
+#include <bit>
+#include <cstdint>
 #include <sstream>
 #include <string_view>
 
@@ -64,6 +65,12 @@ std::string Excerpt(std::string_view text, std::size_t at) {
                       &object);
 }
 
+bool HasSameBits(const VokVector4& a, const VokVector4& b) {
+    const auto bits = [](float number) { return std::bit_cast<std::uint32_t>(number); };
+    return bits(a.x) == bits(b.x) && bits(a.y) == bits(b.y) && bits(a.z) == bits(b.z) &&
+           bits(a.w) == bits(b.w);
+}
+
 /// What a bake takes from an object although the format has no place for it: an aim constraint
 /// whose up object gives a position may have a global up vector, which is written with the others
 /// alone.
@@ -71,9 +78,7 @@ void CheckBaked(const VokObj& object, const VokObj& readBack) {
     const auto* const before = ExactCast<VokAimConstraint>(&object);
     const auto* const after = ExactCast<VokAimConstraint>(&readBack);
     if (before == nullptr || after == nullptr) return;
-    const VokVector4& up = before->globalUp;
-    const VokVector4& kept = after->globalUp;
-    if (std::memcmp(&up, &kept, sizeof up) == 0 ||
+    if (HasSameBits(before->globalUp, after->globalUp) ||
         before->upMethod != AimUpMethod::ObjectTranslation)
         return;
     ThrowVokException(

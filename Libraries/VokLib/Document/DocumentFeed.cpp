@@ -65,11 +65,12 @@ int DocumentFeed::FeedPiece(const char* bytes, std::size_t size, bool last) {
 /// Pushes what was held back and a piece, of which plain texts go past the parser.
 int DocumentFeed::PushScanned(const char* bytes, std::size_t size, bool last) {
     std::size_t pushed = 0;
+    if (!encoding.isLatin1 || !parser.PassesTexts()) return PushBehindHeld(bytes, size, last);
     for (const MarkupScanner::LongText& text : scanner.GetLongTexts()) {
         TextExtent extent;
         const char* const begin = bytes + text.begin;
         const std::size_t length = text.end - text.begin;
-        if (!encoding.isLatin1 || !IsPlainText(begin, length, extent)) continue;
+        if (!IsPlainText(begin, length, extent)) continue;
         if (const int code = PushBehindHeld(bytes + pushed, text.begin - pushed, false))
             return code;
         pushed = parser.PassText(begin, length, extent) ? text.end : text.begin;

@@ -19,6 +19,8 @@ class DocumentParser {
     virtual void IgnoreDeclaredEncoding() = 0;
     /// Returns libxml2's error code, 0 for none.
     virtual int Push(const char* bytes, std::size_t size, bool last) = 0;
+    /// Whether PassText ever takes one; pushes are not cut for it elsewhere.
+    virtual bool PassesTexts() const { return false; }
     /// Takes a plain text for pushed where it can tell its user of it without parsing: when all
     /// that was pushed has been parsed and contents of an element may follow. False, and nothing
     /// done, elsewhere.

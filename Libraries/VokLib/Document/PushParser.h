@@ -31,6 +31,7 @@ class PushParser : public DocumentParser {
     /// What an event threw, or a limit on nesting or names, goes before any error; so does
     /// std::bad_alloc when the parser itself ran out of memory.
     int Push(const char* bytes, std::size_t size, bool last) override;
+    bool PassesTexts() const override { return true; }
     bool PassText(const char* bytes, std::size_t size, const TextExtent& extent) override;
 
     /// What the parser has reached.

@@ -22,7 +22,7 @@ OldDocument ParseOldDocument(const char* bytes, std::size_t size) {
         ThrowVokException("Document limit exceeded: more than " +
                           std::to_string(VokLimits::kMaxOldDocumentBytes) +
                           " bytes in a document of an old version");
-    TreeParser parser;
+    TreeParser parser(size);
     DocumentFeed feed(parser);
     for (std::size_t at = 0, left = size;; at += kPieceBytes) {
         const std::size_t piece = std::min(left, kPieceBytes);

@@ -82,8 +82,9 @@ struct TreeParser::Callbacks {
     static void PassOver(void*, Error) {}
 };
 
-TreeParser::TreeParser()
+TreeParser::TreeParser(std::size_t documentSize)
     : DocumentParser(kNoName),
+      size(documentSize),
       context(xmlCreatePushParserCtxt(nullptr, nullptr, nullptr, 0, nullptr)) {
     if (context == nullptr) throw std::bad_alloc();
     xmlCtxtUseOptions(context.get(),
@@ -110,9 +111,8 @@ void TreeParser::IgnoreDeclaredEncoding() {
     context->options |= XML_PARSE_IGNORE_ENC;
 }
 
-int TreeParser::Push(const char* bytes, std::size_t size, bool last) {
-    pushed += size;
-    const int code = xmlParseChunk(context.get(), bytes, static_cast<int>(size), last ? 1 : 0);
+int TreeParser::Push(const char* bytes, std::size_t byteCount, bool last) {
+    const int code = xmlParseChunk(context.get(), bytes, static_cast<int>(byteCount), last ? 1 : 0);
     if (failure) std::rethrow_exception(std::exchange(failure, nullptr));
     memory.Check();
     return code;
@@ -170,7 +170,7 @@ void TreeParser::CountEntity(const xmlEntity* entity) {
 
 void TreeParser::Grow(std::size_t byteCount) {
     grown += std::min(byteCount, VokLimits::kFreeAddedBytes + 1);
-    if (grown > VokLimits::kFreeAddedBytes + 2 * pushed)
+    if (grown > VokLimits::kFreeAddedBytes + 2 * size)
         Fail("more text in entities and default attributes than " +
                  std::to_string(VokLimits::kFreeAddedBytes) +
                  " bytes and twice the size of the document",

@@ -18,13 +18,14 @@
 /// length of texts and with bounds of our own on everything that a few bytes could blow up.
 class TreeParser : public DocumentParser {
   public:
-    TreeParser();
+    /// `documentSize` in bytes is what the bounds are measured by.
+    explicit TreeParser(std::size_t documentSize);
     ~TreeParser() override;
 
     void IgnoreDeclaredEncoding() override;
     /// What a limit threw goes before any error; so does std::bad_alloc when the parser itself ran
     /// out of memory.
-    int Push(const char* bytes, std::size_t size, bool last) override;
+    int Push(const char* bytes, std::size_t byteCount, bool last) override;
     [[noreturn]] void FailBehindInput(const std::string& text) const override;
 
     /// Of the first error, where Push has returned one.
@@ -46,7 +47,7 @@ class TreeParser : public DocumentParser {
 
     XmlMemoryWatch memory;
     std::exception_ptr failure;
-    std::size_t pushed = 0;
+    std::size_t size;
     std::size_t grown = 0;  // bytes that stand for others, or were added
     std::size_t deepest = 0;
     std::vector<std::size_t> childCounts;  // of the open elements, from the document down

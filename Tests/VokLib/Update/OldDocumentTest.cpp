@@ -138,6 +138,15 @@ TEST_F(OldDocumentTest, OneLongEntityUsedOftenEndsInAnError) {
     EXPECT_EQ(Refusal(type + "<a>" + Repeated("&e;", 10) + "</a>"), "");
 }
 
+TEST_F(OldDocumentTest, EntitiesAreMeasuredByTheWholeDocument) {
+    const std::string type = "<!DOCTYPE a [<!ENTITY e '" + std::string(100000, 'x') + "'>]>";
+    const std::string uses = Repeated("&e;", 60);
+    const std::string text(900000, '1');
+    EXPECT_EQ(Refusal(type + "<a>" + uses + text + "</a>"), "");
+    EXPECT_EQ(Refusal(type + "<a>" + text + uses + "</a>"), "");
+    EXPECT_EQ(Refusal(type + "<a>" + uses + "</a>").rfind(kTooMuch, 0), 0u);
+}
+
 TEST_F(OldDocumentTest, ParameterEntityBombsEndInAnError) {
     std::string bomb = "<!ENTITY % p0 '<!-- -->'>";
     for (int i = 1; i < 12; ++i) {

@@ -160,7 +160,9 @@ class StageSecurity : public StageRunnerTest {
     }
 
     const std::filesystem::path folder =
-        std::filesystem::path(testing::TempDir()) / "qeliStageSecurity";
+        std::filesystem::path(testing::TempDir()) /
+        (std::string("StageSecurity.") +
+         testing::UnitTest::GetInstance()->current_test_info()->name());
 };
 
 TEST_F(StageSecurity, AStylesheetReadsNoFile) {
