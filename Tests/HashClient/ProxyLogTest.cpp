@@ -89,7 +89,7 @@ TEST_F(ProxyLogDeathTest, TheNumberIsTheProcessAndTheTimeIsLocal) {
     };
     const std::time_t begin = std::time(nullptr);
     const std::string log = Logged(Mode().c_str(), path, [] {
-        setenv("TZ", "XXX-5", 1);
+        setenv("TZ", "EAST-5", 1);
         ProxyLog("%u\n", Platform::OwnProcessId());
     });
     bool found = false;

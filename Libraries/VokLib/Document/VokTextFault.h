@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-/// A place in a document's text, both from 1.
+/// A place in a document's text, both from 1; 0 where there is none.
 struct TextPlace {
     int line = 0;
     int column = 0;
