@@ -53,7 +53,11 @@ function(rigbake_program name folder)
     # Binding some thousand names of the C++ library at each start takes longer than a small bake. The program's copy is
     # its own: offered to the shared libraries, it would be looked through for each of their names.
     if(CMAKE_BUILD_TYPE STREQUAL "Release" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
-      target_link_options(${name} PRIVATE -static-libstdc++ -static-libgcc LINKER:--exclude-libs,ALL)
+      target_link_options(${name} PRIVATE -static-libstdc++ -static-libgcc
+        LINKER:--exclude-libs,libstdc++.a:libgcc.a:libgcc_eh.a)
+    endif()
+    if(RIGBAKE_OWN_PARSER AND VokLib IN_LIST arg_USES)
+      rigbake_bring_parser(${name})
     endif()
     add_dependencies(programs ${name})
   endif()

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -163,6 +164,22 @@ TEST_F(QeliOldVersions, AnOldDocumentOpensNoOtherFile) {
     EXPECT_EQ(run.errors,
               "a.qeli: error: Failed to parse out of date .qeli document. The entity \"e\" is an "
               "external file; external files are not read.\n");
+}
+
+TEST_F(QeliOldVersions, AProgramWithAParserOfItsOwnLendsItToTheStylesheets) {
+    if (!RIGBAKE_OWN_PARSER) GTEST_SKIP() << "The programs share the system's parser.";
+    folder.WriteFile("old.qeli", Old("1_0_4", kRig));
+    const ProgramResult run = folder.Run("qeli", {"check", "old.qeli"}, {{"LD_DEBUG", "bindings"}});
+    ASSERT_EQ(run.status, 0);
+    std::istringstream lines(run.errors);
+    int ownNames = 0;
+    for (std::string line; std::getline(lines, line);) {
+        const std::size_t to = line.find(" to ");
+        if (line.find("xslt.so") > to) continue;
+        EXPECT_EQ(line.find("libxml2.so", to), std::string::npos) << line;
+        if (line.find("/qeli [", to) != std::string::npos) ++ownNames;
+    }
+    EXPECT_GT(ownNames, 100);
 }
 
 }  // namespace

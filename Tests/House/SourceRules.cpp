@@ -16,6 +16,7 @@ const std::map<std::string, std::set<std::string>>& AllowedLibraries() {
     static const std::map<std::string, std::set<std::string>> allowed = {
         {"QelTools", {}},
         {"Platform", {}},
+        {"LateLibraries", {"QelTools", "Platform"}},
         {"BiffLib", {"QelTools", "Platform"}},
         {"HashClient", {"QelTools", "Platform"}},
         {"VokLib", {"QelTools", "Platform"}},

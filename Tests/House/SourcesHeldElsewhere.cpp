@@ -26,6 +26,8 @@ const std::vector<HeldElsewhere>& SourcesHeldElsewhere() {
           "VokLib/FileNames/VokFilenameTranslatorQEL",
           "VokLib/FileNames/VokFilenameTranslatorRelative"}},
         {"VokLib/Library/VokLibTest", {"VokLib/Library/XmlLibrary"}},
+        {"EndToEnd/QeliEncodingsTest", {"LateLibraries/UnicodeConverters"}},
+        {"EndToEnd/QeliOldVersionsTest", {"LateLibraries/StylesheetProcessor"}},
         {"Faults/ProgramsFaultTest", {"VokLib/Document/XmlMemory"}},
         {"VokLib/CustomData/CustomAttributeRegistryTest", {"VokLib/Library/CustomAttributeTypes"}},
         {"VokLib/Links/VokPathTest", {"VokLib/Links/NameIndex", "VokLib/Links/PathResolver"}},
