@@ -43,13 +43,27 @@ endfunction()
 # All programs, without their tests.
 add_custom_target(programs)
 
+# What makes names of files UTF-8 where a program has to ask for that. An object of its own, for the resource compiler
+# knows none of the other flags.
+set(manifest ${PROJECT_SOURCE_DIR}/Libraries/Platform/Utf8Names_win32.manifest)
+if(WIN32 AND NOT MSVC)
+  file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/generated/Utf8Names.rc CONTENT "1 24 \"${manifest}\"\n")
+  add_library(Utf8Names OBJECT ${PROJECT_BINARY_DIR}/generated/Utf8Names.rc)
+  set_source_files_properties(${PROJECT_BINARY_DIR}/generated/Utf8Names.rc PROPERTIES OBJECT_DEPENDS ${manifest})
+else()
+  add_library(Utf8Names INTERFACE)
+  if(MSVC)
+    target_sources(Utf8Names INTERFACE ${manifest})
+  endif()
+endif()
+
 function(rigbake_program name folder)
   cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "USES")
   rigbake_sources(sources ${folder})
   if(sources)
     add_executable(${name} ${sources})
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/${folder})
-    target_link_libraries(${name} PRIVATE RigbakeOptions ${arg_USES})
+    target_link_libraries(${name} PRIVATE RigbakeOptions Utf8Names ${arg_USES})
     # Binding some thousand names of the C++ library at each start takes longer than a small bake. The program's copy is
     # its own: offered to the shared libraries, it would be looked through for each of their names.
     if(CMAKE_BUILD_TYPE STREQUAL "Release" AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
@@ -72,7 +86,7 @@ function(rigbake_program_with_library name folder)
   target_include_directories(${name}Commands PUBLIC ${PROJECT_SOURCE_DIR}/${folder})
   target_link_libraries(${name}Commands PUBLIC RigbakeOptions ${arg_USES})
   add_executable(${name} ${folder}/main.cpp)
-  target_link_libraries(${name} PRIVATE ${name}Commands)
+  target_link_libraries(${name} PRIVATE Utf8Names ${name}Commands)
   add_dependencies(programs ${name})
 endfunction()
 

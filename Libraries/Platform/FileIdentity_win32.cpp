@@ -2,6 +2,7 @@
 #include <Platform/Paths.h>
 
 #include "OwnedHandle_win32.h"
+#include "WideText_win32.h"
 
 #include <optional>
 
@@ -36,8 +37,8 @@ bool IsSame(const BY_HANDLE_FILE_INFORMATION& a, const BY_HANDLE_FILE_INFORMATIO
 
 /// Letter case is the file system's matter; for a name that is still free the system's rule holds.
 bool IsSameName(const std::string& a, const std::string& b) {
-    return CompareStringA(LOCALE_INVARIANT, NORM_IGNORECASE, a.data(), static_cast<int>(a.size()),
-                          b.data(), static_cast<int>(b.size())) == CSTR_EQUAL;
+    return CompareStringOrdinal(WideText(a).c_str(), -1, WideText(b).c_str(), -1, TRUE) ==
+           CSTR_EQUAL;
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include <Platform/Folders.h>
 
+#include "OwnedHandle_win32.h"
+
 #include <sys/stat.h>
 #include <windows.h>
 // Behind the header on which it stands.
@@ -20,6 +22,14 @@ bool Status(std::string path, struct _stat64& status) {
 }
 
 }  // namespace
+
+// The file status knows no devices.
+bool Exists(const std::string& path) {
+    return OwnedHandle(CreateFileA(path.c_str(), 0,
+                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                   OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr))
+        .IsValid();
+}
 
 bool IsFolder(const std::string& path) {
     struct _stat64 status;

@@ -36,6 +36,10 @@ std::optional<std::string> CurrentDirectory() {
     return buffer;
 }
 
+bool EnterFolder(const std::string& path) {
+    return chdir(path.c_str()) == 0;
+}
+
 std::optional<std::string> FullPath(const std::string& path) {
     if (path.empty()) return std::nullopt;
     std::string full;
@@ -50,6 +54,14 @@ std::optional<std::string> FullPath(const std::string& path) {
     if (full.empty() || path.back() == '/') full += '/';
     if (full.size() >= PATH_MAX) return std::nullopt;
     return full;
+}
+
+std::filesystem::path ToPath(const std::string& name) {
+    return name;
+}
+
+std::string FromPath(const std::filesystem::path& path) {
+    return path.string();
 }
 
 bool BackslashSeparates() {

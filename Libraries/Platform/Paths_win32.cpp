@@ -1,5 +1,7 @@
 #include <Platform/Paths.h>
 
+#include "WideText_win32.h"
+
 #include <direct.h>
 #include <stdlib.h>
 
@@ -18,11 +20,23 @@ std::optional<std::string> CurrentDirectory() {
     return buffer;
 }
 
+bool EnterFolder(const std::string& path) {
+    return _chdir(path.c_str()) == 0;
+}
+
 std::optional<std::string> FullPath(const std::string& path) {
     if (path.empty()) return std::nullopt;
     char buffer[kLongestPath];
     if (_fullpath(buffer, path.c_str(), kLongestPath) == nullptr) return std::nullopt;
     return buffer;
+}
+
+std::filesystem::path ToPath(const std::string& name) {
+    return WideText(name);
+}
+
+std::string FromPath(const std::filesystem::path& path) {
+    return NarrowText(path.wstring());
 }
 
 bool BackslashSeparates() {

@@ -4,14 +4,12 @@
 
 #include <Platform/ErrorText.h>
 #include <Platform/FileTests.h>
+#include <Platform/Folders.h>
 #include <Platform/TemporaryFile.h>
 
 #include <cerrno>
-#include <filesystem>
 #include <iostream>
 #include <utility>
-
-namespace fs = std::filesystem;
 
 namespace {
 
@@ -24,16 +22,14 @@ std::string Reason(int error) {
 }  // namespace
 
 bool OutputFile::IsKept(const std::string& typedPath) {
-    std::error_code error;
-    const fs::file_status status = fs::status(typedPath, error);
-    return typedPath != kStandardOutput && (!fs::exists(status) || fs::is_regular_file(status));
+    return typedPath != kStandardOutput &&
+           (!Platform::Exists(typedPath) || Platform::IsRegularFile(typedPath));
 }
 
 OutputFile::OutputFile(std::string typedPath) : path(std::move(typedPath)), isKept(IsKept(path)) {
-    std::error_code error;
     if (path != kStandardOutput) {
         if (path.empty()) Fail(ENOENT);
-        if (fs::is_directory(path, error)) Fail(EISDIR);
+        if (Platform::IsFolder(path)) Fail(EISDIR);
         errno = EACCES;
         if (!Platform::IsWritable(path)) Fail(errno);
     }

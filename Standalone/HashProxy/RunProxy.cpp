@@ -9,12 +9,12 @@
 #include <Platform/ErrorText.h>
 #include <Platform/MessagePipe.h>
 #include <Platform/MessagePipeServer.h>
+#include <Platform/Paths.h>
 
 #include <algorithm>
 #include <array>
 #include <chrono>
 #include <exception>
-#include <filesystem>
 #include <iostream>
 #include <thread>
 
@@ -57,9 +57,8 @@ int ServeRegistry(Platform::MessagePipeServer& server) {
     const Settings settings = ReadSettings();
     Registry registry(settings.databaseFile);
     // A process that stands in a folder keeps others from removing it.
-    std::error_code ignored;
-    std::filesystem::current_path(std::filesystem::path(settings.databaseFile).parent_path(),
-                                  ignored);
+    Platform::EnterFolder(
+        Platform::FromPath(Platform::ToPath(settings.databaseFile).parent_path()));
     if (const std::uint32_t error = server.Open(); error != 0) return ReportPipe(error);
     Serve(server, registry, settings.idleMilliseconds, Report);
     return kGood;

@@ -7,7 +7,6 @@
 #include <QelTools/Exception.h>
 
 #include <charconv>
-#include <filesystem>
 
 using QelTools::Common::Exception;
 
@@ -30,7 +29,7 @@ std::string DatabaseFile() {
     }
     const auto full = Platform::FullPath(file);
     if (!full.has_value()) throw Exception("The database's name cannot be used: " + file);
-    const std::string folder = std::filesystem::path(*full).parent_path().string();
+    const std::string folder = Platform::FromPath(Platform::ToPath(*full).parent_path());
     if (!Platform::CreateFolders(folder))
         throw Exception("The database's folder cannot be made: " + folder);
     return *full;

@@ -26,6 +26,12 @@ std::string WithSlashes(std::string name) {
     return name;
 }
 
+/// A path's name with slashes alone, where a backslash is no letter of a name.
+std::string SlashedName(const fs::path& path) {
+    const std::string name = Platform::FromPath(path);
+    return Platform::BackslashSeparates() ? WithSlashes(name) : name;
+}
+
 /// Rewrites names relative to one document so that they are relative to another. The system's names
 /// are UTF-8, those in a document single bytes.
 class MoveNames : public VokUpdateDependencies {
@@ -73,12 +79,15 @@ class MoveNames : public VokUpdateDependencies {
 std::vector<std::string> DependedFiles(const VokWorld& world, const std::string& typedPath) {
     VokDependencies names;
     CollectDependencies(world, names);
-    const fs::path document = fs::path(typedPath).lexically_normal();
-    std::unordered_set<std::string> known = {document.string()};
+    const fs::path document = Platform::ToPath(typedPath).lexically_normal();
+    std::unordered_set<std::string> known = {SlashedName(document)};
     std::vector<std::string> files;
     for (const std::string& name : names.GetFiles()) {
         std::string file = WithSlashes(VokEncoding::ToUtf8(name));
-        if (!IsComplete(file)) file = (document.parent_path() / file).lexically_normal().string();
+        if (!IsComplete(file)) {
+            const fs::path path = document.parent_path() / Platform::ToPath(file);
+            file = SlashedName(path.lexically_normal());
+        }
         if (known.insert(file).second) files.push_back(file);
     }
     return files;
@@ -87,7 +96,7 @@ std::vector<std::string> DependedFiles(const VokWorld& world, const std::string&
 void MoveDocument(VokWorld& world, const std::string& oldPath, const std::string& newPath) {
     const std::string from = Platform::FullPath(oldPath).value_or(oldPath);
     const std::string to = Platform::FullPath(newPath).value_or(newPath);
-    if (fs::path(from).parent_path() != fs::path(to).parent_path()) {
+    if (Platform::ToPath(from).parent_path() != Platform::ToPath(to).parent_path()) {
         MoveNames names(from, to);
         RewriteDependencies(world, names);
     }

@@ -6,9 +6,9 @@
 #include "LoadDocument.h"
 #include "OutputFile.h"
 
+#include <Platform/FileIdentity.h>
 #include <VokLib/Tree/VokWorld.h>
 
-#include <filesystem>
 #include <iostream>
 #include <vector>
 
@@ -37,8 +37,7 @@ void WriteDependencyFile(const std::string& path, const std::string& out,
                          const std::string& target) {
     std::vector<std::string> files = FilesOf(path);
     files.insert(files.begin(), path);
-    std::error_code error;
-    if (std::filesystem::equivalent(path, out, error))
+    if (Platform::LeadToOneFile(path, out))
         throw DocumentFailure({out}, "The dependency file would replace the document");
     OutputFile file(out);
     file.GetStream() << DependencyFileText(target, files);

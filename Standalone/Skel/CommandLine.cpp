@@ -8,9 +8,11 @@
 #include "OutputFile.h"
 #include "Picture.h"
 
+#include <Platform/FileIdentity.h>
+#include <Platform/Paths.h>
+
 #include <algorithm>
 #include <cctype>
-#include <filesystem>
 #include <iostream>
 #include <string>
 #include <vector>
@@ -90,7 +92,7 @@ void Dump(const Arguments& arguments) {
 /// A file may be called anything; a picture holds text. Bytes that are none are taken for those of
 /// a document's names.
 std::string TitleOf(const std::string& path) {
-    std::string name = std::filesystem::path(path).filename().string();
+    std::string name = Platform::FromPath(Platform::ToPath(path).filename());
     const bool hasControls = std::any_of(name.begin(), name.end(), [](char c) {
         return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
     });
@@ -109,8 +111,7 @@ void Picture(const Arguments& arguments) {
     const std::string title = TitleOf(arguments.in);
     const std::string text =
         IsPage(arguments.out) ? MakePage(skeleton, title) : DrawSvg(skeleton, title);
-    std::error_code ignored;
-    if (std::filesystem::equivalent(arguments.in, arguments.out, ignored))
+    if (Platform::LeadToOneFile(arguments.in, arguments.out))
         throw SkeletonFileFault(arguments.out + ": error: The picture would replace the file");
     OutputFile out(arguments.out);
     out.GetStream() << text;

@@ -15,7 +15,6 @@
 #include <VoktRigbake/Skeleton/BuildSkeleton.h>
 
 #include <cctype>
-#include <filesystem>
 #include <ostream>
 #include <unordered_set>
 
@@ -106,8 +105,7 @@ class Identifiers {
 }  // namespace
 
 void PrintHeader(const HeaderOptions& options, std::ostream& out) {
-    std::error_code ignored;
-    if (std::filesystem::exists(options.in, ignored) && !Platform::IsRegularFile(options.in) &&
+    if (Platform::Exists(options.in) && !Platform::IsRegularFile(options.in) &&
         !Platform::IsFolder(options.in))
         throw DocumentFailure({options.in},
                               "This is no regular file; it would have to be read twice, for a "

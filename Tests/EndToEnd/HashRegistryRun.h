@@ -97,6 +97,11 @@ class HashRegistryRun : public testing::Test {
         return registered;
     }
 
+    /// How the tool calls itself: as its file.
+    static std::string ToolName() {
+        return std::filesystem::path(BuiltProgram("rigbake")).filename().string();
+    }
+
     /// How often a bake tries to open a pipe that never opens.
     std::size_t BakeAndCountTheTries(const std::string& reason) {
         environment["QEL_HASH_PROXY_DEBUG_MODE"] = "file:" + registry.Path("log");

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "Support/MemoryLimit.h"
+#include "Support/ThisSystem.h"
 
 /// How often `part` stands in `text`.
 inline std::size_t Count(const std::string& text, const std::string& part) {
@@ -16,6 +17,11 @@ inline std::size_t Count(const std::string& text, const std::string& part) {
     for (std::size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
         ++count;
     return count;
+}
+
+/// A sample skeleton file.
+inline std::string Seed(const std::string& name) {
+    return RIGBAKE_SOURCE_ROOT "/Fuzz/Seeds/Skeleton/" + name;
 }
 
 /// Draws skeletons, and looks at their pages in a browser.
@@ -30,6 +36,14 @@ class PictureRun : public testing::Test {
         EXPECT_EQ(run.errors, "");
         EXPECT_EQ(run.output, "");
         return folder.ReadFile(out);
+    }
+    /// What the pictures of a sample file are called when that has this name.
+    std::string TitleOfPicture(const std::string& name) const {
+        folder.WriteFile(name, folder.ReadFile(Seed("biped")));
+        const std::string page = Draw(name, "a.html");
+        EXPECT_NE(Draw(name, "a.svg").find(">" + page.substr(page.find("<h1>") + 4, 4)),
+                  std::string::npos);
+        return page.substr(page.find("<h1>") + 4, page.find("</h1>") - page.find("<h1>") - 4);
     }
     int Shell(const std::string& command) const {
         return std::system(
@@ -49,7 +63,9 @@ class PictureRun : public testing::Test {
         const std::size_t begin = dom.find("<title>") + 7;
         return dom.substr(begin, dom.find("</title>") - begin);
     }
-    bool HasBrowser() const { return Shell("chromium --version >browser 2>&1") == 0; }
+    bool HasBrowser() const {
+        return !kIsWindows && Shell("chromium --version >browser 2>&1") == 0;
+    }
 
     RunFolder folder;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Platform/Paths.h>
+
 #include <filesystem>
 #include <map>
 #include <string>
@@ -13,7 +15,7 @@
 /// A fresh folder in which programs run.
 class RunFolder : public TemporaryFolder {
   public:
-    std::filesystem::path GetPath() const { return Path(); }
+    std::filesystem::path GetPath() const { return Platform::ToPath(Path()); }
 
     /// Runs a program in this folder, as ProgramCall tells. What a run of rigbake bakes is checked.
     ProgramResult Run(const std::string& program, const std::vector<std::string>& arguments,

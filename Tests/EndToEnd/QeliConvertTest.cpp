@@ -1,63 +1,21 @@
-#include "EndToEnd/ProgramRun.h"
-
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <string>
-#include <vector>
+#include "EndToEnd/QeliConvertRun.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-class QeliConvert : public testing::Test {
-  protected:
-    ProgramResult Run(const std::string& in, const std::string& out,
-                      const std::string& redirections = {}) const {
-        return folder.Run("qeli", {"convert", in, out}, {}, redirections);
-    }
-
-    void ExpectConverted(const std::string& in, const std::string& out) const {
-        const ProgramResult run = Run(in, out);
-        EXPECT_EQ(run.status, 0) << in;
-        EXPECT_EQ(run.output, "");
-        EXPECT_EQ(run.errors, "");
-    }
-
-    void ExpectFailure(const std::string& in, const std::string& out,
-                       const std::string& words) const {
-        const ProgramResult run = Run(in, out);
-        EXPECT_EQ(run.status, 1);
-        EXPECT_EQ(run.output, "");
-        EXPECT_EQ(run.errors, words + "\n");
-    }
-
-    std::vector<std::string> FileNames(const std::string& subfolder = ".") const {
-        std::vector<std::string> names;
-        for (const fs::directory_entry& entry :
-             fs::directory_iterator(folder.GetPath() / subfolder))
-            names.push_back(entry.path().filename().string());
-        std::sort(names.begin(), names.end());
-        return names;
-    }
-
-    static std::vector<fs::path> SampleDocuments() {
-        std::vector<fs::path> documents;
-        for (const char* place : {"Examples", "Tests/Documents"}) {
-            const fs::path root = fs::path(RIGBAKE_SOURCE_ROOT) / place;
-            if (!fs::exists(root)) continue;
-            for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root))
-                if (entry.path().extension() == ".qeli") documents.push_back(entry.path());
-        }
-        return documents;
-    }
-
-    RunFolder folder;
-};
-
 using Names = std::vector<std::string>;
+
+std::vector<fs::path> SampleDocuments() {
+    std::vector<fs::path> documents;
+    for (const char* place : {"Examples", "Tests/Documents"}) {
+        const fs::path root = fs::path(RIGBAKE_SOURCE_ROOT) / place;
+        if (!fs::exists(root)) continue;
+        for (const fs::directory_entry& entry : fs::recursive_directory_iterator(root))
+            if (entry.path().extension() == ".qeli") documents.push_back(entry.path());
+    }
+    return documents;
+}
 
 std::string BodyOf(const std::string& document) {
     const std::string end = "</parseacceleration>\n";
@@ -136,31 +94,6 @@ TEST_F(QeliConvert, TextsKeepEveryCharacterThatTheFormatHas) {
     EXPECT_NE(folder.ReadFile("out.qeli").find("\"&quot;&apos;&amp;> B\xE4r\""), std::string::npos);
 }
 
-TEST_F(QeliConvert, ThePermissionsOfTheOldFileStay) {
-    folder.WriteFile("in.qeli", OneJointDocument());
-    folder.WriteFile("out.qeli", "old");
-    const fs::path out = folder.GetPath() / "out.qeli";
-    const fs::perms wanted = fs::perms::owner_all | fs::perms::group_read;
-    fs::permissions(out, wanted);
-    ExpectConverted("in.qeli", "out.qeli");
-    EXPECT_EQ(fs::status(out).permissions(), wanted);
-    EXPECT_NE(folder.ReadFile("out.qeli"), "old");
-}
-
-TEST_F(QeliConvert, ALinkGoesOnLeadingToTheFile) {
-    folder.WriteFile("in.qeli", OneJointDocument());
-    fs::create_directory(folder.GetPath() / "store");
-    folder.WriteFile("store/real.qeli", "old");
-    fs::create_symlink("store/real.qeli", folder.GetPath() / "out.qeli");
-    fs::create_symlink("store/new.qeli", folder.GetPath() / "fresh.qeli");
-    ExpectConverted("in.qeli", "out.qeli");
-    ExpectConverted("in.qeli", "fresh.qeli");
-    EXPECT_TRUE(fs::is_symlink(folder.GetPath() / "out.qeli"));
-    EXPECT_TRUE(fs::is_symlink(folder.GetPath() / "fresh.qeli"));
-    EXPECT_EQ(FileNames("store"), (Names{"new.qeli", "real.qeli"}));
-    EXPECT_EQ(folder.ReadFile("store/real.qeli"), folder.ReadFile("store/new.qeli"));
-}
-
 TEST_F(QeliConvert, StandardOutputGetsTheSameBytes) {
     folder.WriteFile("in.qeli", OneJointDocument());
     ExpectConverted("in.qeli", "out.qeli");
@@ -207,7 +140,7 @@ TEST_F(QeliConvert, InAnotherFolderFileNamesLeadToTheSameFiles) {
 
     ExpectConverted("art/in.qeli", "Art/out.qeli");
     EXPECT_EQ(files("Art/out.qeli"), "lib/b\xC3\xA4r.qeli\n/shared/x.qeli\nc:/x/y.qeli\n" +
-                                         (folder.GetPath() / "art/tex/own.qeli\n").string());
+                                         folder.Path("art/tex/own.qeli") + "\n");
 }
 
 TEST_F(QeliConvert, ABadDocumentLeavesTheOldFile) {
@@ -259,31 +192,6 @@ TEST_F(QeliConvert, AFolderIsNoFileToWrite) {
                   "none/out.qeli: error: The file cannot be written: No such file or directory");
     ExpectFailure("in.qeli", "", ": error: The file cannot be written: No such file or directory");
     EXPECT_EQ(FileNames(), (Names{"in.qeli", "out"}));
-}
-
-TEST_F(QeliConvert, AFullDeviceIsAFailure) {
-    folder.WriteFile("in.qeli", OneJointDocument());
-    ExpectFailure("in.qeli", "/dev/full",
-                  "/dev/full: error: The file cannot be written: No space left on device");
-    const ProgramResult run = Run("in.qeli", "-", ">/dev/full");
-    EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.errors,
-              "standard output: error: The file cannot be written: No space left on device\n");
-}
-
-TEST_F(QeliConvert, AWriteThatEndsHalfWayLeavesTheOldFileAlone) {
-    std::string joints;
-    for (int i = 0; i < 5000; ++i) joints += "<joint name=\"j" + std::to_string(i) + "\"/>";
-    folder.WriteFile("in.qeli", Document("<scene>" + joints + "</scene>"));
-    folder.WriteFile("out.qeli", "old");
-    const std::string command = "cd '" + folder.GetPath().string() +
-                                "' && trap '' XFSZ && ulimit -f 16 && '" RIGBAKE_PROGRAMS
-                                "/qeli' convert in.qeli out.qeli 2>errors";
-    EXPECT_NE(std::system(command.c_str()), 0);
-    EXPECT_EQ(folder.ReadFile("errors"),
-              "out.qeli: error: The file cannot be written: File too large\n");
-    EXPECT_EQ(folder.ReadFile("out.qeli"), "old");
-    EXPECT_EQ(FileNames(), (Names{"errors", "in.qeli", "out.qeli"}));
 }
 
 }  // namespace

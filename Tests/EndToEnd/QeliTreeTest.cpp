@@ -111,12 +111,16 @@ TEST_F(QeliTree, ABadDocumentHasNoTree) {
               "none.qeli: error: File open error: \"none.qeli\": No such file or directory\n");
 }
 
-TEST_F(QeliTree, AFullStandardOutputIsAFailureAndAClosedOneIsNot) {
+TEST_F(QeliTree, AClosedStandardOutputIsNoFailure) {
+    EXPECT_EQ(folder.Run("qeli", {"tree", "hero.qeli"}, {}, ">&-").status, 0);
+}
+
+TEST_F(QeliTree, AFullStandardOutputIsAFailure) {
+    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "there is no full disk here";
     const ProgramResult full = folder.Run("qeli", {"tree", "hero.qeli"}, {}, ">/dev/full");
     EXPECT_EQ(full.status, 1);
     EXPECT_EQ(full.errors,
               "standard output: error: The file cannot be written: No space left on device\n");
-    EXPECT_EQ(folder.Run("qeli", {"tree", "hero.qeli"}, {}, ">&-").status, 0);
 }
 
 }  // namespace

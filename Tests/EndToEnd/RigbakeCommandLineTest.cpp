@@ -56,7 +56,7 @@ TEST_F(CommandLineTexts, WordsThatAreNoFlags) {
                                  {{"-help"}, "Unknown flag \"-help\"."},
                                  {Baking({"-vs", "true"}), "Unknown flag \"true\"."},
                                  {Baking({"-dd"}), "Unknown flag \"-dd\"."},
-                                 {Baking({"a b\xE4"}), "Unknown flag \"a b\xE4\"."},
+                                 {Baking({"a b\xC3\xA4"}), "Unknown flag \"a b\xC3\xA4\"."},
                              });
 }
 
@@ -164,7 +164,8 @@ TEST_F(CommandLineTexts, AWordThatLooksLikeAFlagButIsNoneIsAValue) {
 }
 
 TEST_F(CommandLineTexts, NamesAreBytes) {
-    const std::string name = kIsWindows ? "it's a %s \xE4.bin" : "it's \"a\" %s \xE4.bin";
+    const std::string name =
+        kIsWindows ? "it's a %s \xC3\xA4 \xE9\xAA\xA8.bin" : "it's \"a\" %s \xE4.bin";
     EXPECT_EQ(folder.Rigbake({"-in", "scene.qeli", "-out", "new folder/" + name}).status, 0);
     EXPECT_TRUE(folder.Has("new folder/" + name));
     EXPECT_EQ(Report({"-in", name, "-out", "o"}), kParsing + "Input file \"" + name +

@@ -259,6 +259,7 @@ TEST(RigbakeRun, TimingsAloneFailAtTheRequiredFlag) {
 }
 
 TEST(RigbakeRun, AFullDiskIsAnErrorAndNoSuccess) {
+    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "there is no full disk here";
     RunFolder folder;
     folder.WriteFile("scene.qeli", OneJointDocument());
     const ProgramResult run = folder.Rigbake({"-in", "scene.qeli", "-out", "/dev/full"});
@@ -292,17 +293,12 @@ TEST(RigbakeRun, AnOutputThatCannotBeOpenedIsError204) {
         "Error: Tool encountered errors\n");
 }
 
-TEST(RigbakeRun, AClosedOrFullStandardOutputDoesNotChangeTheRun) {
+TEST(RigbakeRun, AClosedStandardOutputDoesNotChangeTheRun) {
     RunFolder folder;
     folder.WriteFile("scene.qeli", OneJointDocument());
     EXPECT_EQ(folder.Run("rigbake", {"-in", "scene.qeli", "-out", "closed.bin"}, {}, ">&-").status,
               0);
     ExpectOneJointFile(folder.ReadFile("closed.bin"));
-    EXPECT_EQ(
-        folder.Run("rigbake", {"-in", "scene.qeli", "-out", "full.bin", "-vs"}, {}, ">/dev/full")
-            .status,
-        0);
-    ExpectOneJointFile(folder.ReadFile("full.bin"));
     EXPECT_EQ(
         folder
             .Run("rigbake", {"-in", "scene.qeli", "-out", "closedlog.bin", "-log", "l.txt", "-vs"},
@@ -310,8 +306,19 @@ TEST(RigbakeRun, AClosedOrFullStandardOutputDoesNotChangeTheRun) {
             .status,
         0);
     ExpectOneJointFile(folder.ReadFile("closedlog.bin"));
-    EXPECT_EQ(folder.ReadFile("l.txt"),
+    EXPECT_EQ(WithLineFeeds(folder.ReadFile("l.txt")),
               "0::: 0, root\n0:\troot,\tdepth: 0, parent: -1, lodLevel: 0\n");
+}
+
+TEST(RigbakeRun, AFullStandardOutputDoesNotChangeTheRun) {
+    if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "there is no full disk here";
+    RunFolder folder;
+    folder.WriteFile("scene.qeli", OneJointDocument());
+    EXPECT_EQ(
+        folder.Run("rigbake", {"-in", "scene.qeli", "-out", "full.bin", "-vs"}, {}, ">/dev/full")
+            .status,
+        0);
+    ExpectOneJointFile(folder.ReadFile("full.bin"));
 }
 
 TEST(RigbakeRun, AConfiguredHashServerWithoutAProxyFailsAtLocation58) {

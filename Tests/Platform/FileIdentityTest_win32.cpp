@@ -37,6 +37,13 @@ TEST(FileIdentity, NamesThatLeadNowhereYetAreOneFileWhenTheyWouldMakeOne) {
     EXPECT_FALSE(LeadToOneFile(free, folder.Path("free")));
 }
 
+TEST(FileIdentity, LettersBeyondAsciiHaveTheirCase) {
+    const TemporaryFolder folder;
+    const std::string free = folder.Path("\xC3\x8A.bin");
+    EXPECT_TRUE(LeadToOneFile(free, folder.Path("\xC3\xAA.bin")));
+    EXPECT_FALSE(LeadToOneFile(free, folder.Path("\xC3\x9A.bin")));
+}
+
 TEST(FileIdentity, DevicesTakeWhatSeveralNamesSend) {
     EXPECT_FALSE(LeadToOneFile("NUL", "NUL"));
 }

@@ -28,7 +28,7 @@ class FileTests : public testing::Test {
     }
 
     TemporaryFolder folder;
-    std::string file = folder.WriteFile("a file caf\xE9", "content");
+    std::string file = folder.WriteFile("a file caf\xC3\xA9", "content");
     HANDLE other = INVALID_HANDLE_VALUE;
 };
 
@@ -36,7 +36,7 @@ TEST_F(FileTests, AFileIsReadableAndWritableAndKeepsItsContent) {
     EXPECT_TRUE(Platform::IsReadable(file));
     EXPECT_TRUE(Platform::IsWritable(file));
     EXPECT_TRUE(Platform::GrantsWrite(file));
-    EXPECT_EQ(folder.ReadFile("a file caf\xE9"), "content");
+    EXPECT_EQ(folder.ReadFile("a file caf\xC3\xA9"), "content");
 }
 
 TEST_F(FileTests, WhatIsMissingIsNotReadable) {

@@ -21,6 +21,17 @@ TEST(Folders, AFolderIsToldFromAFile) {
     EXPECT_FALSE(Platform::IsRegularFile("/dev/null"));
 }
 
+TEST(Folders, WhatIsThereExists) {
+    const TemporaryFolder folder;
+    std::filesystem::create_symlink("none", folder.Path("link"));
+    for (const std::string& path :
+         {folder.Path(), folder.WriteFile("file", ""), std::string("/dev/null")})
+        EXPECT_TRUE(Platform::Exists(path)) << path;
+    for (const std::string& path :
+         {folder.Path("none"), folder.Path("link"), folder.Path("file/a"), std::string()})
+        EXPECT_FALSE(Platform::Exists(path)) << path;
+}
+
 TEST(Folders, AllMissingParentsAreMade) {
     const TemporaryFolder folder;
     EXPECT_TRUE(Platform::CreateFolders(folder.Path("a/b/c")));

@@ -22,10 +22,19 @@ TEST(Folders, AFolderIsToldFromAFile) {
     EXPECT_FALSE(Platform::IsFolder(""));
 }
 
+TEST(Folders, WhatIsThereExists) {
+    const TemporaryFolder folder;
+    for (const std::string& path :
+         {folder.Path(), folder.Path() + "\\", folder.WriteFile("file", ""), std::string("NUL")})
+        EXPECT_TRUE(Platform::Exists(path)) << path;
+    for (const std::string& path : {folder.Path("none"), folder.Path("file/a"), std::string()})
+        EXPECT_FALSE(Platform::Exists(path)) << path;
+}
+
 TEST(Folders, AllMissingParentsAreMade) {
     const TemporaryFolder folder;
-    EXPECT_TRUE(Platform::CreateFolders(folder.Path("a/b b/caf\xE9")));
-    EXPECT_TRUE(Platform::IsFolder(folder.Path("a/b b/caf\xE9")));
+    EXPECT_TRUE(Platform::CreateFolders(folder.Path("a/b b/caf\xC3\xA9")));
+    EXPECT_TRUE(Platform::IsFolder(folder.Path("a/b b/caf\xC3\xA9")));
 }
 
 TEST(Folders, ThereAlreadyIsFine) {

@@ -25,6 +25,20 @@ TEST(CurrentDirectory, IsNothingInAFolderThatWasDeleted) {
     std::filesystem::current_path(before);
 }
 
+TEST(EnterFolder, TheFolderBecomesTheProcesss) {
+    const TemporaryFolder folder;
+    const auto before = std::filesystem::current_path();
+    EXPECT_TRUE(Platform::EnterFolder(folder.Path()));
+    EXPECT_EQ(Platform::CurrentDirectory(), folder.Path());
+    EXPECT_FALSE(Platform::EnterFolder(folder.Path("none")));
+    std::filesystem::current_path(before);
+}
+
+TEST(ToPath, BytesComeBackAsTheyWere) {
+    for (const char* name : {"", "a b/c\\d", "caf\xE9", "\xE9\xAA\xA8.bin"})
+        EXPECT_EQ(Platform::FromPath(Platform::ToPath(name)), name);
+}
+
 TEST(FullPath, KeepsAnAbsolutePath) {
     EXPECT_EQ(FullPath("/a/b.bin"), "/a/b.bin");
 }

@@ -1,6 +1,9 @@
 #include <Platform/Paths.h>
 
+#include <Platform/Folders.h>
+
 #include "Support/TemporaryFolder.h"
+#include "Support/ThisSystem.h"
 
 #include <gtest/gtest.h>
 
@@ -64,7 +67,26 @@ TEST(FullPath, KeepsASeparatorAtTheEnd) {
 }
 
 TEST(FullPath, BlanksAndLettersBeyondAsciiStay) {
-    EXPECT_EQ(FullPath("C:/a b/caf\xE9.bin"), "C:\\a b\\caf\xE9.bin");
+    EXPECT_EQ(FullPath("C:/a b/caf\xC3\xA9.bin"), "C:\\a b\\caf\xC3\xA9.bin");
+}
+
+TEST(EnterFolder, TheFolderBecomesTheProcesss) {
+    const TemporaryFolder folder;
+    const std::string name = "caf\xC3\xA9 \xE9\xAA\xA8";
+    ASSERT_TRUE(Platform::CreateFolders(folder.Path(name)));
+    const auto before = std::filesystem::current_path();
+    EXPECT_TRUE(Platform::EnterFolder(folder.Path(name)));
+    EXPECT_EQ(Platform::CurrentDirectory(), WithSeparators(folder.Path()) + "\\" + name);
+    EXPECT_FALSE(Platform::EnterFolder(folder.Path("none")));
+    std::filesystem::current_path(before);
+}
+
+TEST(ToPath, LettersComeBackAsTheyWere) {
+    const std::string name = "C:/caf\xC3\xA9/\xE9\xAA\xA8.bin";
+    const std::filesystem::path path = Platform::ToPath(name);
+    EXPECT_EQ(path.filename().wstring(), L"\u9AA8.bin");
+    EXPECT_EQ(Platform::FromPath(path), name);
+    EXPECT_EQ(Platform::FromPath(Platform::ToPath("a\\b/c")), "a\\b/c");
 }
 
 TEST(FullPath, RefusesAnEmptyPath) {

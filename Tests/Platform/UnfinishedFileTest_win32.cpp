@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 #include <windows.h>
+// Behind the header on which they stand.
+#include <aclapi.h>
+#include <sddl.h>
 
 #include <cerrno>
 #include <filesystem>
@@ -46,8 +49,8 @@ TEST_F(UnfinishedFile, TheNameLeadsToTheOldContentUntilAllIsWritten) {
 TEST_F(UnfinishedFile, AFreeNameIsTaken) {
     EXPECT_EQ(Replace(folder.Path("out")), 0);
     EXPECT_EQ(folder.ReadFile("out"), "new");
-    EXPECT_EQ(Replace(folder.Path("two words caf\xE9")), 0);
-    EXPECT_EQ(folder.ReadFile("two words caf\xE9"), "new");
+    EXPECT_EQ(Replace(folder.Path("two words caf\xC3\xA9")), 0);
+    EXPECT_EQ(folder.ReadFile("two words caf\xC3\xA9"), "new");
 }
 
 TEST_F(UnfinishedFile, WhatIsNotPublishedIsGone) {
@@ -87,6 +90,40 @@ TEST_F(UnfinishedFile, TheMarksOfTheOldFileAreKept) {
     SetFileAttributesA(out.c_str(), FILE_ATTRIBUTE_HIDDEN);
     ASSERT_EQ(Replace(out), 0);
     EXPECT_NE(GetFileAttributesA(out.c_str()) & FILE_ATTRIBUTE_HIDDEN, 0u);
+    EXPECT_EQ(folder.ReadFile("out"), "new");
+}
+
+/// Who may do what with a file, in the system's own text.
+std::string PermissionsOf(const std::string& path) {
+    PSECURITY_DESCRIPTOR permissions = nullptr;
+    GetNamedSecurityInfoA(path.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr,
+                          nullptr, nullptr, &permissions);
+    char* text = nullptr;
+    ConvertSecurityDescriptorToStringSecurityDescriptorA(permissions, SDDL_REVISION_1,
+                                                         DACL_SECURITY_INFORMATION, &text, nullptr);
+    const std::string result = text == nullptr ? "" : text;
+    LocalFree(text);
+    LocalFree(permissions);
+    return result;
+}
+
+void SetPermissions(const std::string& path, const char* text) {
+    PSECURITY_DESCRIPTOR permissions = nullptr;
+    ASSERT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorA(text, SDDL_REVISION_1,
+                                                                     &permissions, nullptr));
+    EXPECT_TRUE(SetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, permissions));
+    LocalFree(permissions);
+}
+
+TEST_F(UnfinishedFile, ThePermissionsOfTheOldFileAreKept) {
+    const std::string out = folder.WriteFile("out", "old");
+    const std::string usual = PermissionsOf(out);
+    // The file's owner, and nobody else but the administrators.
+    SetPermissions(out, "D:P(A;;FA;;;OW)(A;;FA;;;BA)");
+    const std::string before = PermissionsOf(out);
+    ASSERT_NE(before, usual);
+    ASSERT_EQ(Replace(out), 0);
+    EXPECT_EQ(PermissionsOf(out), before);
     EXPECT_EQ(folder.ReadFile("out"), "new");
 }
 

@@ -83,7 +83,7 @@ ProgramResult RunProgram(const ProgramCall& call) {
     PROCESS_INFORMATION process{};
     if (!CreateProcessA(command[0].c_str(), line.data(), nullptr, nullptr, TRUE, 0,
                         variables.data(), call.folder.c_str(), &startup, &process))
-        throw std::runtime_error("cannot start " + line);
+        throw std::runtime_error("cannot start " + line + ": " + std::to_string(GetLastError()));
     const Platform::OwnedHandle child(process.hProcess);
     CloseHandle(process.hThread);
     DWORD status = 0;

@@ -1,5 +1,11 @@
 #include "Support/TemporaryFolder.h"
 
+#include <Platform/Folders.h>
+#include <Platform/Paths.h>
+
+#include "Support/ThisSystem.h"
+
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -15,16 +21,19 @@ TemporaryFolder::TemporaryFolder() {
     do {
         fresh = fs::temp_directory_path() / ("rigbake test " + std::to_string(random()));
     } while (!fs::create_directory(fresh));
-    folder = fs::canonical(fresh).generic_string();
+    folder = Platform::FromPath(fs::canonical(fresh));
+    if (kIsWindows) std::replace(folder.begin(), folder.end(), '\\', '/');
 }
 
 TemporaryFolder::~TemporaryFolder() {
     std::error_code ignored;
-    fs::remove_all(folder, ignored);
+    fs::remove_all(Platform::ToPath(folder), ignored);
 }
 
 std::string TemporaryFolder::Path(std::string_view name) const {
-    return name.empty() ? folder : (fs::path(folder) / name).generic_string();
+    if (name.empty()) return folder;
+    const bool isFull = name.front() == '/' || (kIsWindows && name.substr(1, 1) == ":");
+    return isFull ? std::string(name) : folder + "/" + std::string(name);
 }
 
 std::string TemporaryFolder::WriteFile(std::string_view name, std::string_view bytes) const {
@@ -42,5 +51,5 @@ std::string TemporaryFolder::ReadFile(std::string_view name) const {
 }
 
 bool TemporaryFolder::Has(std::string_view name) const {
-    return fs::exists(Path(name));
+    return Platform::Exists(Path(name));
 }

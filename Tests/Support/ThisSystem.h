@@ -8,6 +8,9 @@
 /// For the few expectations that are not the same on every system.
 inline constexpr bool kIsWindows = std::filesystem::path::preferred_separator != '/';
 
+/// What takes everything and keeps nothing.
+inline constexpr const char* kNullDevice = kIsWindows ? "NUL" : "/dev/null";
+
 /// What parts two folders in PATH.
 inline constexpr const char* kBetweenFolders = kIsWindows ? ";" : ":";
 

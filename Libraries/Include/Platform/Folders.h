@@ -4,6 +4,9 @@
 
 namespace Platform {
 
+/// True when the path leads to anything at all; links are followed.
+bool Exists(const std::string& path);
+
 /// True when the path leads to a folder; links are followed.
 bool IsFolder(const std::string& path);
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <optional>
 #include <string>
 
@@ -9,12 +10,22 @@ namespace Platform {
 /// than the system's limit on paths.
 std::optional<std::string> CurrentDirectory();
 
+/// Makes a folder the working directory of the process; false when the system refuses.
+bool EnterFolder(const std::string& path);
+
 /// The canonical absolute form of `path` by its text alone: relative paths count from the working
 /// directory, "." and ".." and doubled separators are resolved, links are not followed and nothing
 /// needs to exist. A separator at the end stays, for it says that a folder is meant. On POSIX "/"
 /// separates and is what comes out. Nothing when the system refuses (a path too long, an empty
 /// path, no working directory).
 std::optional<std::string> FullPath(const std::string& path);
+
+/// A name of the system as the standard library's path, for what can be said of its text. Its own
+/// conversion takes the letters of some systems for others.
+std::filesystem::path ToPath(const std::string& name);
+
+/// The name that a path stands for, with the separators that it has.
+std::string FromPath(const std::filesystem::path& path);
 
 /// True where a backslash separates folders in names of the system.
 bool BackslashSeparates();
