@@ -49,13 +49,15 @@ TEST(StartDetached, TheChildInheritsNothingOfOurs) {
     ASSERT_NE(held, INVALID_HANDLE_VALUE);
     folder.WriteFile("wait.bat",
                      "@echo off\r\ncd /d \"%~dp0\"\r\necho x>started\r\n"
-                     ":again\r\nif not exist end goto again\r\n");
+                     ":again\r\nif not exist end goto again\r\necho x>ended\r\n");
     EXPECT_EQ(StartDetached({"cmd", "/c", folder.Path("wait.bat")}), 0);
     WaitFor(folder, "started");
     CloseHandle(held);
     // Somebody else's handle would still be in the way.
     EXPECT_TRUE(DeleteFileA(folder.Path("held").c_str()));
     folder.WriteFile("end", "");
+    // A folder that goes away first would leave the shell in its loop for good.
+    WaitFor(folder, "ended");
 }
 
 TEST(RunPipeline, TheLastCommandDecides) {
