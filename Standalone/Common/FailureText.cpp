@@ -2,15 +2,27 @@
 
 #include <VokLib/Text/VokEncoding.h>
 
-std::string FailureText(const FailurePlace& place, std::string_view words) {
+namespace {
+
+std::string PlacedText(const FailurePlace& place, std::string_view kind, std::string_view words) {
     std::string text = place.file + ":";
     if (place.line > 0) {
         text += std::to_string(place.line) + ":";
         if (place.column > 0) text += std::to_string(place.column) + ":";
     }
-    text.append(" error: ").append(words);
+    text.append(" ").append(kind).append(": ").append(words);
     if (!place.object.empty()) text += " (object " + ReadableText(place.object) + ")";
     return text;
+}
+
+}  // namespace
+
+std::string FailureText(const FailurePlace& place, std::string_view words) {
+    return PlacedText(place, "error", words);
+}
+
+std::string WarningText(const FailurePlace& place, std::string_view words) {
+    return PlacedText(place, "warning", words);
 }
 
 std::string ReadableText(std::string_view documentText) {

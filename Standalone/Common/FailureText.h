@@ -16,6 +16,8 @@ struct FailurePlace {
 ///
 ///     scene.qeli:12:7: error: Unknown tag "jiont" (object ||hips)
 std::string FailureText(const FailurePlace& place, std::string_view words);
+/// The same with "warning".
+std::string WarningText(const FailurePlace& place, std::string_view words);
 
 /// A document that cannot be read or written. The text is complete, with its place.
 class DocumentFailure : public std::exception {

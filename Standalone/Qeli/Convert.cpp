@@ -11,6 +11,7 @@
 #include <VokLib/Text/VokDocumentFile.h>
 #include <VokLib/Tree/VokWorld.h>
 
+#include <iostream>
 #include <memory>
 #include <ostream>
 
@@ -21,7 +22,7 @@ namespace {
 constexpr std::size_t kFreeBytes = 64u << 20;
 constexpr std::size_t kMostGrowth = 32;
 
-void CheckWritten(VokWorld& world, const OutputFile& file, const std::string& out) {
+LostSigns CheckWritten(VokWorld& world, const OutputFile& file, const std::string& out) {
     VokWorld readBack;
     try {
         LoadDocument(readBack, file.GetUnfinishedName(), out);
@@ -30,7 +31,16 @@ void CheckWritten(VokWorld& world, const OutputFile& file, const std::string& ou
         throw DocumentFailure(
             {out}, std::string("The written document cannot be read: ") + failure.what());
     }
-    CheckReadBack(world, readBack);
+    return CheckReadBack(world, readBack);
+}
+
+void Warn(const LostSigns& lost, const std::string& in) {
+    if (lost.objects == 0) return;
+    std::string words =
+        "The written document may be baked otherwise: the format leaves out zeros, and with them "
+        "the sign of a -0";
+    if (lost.objects > 1) words += " (in " + std::to_string(lost.objects) + " objects)";
+    std::cerr << WarningText({.file = in, .object = lost.firstPath}, words) << std::endl;
 }
 
 }  // namespace
@@ -39,6 +49,7 @@ void Convert(const std::string& in, const std::string& out) {
     VokWorld world;
     const std::size_t documentBytes = LoadDocument(world, in).bytes;
     OutputFile file(out);
+    LostSigns lost;
     try {
         if (OutputFile::IsKept(out)) MoveDocument(world, in, out);
         LimitedBuffer buffer(*file.GetStream().rdbuf(), kFreeBytes + kMostGrowth * documentBytes);
@@ -53,7 +64,7 @@ void Convert(const std::string& in, const std::string& out) {
                                             "of their targets, and these are too long");
         if (!limited) file.GetStream().setstate(std::ios_base::badbit);
         file.Finish();
-        CheckWritten(world, file, out);
+        lost = CheckWritten(world, file, out);
     } catch (const DocumentFailure&) {
         throw;
     } catch (const std::exception& failure) {
@@ -63,4 +74,5 @@ void Convert(const std::string& in, const std::string& out) {
         throw DocumentFailure({in, 0, 0, object}, failure.what());
     }
     file.Publish();
+    Warn(lost, in);
 }

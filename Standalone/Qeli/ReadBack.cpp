@@ -3,12 +3,14 @@
 #include "FailureText.h"
 #include "MarkupFault.h"
 
+#include <VokLib/Links/VokPath.h>
 #include <VokLib/Objects/Constraints/VokAimConstraint.h>
 #include <VokLib/Text/VokAttributes.h>
 #include <VokLib/Text/VokDocumentFile.h>
 #include <VokLib/Tree/ThrowVokException.h>
 #include <VokLib/Tree/VokCast.h>
 #include <VokLib/Tree/VokItHierarchy.h>
+#include <VokLib/Tree/VokNode.h>
 #include <VokLib/Tree/VokWorld.h>
 
 #include <algorithm>
@@ -65,10 +67,11 @@ std::string Excerpt(std::string_view text, std::size_t at) {
                       &object);
 }
 
-bool HasSameBits(const VokVector4& a, const VokVector4& b) {
-    const auto bits = [](float number) { return std::bit_cast<std::uint32_t>(number); };
-    return bits(a.x) == bits(b.x) && bits(a.y) == bits(b.y) && bits(a.z) == bits(b.z) &&
-           bits(a.w) == bits(b.w);
+bool HasSameBits(float a, float b) {
+    return std::bit_cast<std::uint32_t>(a) == std::bit_cast<std::uint32_t>(b);
+}
+bool HasSameBits(const auto& a, const auto& b) {
+    return HasSameBits(a.x, b.x) && HasSameBits(a.y, b.y) && HasSameBits(a.z, b.z);
 }
 
 /// What a bake takes from an object although the format has no place for it: an aim constraint
@@ -87,6 +90,21 @@ void CheckBaked(const VokObj& object, const VokObj& readBack) {
         &object);
 }
 
+/// True where a bake would see the sign of a zero that was not written.
+bool LosesSign(const VokObj& object, const VokObj& readBack) {
+    if (!object.IsA(VokNode::TypeId())) return false;
+    const auto& before = static_cast<const VokNode&>(object);
+    const auto& after = static_cast<const VokNode&>(readBack);
+    return !(HasSameBits(before.translate, after.translate) &&
+             HasSameBits(before.rotation, after.rotation) &&
+             HasSameBits(before.rotationAxis, after.rotationAxis) &&
+             HasSameBits(before.shear, after.shear) &&
+             HasSameBits(before.rotatePivot, after.rotatePivot) &&
+             HasSameBits(before.rotatePivotTranslation, after.rotatePivotTranslation) &&
+             HasSameBits(before.scalePivot, after.scalePivot) &&
+             HasSameBits(before.scalePivotTranslation, after.scalePivotTranslation));
+}
+
 }  // namespace
 
 void CheckMarkup(VokWorld& world) {
@@ -97,7 +115,8 @@ void CheckMarkup(VokWorld& world) {
     }
 }
 
-void CheckReadBack(VokWorld& written, VokWorld& readBack) {
+LostSigns CheckReadBack(VokWorld& written, VokWorld& readBack) {
+    LostSigns lost;
     OwnMarkup ours;
     OwnMarkup theirs;
     VokItHierarchy other(&readBack);
@@ -109,10 +128,13 @@ void CheckReadBack(VokWorld& written, VokWorld& readBack) {
         const std::string& after = theirs.Of(*other.Current());
         if (before != after) ThrowDifference(object, before, after);
         CheckBaked(object, *other.Current());
+        if (LosesSign(object, *other.Current()) && lost.objects++ == 0)
+            lost.firstPath = VokPath(&object).GetText();
     }
     if (!other.AtEnd())
         ThrowVokException("The written document would be read with a further object",
                           other.Current());
     if (written.GetUpAxis() != readBack.GetUpAxis())
         ThrowVokException("The written document would be read with another up axis");
+    return lost;
 }

@@ -95,6 +95,30 @@ TEST_F(QeliLimits, AnUpVectorThatOnlyABakeSeesIsNotDropped) {
     EXPECT_EQ(Run("convert", document("0 0 0")).status, 0);
 }
 
+TEST_F(QeliLimits, ASignThatOnlyABakeSeesIsNotDroppedSilently) {
+    const auto document = [](const std::string& ofB, const std::string& ofC) {
+        return Document("<scene><joint name=\"a\"><joint name=\"b\">" + ofB +
+                        "</joint><joint name=\"c\">" + ofC + "</joint></joint></scene>");
+    };
+    const std::string words =
+        "in.qeli: warning: The written document may be baked otherwise: the format leaves out "
+        "zeros, and with them the sign of a -0";
+    for (const std::string element :
+         {"translate", "rotEul", "rotAxisEul", "shear", "rotatePivot", "rotatePivotTranslation",
+          "scalePivot", "scalePivotTranslation"}) {
+        const ProgramResult run =
+            Run("convert", document("<" + element + ">0 0 -0</" + element + ">", ""));
+        EXPECT_EQ(run.status, 0);
+        EXPECT_EQ(run.errors, words + " (object ||a|b)\n");
+    }
+    EXPECT_EQ(
+        Run("convert", document("<translate>-0 0 0</translate>", "<rotEul>0 -0 0</rotEul>")).errors,
+        words + " (in 2 objects) (object ||a|b)\n");
+    EXPECT_EQ(
+        Run("convert", document("<translate>0 0 0</translate>", "<rotEul>1 -0 0</rotEul>")).errors,
+        "");
+}
+
 TEST_F(QeliLimits, AnEntityOfTheDocumentsOwnIsExplained) {
     std::string document = Document("<scene><joint name=\"&e;\"/></scene>");
     document.insert(document.find("<QEL"), "<!DOCTYPE QEL [<!ENTITY e \"x\">]>\n");
