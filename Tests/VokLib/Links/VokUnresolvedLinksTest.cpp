@@ -85,6 +85,25 @@ TEST_F(UnresolvedLinks, OfTextsWithoutMeasureTheFirstAreKeptAndAllAreCounted) {
     EXPECT_EQ(unresolved.Count(), 6u);
 }
 
+TEST_F(UnresolvedLinks, TextsThatFillTheMeasureToTheByteAreAllMade) {
+    VokObj* const owners[] = {Add<VokNode>(&world, "a"), Add<VokNode>(&world, "b")};
+    const std::string path(VokLimits::kMaxUnresolvedText / 2 - std::string("|a->").size(), 'x');
+    for (const bool isTooLong : {false, true}) {
+        VokObjLink first;
+        first.owner = owners[0];
+        first.path = path;
+        VokObjLink second;
+        second.owner = owners[1];
+        second.path = isTooLong ? path + "x" : path;
+        VokUnresolvedLinks both;
+        both.Add(second);
+        both.Add(first);
+        EXPECT_EQ(both.MakeTexts().size(), isTooLong ? 1u : 2u);
+        EXPECT_EQ(both.MakeTexts().front(), "|a->" + path);
+        EXPECT_EQ(both.Count(), 2u);
+    }
+}
+
 TEST_F(UnresolvedLinks, AnOwnerOutsideAWorldHasNoPath) {
     VokNode lone;
     AddLink(&lone, "||no");

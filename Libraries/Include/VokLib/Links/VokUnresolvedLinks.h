@@ -1,8 +1,8 @@
 #pragma once
 
+#include <VokLib/Links/VokTextTree.h>
+
 #include <cstddef>
-#include <cstdint>
-#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -11,9 +11,10 @@ class VokObj;
 class VokObjLink;
 
 /// Links that led nowhere, in the order of their texts "owner->path" ("?" for no owner). It holds
-/// on to the links and makes a text only when it is asked for; of texts that come to more than
-/// VokLimits::kMaxUnresolvedText the first are kept and the others counted, for the path of an
-/// owner can be nearly as long as the document. The links and their owners must stay as they are.
+/// on to names and paths and makes a text only when it is asked for, for the path of an owner can
+/// be nearly as long as the document: time and memory follow the document. Of texts that come to
+/// more than VokLimits::kMaxUnresolvedText bytes the first are made and the others counted. The
+/// links and their owners must stay as they are.
 class VokUnresolvedLinks {
   public:
     void Add(const VokObjLink& link);
@@ -24,23 +25,8 @@ class VokUnresolvedLinks {
     std::vector<std::string> MakeTexts() const;
 
   private:
-    struct PathOfOwner {
-        std::size_t length;
-        std::uint64_t hash;
-    };
-    struct Entry {
-        const VokObjLink* link;
-        std::size_t length;
-    };
-    struct ByText {
-        bool operator()(const Entry& a, const Entry& b) const;
-    };
+    VokTextTree::Place PlaceOf(const VokObj* owner);
 
-    PathOfOwner Measure(const VokObj* owner);
-
-    std::set<Entry, ByText> kept;
-    std::size_t keptBytes = 0;
-    bool isCut = false;
-    std::vector<std::uint64_t> hashes;  // of all texts
-    std::unordered_map<const VokObj*, PathOfOwner> paths;
+    VokTextTree texts;
+    std::unordered_map<const VokObj*, VokTextTree::Place> places;  // behind the paths of owners
 };
