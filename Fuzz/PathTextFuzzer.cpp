@@ -20,6 +20,7 @@
 #include <exception>
 #include <memory>
 #include <optional>
+#include <set>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -105,28 +106,42 @@ Answer Ask(VokWorld& world, const std::string& path, VokPathCache* cache) {
     return answer;
 }
 
+void CheckSameAnswer(VokWorld& world, const std::string& path, VokPathCache& cache) {
+    if (!(Ask(world, path, &cache) == Ask(world, path, nullptr)))
+        Fail("another answer from memory", path, "");
+}
+
+/// True where a path can mean one object alone: every name is there once, none holds the separator,
+/// and no object stands for another.
+bool IsPlain(const std::vector<std::string>& objects) {
+    std::set<std::string> names;
+    return std::all_of(objects.begin(), objects.end(), [&](const std::string& line) {
+        if (line[0] == '<') return true;
+        const std::string name = line.substr(1);
+        return line[0] != '>' && line[0] != '@' && !name.empty() &&
+               name.find('|') == std::string::npos && names.insert(name).second;
+    });
+}
+
 void CheckObjectPaths(const std::vector<std::string>& lines) {
     VokWorld world;
     VokObj* place = world.GetHierarchy();
+    std::vector<std::string> objects;
     std::vector<std::string> questions;
     for (const std::string& line : lines) {
         if (line.empty()) continue;
         const bool isObject = std::string("<=>@+-").find(line[0]) != std::string::npos;
-        if (isObject)
-            place = Grow(world, place, line);
-        else
-            questions.push_back(line);
+        if (isObject) place = Grow(world, place, line);
+        (isObject ? objects : questions).push_back(line);
     }
     VokPathCache cache(&world);
-    for (const std::string& path : questions)
-        if (!(Ask(world, path, &cache) == Ask(world, path, nullptr)))
-            Fail("another answer from memory", path, "");
-    if (place != &world) {
-        const std::string path = VokPath(place).GetText();
-        const Answer answer = Ask(world, path, nullptr);
-        if (!path.starts_with("|")) Fail("no path", path, "");
-        static_cast<void>(answer);
-    }
+    for (const std::string& path : questions) CheckSameAnswer(world, path, cache);
+    if (place == &world) return;
+    const std::string path = VokPath(place).GetText();
+    if (!path.starts_with("|")) Fail("no path", path, "");
+    CheckSameAnswer(world, path, cache);
+    if (IsPlain(objects) && Ask(world, path, nullptr).object != place)
+        Fail("an object's own path leads elsewhere", path, Ask(world, path, nullptr).failure);
 }
 
 }  // namespace
