@@ -16,15 +16,22 @@ typedef struct skeleton_fault {
     char text[152]; /* "joints[7].parent is 9, not below 7" */
 } skeleton_fault;
 
+/* A step on the way to a field: "items[2].". */
+typedef struct skeleton_step_ {
+    const char* name;
+    uint64_t index;
+} skeleton_step_;
+
 /* A file under test. Each table is left at its first fault. */
 typedef struct skeleton_check_ {
     const unsigned char* bytes;
     uint64_t size;
     int reversed;           /* the file's numbers are in the other byte order */
-    int64_t item;           /* the procedural item that is looked at, -1 outside of them */
     skeleton_fault* faults; /* `room` of them */
     size_t room;
     size_t count; /* of faults found, be there room for them or not */
+    size_t depth; /* of the way to what is looked at */
+    skeleton_step_ path[3];
 } skeleton_check_;
 
 /* A number for printf, whatever its type. */
@@ -64,12 +71,35 @@ static inline uint64_t skeleton_align_(uint64_t at) {
     return (at + 15) & ~SKELETON_CAST(uint64_t, 15);
 }
 
+static inline skeleton_check_ skeleton_begin_check_(const void* bytes, size_t size,
+                                                    skeleton_fault* faults, size_t room) {
+    skeleton_check_ check;
+    memset(&check, 0, sizeof check);
+    check.bytes = SKELETON_CAST(const unsigned char*, bytes);
+    check.size = size;
+    check.faults = faults;
+    check.room = room;
+    return check;
+}
+
 /* True for a file whose first offset shows that its numbers are in the other byte order:
  * skeleton_swap turns it. */
 static inline int skeleton_is_reversed(const void* bytes, size_t size) {
-    skeleton_check_ check = {SKELETON_CAST(const unsigned char*, bytes), size, 1, -1, NULL, 0, 0};
+    skeleton_check_ check = skeleton_begin_check_(bytes, size, NULL, 0);
+    check.reversed = 1;
     return size >= sizeof(skeleton_header) &&
            skeleton_u32_(&check, offsetof(skeleton_header, joints)) == 36;
+}
+
+/* Faults found from here on are those of an entry of this table. */
+static inline void skeleton_enter_(skeleton_check_* check, const char* table, uint64_t entry) {
+    check->path[check->depth].name = table;
+    check->path[check->depth].index = entry;
+    ++check->depth;
+}
+
+static inline void skeleton_leave_(skeleton_check_* check) {
+    --check->depth;
 }
 
 #if defined(__GNUC__)
@@ -81,45 +111,19 @@ skeleton_refuse_(skeleton_check_* check, uint64_t at, const char* format, ...) {
     if (check->count < check->room) {
         skeleton_fault* const fault = check->faults + check->count;
         const size_t room = sizeof fault->text;
+        size_t used = 0;
         va_list values;
-        int used = 0;
         fault->offset = SKELETON_CAST(size_t, at);
-        if (check->item >= 0)
-            used = snprintf(fault->text, room, "items[%lu].", SKELETON_U_(check->item));
+        for (size_t i = 0; i < check->depth; ++i)
+            used += SKELETON_CAST(
+                size_t, snprintf(fault->text + used, room - used, "%s[%lu].", check->path[i].name,
+                                 SKELETON_U_(check->path[i].index)));
         va_start(values, format);
-        vsnprintf(fault->text + used, room - SKELETON_CAST(size_t, used), format, values);
+        vsnprintf(fault->text + used, room - used, format, values);
         va_end(values);
     }
     ++check->count;
     return 0;
-}
-
-/* Bytes between two tables are zeros. */
-static inline int skeleton_check_padding_(skeleton_check_* check, uint64_t from, uint64_t to,
-                                          const char* table) {
-    for (uint64_t at = from; at < to; ++at)
-        if (check->bytes[at] != 0)
-            return skeleton_refuse_(check, at, "padding in front of %s is 0x%02lX, not 0", table,
-                                    SKELETON_U_(check->bytes[at]));
-    return 1;
-}
-
-/* The offset at `field` leads to `place`, where the table stands, and `bytes` from there end within
- * `limit`; the gap from `before` to it is padding. */
-static inline int skeleton_check_table_(skeleton_check_* check, uint64_t field, uint64_t before,
-                                        uint64_t place, uint64_t bytes, uint64_t limit,
-                                        const char* table) {
-    const int64_t target = skeleton_target_(check, field);
-    if (skeleton_u32_(check, field) == 0)
-        return skeleton_refuse_(check, field, "%s is 0: there is no table", table);
-    if (target != SKELETON_CAST(int64_t, place))
-        return skeleton_refuse_(check, field, "%s leads to %s0x%04lX, not to 0x%04lX", table,
-                                target < 0 ? "-" : "", SKELETON_U_(target < 0 ? -target : target),
-                                SKELETON_U_(place));
-    if (place > limit || bytes > limit - place)
-        return skeleton_refuse_(check, field, "%s goes on to 0x%04lX, beyond the end at 0x%04lX",
-                                table, SKELETON_U_(place + bytes), SKELETON_U_(limit));
-    return skeleton_check_padding_(check, before, place, table);
 }
 
 /* A magic stands at `at`. */
@@ -134,6 +138,20 @@ static inline int skeleton_check_magic_(skeleton_check_* check, uint64_t at, con
 
 static inline int skeleton_is_nan_(const skeleton_check_* check, uint64_t at) {
     return (skeleton_u32_(check, at) & 0x7FFFFFFFu) > 0x7F800000u;
+}
+
+/* Floats in rows of `width`, all of them numbers. */
+static inline int skeleton_check_floats_(skeleton_check_* check, uint64_t at, uint64_t count,
+                                         uint64_t width, const char* table) {
+    for (uint64_t i = 0; i < count; ++i) {
+        if (!skeleton_is_nan_(check, at + 4 * i)) continue;
+        if (width == 1)
+            return skeleton_refuse_(check, at + 4 * i, "%s[%lu] is not a number", table,
+                                    SKELETON_U_(i));
+        return skeleton_refuse_(check, at + 4 * i, "%s[%lu][%lu] is not a number", table,
+                                SKELETON_U_(i / width), SKELETON_U_(i % width));
+    }
+    return 1;
 }
 
 #endif

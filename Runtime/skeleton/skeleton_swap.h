@@ -119,12 +119,13 @@ static inline void skeleton_turn_procedural_(skeleton_turn_* turn, uint64_t at) 
  * again. A file that is not sound stays as it is: 0, and `fault`, which may be null, tells the
  * reason. */
 static inline int skeleton_swap(void* bytes, size_t size, skeleton_fault* fault) {
-    skeleton_turn_ turn = {{SKELETON_CAST(const unsigned char*, bytes), size,
-                            skeleton_is_reversed(bytes, size), -1, NULL, 0, 0},
-                           SKELETON_CAST(unsigned char*, bytes)};
+    skeleton_turn_ turn;
     uint64_t joints, transforms, hashes, lods, procedural;
     uint32_t count;
     if (skeleton_find_faults(bytes, size, fault, fault == NULL ? 0 : 1) != 0) return 0;
+    turn.file = skeleton_begin_check_(bytes, size, NULL, 0);
+    turn.file.reversed = skeleton_is_reversed(bytes, size);
+    turn.bytes = SKELETON_CAST(unsigned char*, bytes);
     count = skeleton_u16_(&turn.file, offsetof(skeleton_header, joint_count));
     joints = skeleton_turn_place_(&turn, offsetof(skeleton_header, joints));
     transforms = skeleton_turn_place_(&turn, offsetof(skeleton_header, transforms));

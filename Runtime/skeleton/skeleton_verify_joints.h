@@ -2,7 +2,7 @@
 #ifndef SKELETON_VERIFY_JOINTS_H
 #define SKELETON_VERIFY_JOINTS_H
 
-#include "skeleton_check.h"
+#include "skeleton_check_tables.h"
 
 /* Offsets are signed and have four bytes. */
 #define SKELETON_LONGEST_FILE_ 0x7FFFFFFFu
@@ -11,6 +11,21 @@ static inline uint32_t skeleton_joint_count_(const skeleton_check_* check) {
     return skeleton_u16_(check, offsetof(skeleton_header, joint_count));
 }
 
+/* Nothing else in the header depends on these. */
+static inline int skeleton_check_reserved_(skeleton_check_* check) {
+    const uint64_t reserved1 = offsetof(skeleton_header, reserved1);
+    const uint32_t reserved0 = skeleton_u16_(check, offsetof(skeleton_header, reserved0));
+    if (reserved0 != 0)
+        return skeleton_refuse_(check, offsetof(skeleton_header, reserved0),
+                                "reserved0 is %lu, not 0", SKELETON_U_(reserved0));
+    for (uint64_t at = reserved1; at < sizeof(skeleton_header); ++at)
+        if (check->bytes[at] != 0)
+            return skeleton_refuse_(check, at, "reserved1[%lu] is not 0",
+                                    SKELETON_U_((at - reserved1) / 4));
+    return 1;
+}
+
+/* False for what cannot be looked at as a skeleton file. */
 static inline int skeleton_check_header_(skeleton_check_* check) {
     const uint64_t size = sizeof(skeleton_header);
     if (check->size < 4)
@@ -25,14 +40,9 @@ static inline int skeleton_check_header_(skeleton_check_* check) {
         return skeleton_refuse_(
             check, offsetof(skeleton_header, joints), "joints is 0x%08lX, 36 in no byte order",
             SKELETON_U_(skeleton_u32_(check, offsetof(skeleton_header, joints))));
-    if (skeleton_u16_(check, offsetof(skeleton_header, reserved0)) != 0)
-        return skeleton_refuse_(
-            check, offsetof(skeleton_header, reserved0), "reserved0 is %lu, not 0",
-            SKELETON_U_(skeleton_u16_(check, offsetof(skeleton_header, reserved0))));
     if (skeleton_joint_count_(check) == 0)
         return skeleton_refuse_(check, offsetof(skeleton_header, joint_count), "joint_count is 0");
-    for (uint64_t at = offsetof(skeleton_header, reserved1); at < size; ++at)
-        if (check->bytes[at] != 0) return skeleton_refuse_(check, at, "reserved1 is not 0");
+    skeleton_check_reserved_(check);
     return 1;
 }
 
@@ -212,7 +222,8 @@ static inline int skeleton_check_signature_(skeleton_check_* check, uint64_t joi
 }
 
 /* One row: joints below `limit` stay, for each other one the nearest that stays above it in the
- * tree stands in. */
+ * tree stands in. `joints` is 0 when that table is not where it should be; then, and at a joint
+ * whose parent is none, what stands in cannot be known. */
 static inline int skeleton_check_remap_(skeleton_check_* check, uint64_t joints, uint64_t row,
                                         uint32_t number, int64_t limit) {
     const uint32_t count = skeleton_joint_count_(check);
@@ -221,14 +232,19 @@ static inline int skeleton_check_remap_(skeleton_check_* check, uint64_t joints,
     if (skeleton_u16_(check, row) == SKELETON_NO_JOINT) limit = 0;
     for (uint32_t joint = 0; joint < count; ++joint) {
         const uint64_t at = row + 2 * SKELETON_CAST(uint64_t, joint);
-        const uint32_t parent = skeleton_u16_(
-            check, joints + 8 * SKELETON_CAST(uint64_t, joint) + offsetof(skeleton_joint, parent));
         const uint32_t stated = skeleton_u16_(check, at);
         uint32_t wanted = SKELETON_NO_JOINT;
         if (joint < limit)
             wanted = joint;
-        else if (parent != SKELETON_NO_JOINT)
-            wanted = skeleton_u16_(check, row + 2 * SKELETON_CAST(uint64_t, parent));
+        else {
+            const uint64_t link =
+                joints + 8 * SKELETON_CAST(uint64_t, joint) + offsetof(skeleton_joint, parent);
+            const uint32_t parent = joints == 0 ? joint : skeleton_u16_(check, link);
+            if (parent < joint)
+                wanted = skeleton_u16_(check, row + 2 * SKELETON_CAST(uint64_t, parent));
+            else if (parent != SKELETON_NO_JOINT)
+                continue;
+        }
         if (stated != wanted)
             return skeleton_refuse_(check, at, "lods.remap[%lu][%lu] is %lu, not %lu",
                                     SKELETON_U_(number), SKELETON_U_(joint), SKELETON_U_(stated),
@@ -237,7 +253,8 @@ static inline int skeleton_check_remap_(skeleton_check_* check, uint64_t joints,
     return 1;
 }
 
-static inline int skeleton_check_lods_(skeleton_check_* check, uint64_t joints, uint64_t table) {
+/* The table lies within the file. */
+static inline int skeleton_check_remaps_(skeleton_check_* check, uint64_t joints, uint64_t table) {
     const uint32_t count = skeleton_joint_count_(check);
     const uint32_t rows = skeleton_u32_(check, table);
     const uint64_t members = table + sizeof(skeleton_lods);
@@ -253,50 +270,43 @@ static inline int skeleton_check_lods_(skeleton_check_* check, uint64_t joints, 
     return 1;
 }
 
-/* False when the tables do not stand where they belong, so that nothing behind them can be found
- * either; their contents are looked at once all of them are in place. `end` is the first byte
- * behind the last one. */
-static inline int skeleton_check_joint_tables_(skeleton_check_* check, uint64_t* end) {
-    const uint32_t count = skeleton_joint_count_(check);
-    const uint64_t joints = sizeof(skeleton_header);
-    const uint64_t joints_end = joints + 8 * SKELETON_CAST(uint64_t, count);
-    const uint64_t transforms = skeleton_align_(joints_end);
-    const uint64_t transforms_end = transforms + 48 * SKELETON_CAST(uint64_t, count);
-    const uint64_t hashes = skeleton_align_(transforms_end);
-    const uint64_t hashes_end = hashes + 8 * SKELETON_CAST(uint64_t, count);
-    const uint64_t lods = skeleton_align_(hashes_end);
-    const int has_lods = skeleton_u32_(check, offsetof(skeleton_header, lods)) != 0;
+static inline int skeleton_check_lods_(skeleton_check_* check, skeleton_row_* tables,
+                                       uint64_t joints) {
+    const uint64_t count = skeleton_joint_count_(check);
+    const uint64_t lods = skeleton_next_table_(check, tables, offsetof(skeleton_header, lods),
+                                               sizeof(skeleton_lods), "lods");
+    uint64_t rows, end;
+    skeleton_end_at_(tables, 0);
+    if (lods == 0) return 0;
+    rows = skeleton_u32_(check, lods);
+    end = lods + sizeof(skeleton_lods) + rows * (2 + 2 * count);
+    if (rows == 0) return skeleton_refuse_(check, lods, "lods.count is 0");
+    if (end > check->size)
+        return skeleton_refuse_(
+            check, lods, "lods.count is %lu: the rows go on to 0x%04lX, beyond the end at 0x%04lX",
+            SKELETON_U_(rows), SKELETON_U_(end), SKELETON_U_(check->size));
+    skeleton_end_at_(tables, end);
+    return skeleton_check_remaps_(check, joints, lods);
+}
+
+/* Each table that is in its place is looked into, whatever the others are like. */
+static inline void skeleton_check_joint_tables_(skeleton_check_* check, skeleton_row_* tables) {
+    const uint64_t count = skeleton_joint_count_(check);
+    const uint64_t joints =
+        skeleton_next_table_(check, tables, offsetof(skeleton_header, joints), 8 * count, "joints");
+    const int are_joints_sound = joints != 0 && skeleton_check_joints_(check, joints);
+    const uint64_t transforms = skeleton_next_table_(
+        check, tables, offsetof(skeleton_header, transforms), 48 * count, "transforms");
+    uint64_t hashes;
     int is_full = 0;
-    int are_joints_sound, are_hashes_sound;
-    if (!skeleton_check_table_(check, offsetof(skeleton_header, joints), joints, joints,
-                               joints_end - joints, check->size, "joints") ||
-        !skeleton_check_table_(check, offsetof(skeleton_header, transforms), joints_end, transforms,
-                               transforms_end - transforms, check->size, "transforms") ||
-        !skeleton_check_table_(check, offsetof(skeleton_header, hashes), transforms_end, hashes,
-                               hashes_end - hashes, check->size, "hashes"))
-        return 0;
-    *end = hashes_end;
-    if (has_lods) {
-        uint64_t rows;
-        if (!skeleton_check_table_(check, offsetof(skeleton_header, lods), hashes_end, lods,
-                                   sizeof(skeleton_lods), check->size, "lods"))
-            return 0;
-        rows = skeleton_u32_(check, lods);
-        if (rows == 0) return skeleton_refuse_(check, lods, "lods.count is 0");
-        *end = lods + sizeof(skeleton_lods) + rows * (2 + 2 * SKELETON_CAST(uint64_t, count));
-        if (*end > check->size)
-            return skeleton_refuse_(
-                check, lods,
-                "lods.count is %lu: the rows go on to 0x%04lX, beyond the end at 0x%04lX",
-                SKELETON_U_(rows), SKELETON_U_(*end), SKELETON_U_(check->size));
-    }
-    are_joints_sound = skeleton_check_joints_(check, joints);
-    skeleton_check_transforms_(check, transforms);
-    are_hashes_sound = skeleton_check_hashes_(check, hashes, &is_full);
-    if (are_joints_sound && are_hashes_sound && is_full)
+    if (transforms != 0) skeleton_check_transforms_(check, transforms);
+    hashes =
+        skeleton_next_table_(check, tables, offsetof(skeleton_header, hashes), 8 * count, "hashes");
+    if (hashes != 0 && skeleton_check_hashes_(check, hashes, &is_full) && is_full &&
+        are_joints_sound)
         skeleton_check_signature_(check, joints, hashes);
-    if (are_joints_sound && has_lods) skeleton_check_lods_(check, joints, lods);
-    return 1;
+    if (skeleton_u32_(check, offsetof(skeleton_header, lods)) != 0)
+        skeleton_check_lods_(check, tables, joints);
 }
 
 #endif

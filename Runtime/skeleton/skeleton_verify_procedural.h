@@ -2,64 +2,130 @@
 #ifndef SKELETON_VERIFY_PROCEDURAL_H
 #define SKELETON_VERIFY_PROCEDURAL_H
 
-#include "skeleton_check.h"
+#include "skeleton_check_tables.h"
 #include "skeleton_verify_constraints.h"
 #include "skeleton_verify_driven.h"
 
-/* One item fills the bytes from `at` to `end`. */
-static inline void skeleton_check_item_(skeleton_check_* check, uint64_t procedural, uint32_t place,
-                                        uint32_t kind, uint64_t at, uint64_t end) {
-    check->item = place;
-    if (kind == SKELETON_ITEM_DRIVEN_KEYS)
-        skeleton_check_driven_keys_(check, procedural, at, end);
-    else
-        skeleton_check_constraints_(check, at, end);
-    check->item = -1;
-}
+/* The list of items, as far as it can be found. */
+typedef struct skeleton_items_ {
+    uint64_t at;     /* of the block that it belongs to */
+    uint64_t kinds;  /* 0 if they are not where they should be: an item's magic tells its kind */
+    uint64_t places; /* of the table of offsets */
+    uint64_t first;  /* where the first item begins */
+    uint64_t end;    /* no item goes on behind this */
+    uint32_t count;
+    int is_end_known;    /* the items do end there */
+    int are_kinds_sound; /* those looked at up to now */
+    int are_places_sound;
+} skeleton_items_;
 
-/* Every item starts where the one in front of it ends, on a 16-byte boundary. */
-static inline int skeleton_check_item_table_(skeleton_check_* check, uint64_t kinds, uint64_t items,
-                                             uint32_t count, uint64_t items_end) {
-    const uint64_t first = skeleton_align_(items + 4 * SKELETON_CAST(uint64_t, count));
-    uint64_t previous = first;
-    for (uint32_t i = 0; i < count; ++i) {
-        const uint64_t field = items + 4 * SKELETON_CAST(uint64_t, i);
-        const uint32_t kind = skeleton_u32_(check, kinds + 4 * SKELETON_CAST(uint64_t, i));
-        const int64_t target = skeleton_target_(check, field);
-        const uint64_t at = SKELETON_CAST(uint64_t, target < 0 ? 0 : target);
-        if (kind != SKELETON_ITEM_DRIVEN_KEYS && kind != SKELETON_ITEM_JOINT_CONSTRAINTS)
-            return skeleton_refuse_(check, kinds + 4 * SKELETON_CAST(uint64_t, i),
-                                    "item_kinds[%lu] is %lu, not 0 or 1", SKELETON_U_(i),
-                                    SKELETON_U_(kind));
-        if (i == 0 ? at != first : at <= previous || at % 16 != 0)
-            return skeleton_refuse_(check, field,
-                                    "items[%lu] leads to 0x%04lX, where no item begins",
-                                    SKELETON_U_(i), SKELETON_U_(at));
-        if (at >= items_end)
-            return skeleton_refuse_(check, field,
-                                    "items[%lu] leads to 0x%04lX, behind the items' end at 0x%04lX",
-                                    SKELETON_U_(i), SKELETON_U_(at), SKELETON_U_(items_end));
-        previous = at;
+/* True if the item at `at` has its kind's magic. */
+static inline int skeleton_check_kind_(skeleton_check_* check, skeleton_items_* items,
+                                       uint32_t item, uint64_t at) {
+    const uint64_t field = items->kinds + 4 * SKELETON_CAST(uint64_t, item);
+    int has_keys = memcmp(check->bytes + at, "DK04", 4) == 0;
+    int is_sound;
+    if (items->kinds != 0) {
+        const uint32_t kind = skeleton_u32_(check, field);
+        if (kind <= SKELETON_ITEM_JOINT_CONSTRAINTS)
+            has_keys = kind == SKELETON_ITEM_DRIVEN_KEYS;
+        else if (items->are_kinds_sound)
+            items->are_kinds_sound =
+                skeleton_refuse_(check, field, "item_kinds[%lu] is %lu, not 0 or 1",
+                                 SKELETON_U_(item), SKELETON_U_(kind));
     }
-    return skeleton_check_padding_(check, items + 4 * SKELETON_CAST(uint64_t, count), first,
-                                   "items");
+    skeleton_enter_(check, "items", item);
+    is_sound = skeleton_check_magic_(check, at, has_keys ? "DK04" : "JC01");
+    skeleton_leave_(check);
+    return is_sound;
 }
 
-/* A table of external channels, at `place` if it has entries; `end` becomes the first byte behind
- * it. */
-static inline int skeleton_check_channels_(skeleton_check_* check, uint64_t count_field,
-                                           uint64_t before, uint64_t place, uint32_t most_kind,
-                                           const char* table, uint64_t* end) {
+/* The first item from `item` on that stands where its offset leads: behind `previous` on a 16-byte
+ * boundary. Its place comes to `at`. */
+static inline uint32_t skeleton_find_item_(skeleton_check_* check, skeleton_items_* items,
+                                           uint32_t item, uint64_t previous, uint64_t* at) {
+    for (; item < items->count; ++item) {
+        const uint64_t field = items->places + 4 * SKELETON_CAST(uint64_t, item);
+        const int64_t target = skeleton_target_(check, field);
+        *at = SKELETON_CAST(uint64_t, target < 0 ? 0 : target);
+        if ((item == 0 ? *at == items->first : *at > previous && *at % 16 == 0) &&
+            *at < items->end) {
+            if (skeleton_check_kind_(check, items, item, *at)) return item;
+        } else if (items->are_places_sound) {
+            const int is_behind = *at >= items->end && *at % 16 == 0;
+            items->are_places_sound =
+                is_behind ? skeleton_refuse_(
+                                check, field,
+                                "items[%lu] leads to 0x%04lX, behind the items' end at 0x%04lX",
+                                SKELETON_U_(item), SKELETON_U_(*at), SKELETON_U_(items->end))
+                          : skeleton_refuse_(check, field,
+                                             "items[%lu] leads to 0x%04lX, where no item begins",
+                                             SKELETON_U_(item), SKELETON_U_(*at));
+        }
+    }
+    return item;
+}
+
+/* Every item fills the bytes up to the next one. */
+static inline void skeleton_check_items_(skeleton_check_* check, skeleton_items_* items) {
+    const uint64_t places_end = items->places + 4 * SKELETON_CAST(uint64_t, items->count);
+    uint64_t at = 0, next_at = 0;
+    uint32_t item = skeleton_find_item_(check, items, 0, places_end, &at);
+    while (item < items->count) {
+        const uint32_t next = skeleton_find_item_(check, items, item + 1, at, &next_at);
+        skeleton_block_ block;
+        block.at = at;
+        block.limit = next < items->count ? next_at : items->end;
+        block.is_limit_end =
+            next < items->count ? next == item + 1 : next == item + 1 && items->is_end_known;
+        if (!block.is_limit_end && skeleton_can_lead_(check, at + 4, 0, at + 16, block.limit))
+            block.limit = SKELETON_CAST(uint64_t, skeleton_target_(check, at + 4));
+        skeleton_enter_(check, "items", item);
+        if (memcmp(check->bytes + at, "DK04", 4) == 0)
+            skeleton_check_driven_keys_(check, items->at, &block);
+        else
+            skeleton_check_constraints_(check, &block);
+        skeleton_leave_(check);
+        item = next;
+        at = next_at;
+    }
+    if (items->are_places_sound) skeleton_check_padding_(check, places_end, items->first, "items");
+}
+
+/* The kinds and the offsets stand behind the block's header, on no boundary. */
+static inline void skeleton_check_item_tables_(skeleton_check_* check, skeleton_items_* items) {
+    const uint64_t at = items->at;
+    const uint64_t kinds = at + sizeof(skeleton_procedural);
+    const uint64_t bytes = 4 * SKELETON_CAST(uint64_t, items->count);
+    if (skeleton_check_place_(check, at + offsetof(skeleton_procedural, item_kinds), kinds, bytes,
+                              check->size, "item_kinds"))
+        items->kinds = kinds;
+    if (!skeleton_check_place_(check, at + offsetof(skeleton_procedural, items), kinds + bytes,
+                               bytes, check->size, "items"))
+        return;
+    items->places = kinds + bytes;
+    items->first = skeleton_align_(items->places + bytes);
+    if (items->first <= items->end)
+        skeleton_check_items_(check, items);
+    else if (items->is_end_known)
+        skeleton_refuse_(check, at + offsetof(skeleton_procedural, items_end),
+                         "items_end leads to 0x%04lX, where no items can end",
+                         SKELETON_U_(items->end));
+}
+
+/* A table of external channels, if it has entries. */
+static inline int skeleton_check_channels_(skeleton_check_* check, skeleton_row_* tables,
+                                           uint64_t count_field, uint32_t most_kind,
+                                           const char* table) {
     const uint32_t count = skeleton_u32_(check, count_field);
-    const uint64_t bytes = 8 * SKELETON_CAST(uint64_t, count);
-    *end = place;
+    uint64_t place;
     if (count == 0) {
         if (skeleton_u32_(check, count_field + 4) == 0) return 1;
         return skeleton_refuse_(check, count_field + 4, "%s has an offset, but no entries", table);
     }
-    if (!skeleton_check_table_(check, count_field + 4, before, place, bytes, check->size, table))
-        return 0;
-    *end = place + bytes;
+    place = skeleton_next_table_(check, tables, count_field + 4, 8 * SKELETON_CAST(uint64_t, count),
+                                 table);
+    if (place == 0) return 0;
     for (uint32_t i = 0; i < count; ++i) {
         const uint64_t at = place + 8 * SKELETON_CAST(uint64_t, i);
         const uint32_t hash = skeleton_u32_(check, at);
@@ -75,82 +141,68 @@ static inline int skeleton_check_channels_(skeleton_check_* check, uint64_t coun
     return 1;
 }
 
-/* The file ends at `end`. */
-static inline int skeleton_check_end_(skeleton_check_* check, uint64_t end) {
-    if (check->size == end) return 1;
-    return skeleton_refuse_(check, end,
+/* The file ends where its tables do, if that is known. */
+static inline int skeleton_check_end_(skeleton_check_* check, const skeleton_row_* tables) {
+    if (tables->ends[0] == 0 || check->size == tables->ends[0] || check->size == tables->ends[1])
+        return 1;
+    return skeleton_refuse_(check, tables->ends[0],
                             "the file goes on to 0x%04lX, though everything in it ends here",
                             SKELETON_U_(check->size));
 }
 
-/* The block's tables, without the items' contents. */
-static inline int skeleton_check_block_(skeleton_check_* check, uint64_t block,
-                                        uint64_t* items_end) {
-    const uint64_t kinds = block + sizeof(skeleton_procedural);
-    uint64_t items, inputs_end, outputs_end;
-    uint32_t count;
-    if (!skeleton_check_magic_(check, block, "PJ01")) return 0;
-    count = skeleton_u32_(check, block + offsetof(skeleton_procedural, item_count));
-    items = kinds + 4 * SKELETON_CAST(uint64_t, count);
-    if (count == 0)
-        return skeleton_refuse_(check, block + offsetof(skeleton_procedural, item_count),
-                                "item_count is 0");
-    if (!skeleton_check_table_(check, block + offsetof(skeleton_procedural, item_kinds), kinds,
-                               kinds, items - kinds, check->size, "item_kinds") ||
-        !skeleton_check_table_(check, block + offsetof(skeleton_procedural, items), items, items,
-                               items - kinds, check->size, "items"))
-        return 0;
-    {
-        const uint64_t field = block + offsetof(skeleton_procedural, items_end);
-        const int64_t target = skeleton_target_(check, field);
-        *items_end = SKELETON_CAST(uint64_t, target < 0 ? 0 : target);
-        if (*items_end <= items || *items_end > check->size || *items_end % 16 != 0)
-            return skeleton_refuse_(check, field,
-                                    "items_end leads to 0x%04lX, where no items can end",
-                                    SKELETON_U_(*items_end));
-    }
-    if (!skeleton_check_item_table_(check, kinds, items, count, *items_end)) return 0;
-    if (!skeleton_check_channels_(
-            check, block + offsetof(skeleton_procedural, external_input_count), *items_end,
-            *items_end, SKELETON_EXTERNAL_OTHER, "external_inputs", &inputs_end) ||
-        !skeleton_check_channels_(check,
-                                  block + offsetof(skeleton_procedural, external_output_count),
-                                  inputs_end, skeleton_align_(inputs_end),
-                                  SKELETON_EXTERNAL_MATERIAL, "external_outputs", &outputs_end))
-        return 0;
-    if (!skeleton_check_table_(check, offsetof(skeleton_header, procedural_end), outputs_end,
-                               skeleton_align_(outputs_end), 0, check->size, "procedural_end"))
-        return 0;
-    return skeleton_check_end_(check, skeleton_align_(outputs_end));
+/* The block at `at`, to the file's end. */
+static inline void skeleton_check_block_(skeleton_check_* check, uint64_t at) {
+    const uint64_t end_field = at + offsetof(skeleton_procedural, items_end);
+    const int64_t target = skeleton_target_(check, end_field);
+    const uint64_t end = SKELETON_CAST(uint64_t, target < 0 ? 0 : target);
+    skeleton_items_ items;
+    skeleton_row_ tables;
+    memset(&items, 0, sizeof items);
+    items.at = at;
+    items.count = skeleton_u32_(check, at + offsetof(skeleton_procedural, item_count));
+    items.are_kinds_sound = items.are_places_sound = 1;
+    items.is_end_known =
+        end > at + sizeof(skeleton_procedural) && end <= check->size && end % 16 == 0;
+    items.end = items.is_end_known ? end : check->size & ~SKELETON_CAST(uint64_t, 15);
+    if (items.count == 0)
+        skeleton_refuse_(check, at + offsetof(skeleton_procedural, item_count), "item_count is 0");
+    else if (!items.is_end_known)
+        skeleton_refuse_(check, end_field, "items_end leads to 0x%04lX, where no items can end",
+                         SKELETON_U_(end));
+    tables = skeleton_begin_row_(at, items.is_end_known ? end : 0, check->size);
+    skeleton_check_channels_(check, &tables,
+                             at + offsetof(skeleton_procedural, external_input_count),
+                             SKELETON_EXTERNAL_OTHER, "external_inputs");
+    skeleton_check_channels_(check, &tables,
+                             at + offsetof(skeleton_procedural, external_output_count),
+                             SKELETON_EXTERNAL_MATERIAL, "external_outputs");
+    skeleton_next_table_(check, &tables, offsetof(skeleton_header, procedural_end), 0,
+                         "procedural_end");
+    skeleton_check_end_(check, &tables);
+    if (items.count != 0) skeleton_check_item_tables_(check, &items);
 }
 
-/* Everything behind the tables of joints, which end at `before`. */
-static inline int skeleton_check_procedural_(skeleton_check_* check, uint64_t before) {
-    const uint64_t block = skeleton_align_(before);
-    const uint64_t kinds = block + sizeof(skeleton_procedural);
-    uint64_t items, items_end = 0;
-    uint32_t count;
-    if (skeleton_u32_(check, offsetof(skeleton_header, procedural)) == 0) {
+/* Everything behind the tables of joints. */
+static inline void skeleton_check_procedural_(skeleton_check_* check, skeleton_row_* tables) {
+    const uint64_t field = offsetof(skeleton_header, procedural);
+    uint64_t at;
+    if (skeleton_u32_(check, field) == 0) {
         if (skeleton_u32_(check, offsetof(skeleton_header, procedural_end)) != 0)
-            return skeleton_refuse_(check, offsetof(skeleton_header, procedural_end),
-                                    "procedural_end is set, though there is no procedural data");
-        return skeleton_check_end_(check, before);
+            skeleton_refuse_(check, offsetof(skeleton_header, procedural_end),
+                             "procedural_end is set, though there is no procedural data");
+        skeleton_check_end_(check, tables);
+        return;
     }
-    if (!skeleton_check_table_(check, offsetof(skeleton_header, procedural), before, block,
-                               sizeof(skeleton_procedural), check->size, "procedural") ||
-        !skeleton_check_block_(check, block, &items_end))
-        return 0;
-    count = skeleton_u32_(check, block + offsetof(skeleton_procedural, item_count));
-    items = kinds + 4 * SKELETON_CAST(uint64_t, count);
-    for (uint32_t i = 0; i < count; ++i) {
-        const uint64_t field = items + 4 * SKELETON_CAST(uint64_t, i);
-        const uint64_t end =
-            i + 1 < count ? SKELETON_CAST(uint64_t, skeleton_target_(check, field + 4)) : items_end;
-        skeleton_check_item_(check, block, i,
-                             skeleton_u32_(check, kinds + 4 * SKELETON_CAST(uint64_t, i)),
-                             SKELETON_CAST(uint64_t, skeleton_target_(check, field)), end);
+    at = skeleton_next_table_(check, tables, field, sizeof(skeleton_procedural), "procedural");
+    if (at == 0) {
+        /* Misplaced, but to be known by its magic. */
+        if (!skeleton_can_lead_(check, field, sizeof(skeleton_procedural), tables->low,
+                                check->size))
+            return;
+        at = SKELETON_CAST(uint64_t, skeleton_target_(check, field));
+        if (memcmp(check->bytes + at, "PJ01", 4) != 0) return;
     }
-    return 1;
+    if (skeleton_check_magic_(check, at, "PJ01")) skeleton_check_block_(check, at);
 }
 
 #endif

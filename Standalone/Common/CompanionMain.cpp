@@ -7,22 +7,27 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <new>
 
 namespace {
 
 constexpr int kFailed = 1;
 constexpr int kQuiet = 0;
 
+const char* program = "";
+
 /// A reader that has seen enough and closes its pipe is no failure to speak of.
 int EndStandardOutput(int status) {
     errno = 0;
     if (std::cout.flush()) return status;
     if (errno == 0) {
-        // It failed on the way and has kept no reason; what it holds back fails alike.
+        // It failed on the way and has kept no reason. What it holds back fails alike; where that
+        // is nothing, a further byte does.
         std::cout.clear();
-        std::cout.flush();
+        if (std::cout.flush()) std::cout.put('\n').flush();
     }
     if (errno != EPIPE)
         std::cerr << "standard output: error: The file cannot be written"
@@ -30,17 +35,39 @@ int EndStandardOutput(int status) {
     return status != 0 ? status : kFailed;
 }
 
+void ReportLackOfMemory() {
+    // The streams may not have come up, and they would take memory.
+    std::fprintf(stderr, "%s: error: Cannot allocate memory\n", program);
+}
+
+/// A destructor that takes memory, as that of a tree of values does, ends here when there is none.
+[[noreturn]] void EndHopeless() {
+    try {
+        if (std::current_exception()) std::rethrow_exception(std::current_exception());
+    } catch (const std::bad_alloc&) {
+        ReportLackOfMemory();
+        std::_Exit(kFailed);
+    } catch (...) {
+    }
+    std::abort();
+}
+
 }  // namespace
 
 int CompanionMain(const char* name, int argc, const char* const* argv,
                   int (*run)(int argc, const char* const* argv)) {
     Platform::PrepareStandardStreams();
+    program = name;
+    std::set_terminate(EndHopeless);
     try {
         std::ios::sync_with_stdio(false);
         const VokLib library(true, true, true, true, true);
         // Standard output belongs to the command's answer.
         VokUpdate::Get().SetVerbosity(kQuiet);
         return EndStandardOutput(run(argc, argv));
+    } catch (const std::bad_alloc&) {
+        std::cout.flush();
+        ReportLackOfMemory();
     } catch (const std::exception& failure) {
         std::cout.flush();
         // The streams may not have come up.

@@ -137,7 +137,7 @@ void AddCheck(CompanionCommands& commands, Arguments& arguments) {
     CLI::App& command = commands.Add(
         "check",
         "Verify skeleton files as one would who trusts nobody, and name the first fault of each "
-        "table with its place.",
+        "table, also of those within the procedural items, with its byte offset and field.",
         [&] { return Check(arguments.files) ? 0 : kBadFile; });
     AddRequired(command, "FILE", arguments.files, "The files to read");
 }
@@ -193,7 +193,8 @@ void AddPicture(CompanionCommands& commands, Arguments& arguments) {
             return 0;
         });
     AddRequired(command, "FILE", arguments.in, "The file to read");
-    AddRequired(command, "OUT", arguments.out, "The picture to write: NAME.svg or NAME.html")
+    AddRequired(command, "OUT", arguments.out,
+                "The picture to write, in a folder that is there: NAME.svg or NAME.html")
         ->check(RefuseOtherEnding);
     AddNames(command, arguments.names);
 }

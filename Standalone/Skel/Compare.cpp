@@ -1,6 +1,7 @@
 #include "Diff.h"
 
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <map>
 #include <unordered_map>
@@ -65,7 +66,15 @@ double AngleBetween(const Four& a, const Four& b) {
     return 2 * std::atan2(sine, cosine) * kDegrees;
 }
 
-/// True where some number differs, be it by a sign of nought alone.
+/// A nought has a sign.
+template <class Numbers>
+bool IsSame(const Numbers& a, const Numbers& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), [](float x, float y) {
+        return std::bit_cast<std::uint32_t>(x) == std::bit_cast<std::uint32_t>(y);
+    });
+}
+
+/// True where some number differs.
 bool CompareTransforms(const Joint& a, const Joint& b, SkeletonDifference::Transform& difference) {
     double distance = 0, scale = 0;
     for (std::size_t i = 0; i < 3; ++i) {
@@ -76,7 +85,19 @@ bool CompareTransforms(const Joint& a, const Joint& b, SkeletonDifference::Trans
     difference.translation = static_cast<float>(std::sqrt(distance));
     difference.rotation = static_cast<float>(AngleBetween(a.rotation, b.rotation));
     difference.scale = static_cast<float>(scale);
-    return a.rotation != b.rotation || a.translation != b.translation || a.scale != b.scale;
+    const auto compare = [&](const char* part, float amount, const auto& before,
+                             const auto& after) {
+        if (IsSame(before, after)) return true;
+        if (!(amount > 0 && std::isfinite(amount)))
+            difference.rewritten.push_back(
+                {part, {before.begin(), before.end()}, {after.begin(), after.end()}});
+        return false;
+    };
+    const bool isMoved =
+        !compare("translation", difference.translation, a.translation, b.translation);
+    const bool isTurned = !compare("rotation", difference.rotation, a.rotation, b.rotation);
+    const bool isScaled = !compare("scale", difference.scale, a.scale, b.scale);
+    return isMoved || isTurned || isScaled;
 }
 
 using Facts = std::map<std::string, std::string>;

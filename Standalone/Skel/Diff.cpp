@@ -32,6 +32,16 @@ void PrintFacts(const char* title, const std::vector<SkeletonDifference::Fact>& 
     });
 }
 
+std::string TransformText(const SkeletonDifference::Transform& transform) {
+    std::string text = " moved by " + NumberText(transform.translation) + ", turned by " +
+                       NumberText(transform.rotation) + " degrees, scaled by " +
+                       NumberText(transform.scale);
+    for (const SkeletonDifference::Rewriting& rewriting : transform.rewritten)
+        text += std::string("\n      ") + rewriting.part + " " + VectorText(rewriting.before) +
+                " became " + VectorText(rewriting.after);
+    return text;
+}
+
 Json PairJson(const Pair& pair, const Skeleton& before, const Skeleton& after) {
     const Joint& joint = JointAt(after, pair.after);
     Json json = {{"name", joint.name ? Json(*joint.name) : Json(nullptr)},
@@ -86,6 +96,11 @@ Json DiffJson(const SkeletonDifference& difference, const Skeleton& before, cons
         entry["translation"] = transform.translation;
         entry["rotationDegrees"] = transform.rotation;
         entry["scale"] = transform.scale;
+        entry["rewritten"] = Json::array();
+        for (const SkeletonDifference::Rewriting& rewriting : transform.rewritten)
+            entry["rewritten"].push_back({{"part", rewriting.part},
+                                          {"before", rewriting.before},
+                                          {"after", rewriting.after}});
         transformed.push_back(std::move(entry));
     }
     return {{"same", difference.IsEmpty()},
@@ -133,10 +148,7 @@ void DiffText(const SkeletonDifference& difference, const Skeleton& before, cons
     });
     PrintList("transform", difference.transformed, out,
               [&](const SkeletonDifference::Transform& transform) {
-                  return PlaceText(after, transform.joint.after) + " moved by " +
-                         NumberText(transform.translation) + ", turned by " +
-                         NumberText(transform.rotation) + " degrees, scaled by " +
-                         NumberText(transform.scale);
+                  return PlaceText(after, transform.joint.after) + TransformText(transform);
               });
     PrintFacts("levels of detail", difference.levels, out);
     PrintFacts("procedural", difference.procedural, out);

@@ -10,11 +10,18 @@ struct SkeletonDifference {
     struct Pair {
         int before, after;  ///< joint indices in the first and the second
     };
+    struct Rewriting {
+        const char* part;  ///< "rotation"
+        std::vector<float> before, after;
+    };
     struct Transform {
         Pair joint;
         float translation = 0;  ///< distance, in the scene's units
         float rotation = 0;     ///< angle, in degrees
         float scale = 0;        ///< the largest difference of the three numbers
+        /// What has other numbers without an amount: a quaternion of another length or sign, a
+        /// nought of another sign, a number that is infinite.
+        std::vector<Rewriting> rewritten = {};
     };
     struct Fact {
         std::string what;                          ///< "aim of Eye towards Hand"

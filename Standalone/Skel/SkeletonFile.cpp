@@ -8,15 +8,18 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <filesystem>
 #include <memory>
+#include <new>
 
 namespace {
 
 constexpr std::size_t kMagicBytes = 4;
 constexpr std::size_t kBlockBytes = std::size_t{1} << 16;
-/// Header, joints, transforms, hashes, levels of detail, procedural data and its items: the tables
-/// of any file that a person looks at.
-constexpr std::size_t kMostFaultsShown = 64;
+/// A file that is broken in more of its tables is not mended line by line.
+constexpr std::size_t kMostFaultsShown = 256;
+
+constexpr std::size_t kTooLong = std::size_t{SKELETON_LONGEST_FILE_} + 1;
 
 struct CloseFile {
     void operator()(std::FILE* file) const { std::fclose(file); }
@@ -36,33 +39,26 @@ File Open(const std::string& path) {
     return file;
 }
 
-/// What is no skeleton file by its magic is not read further, be it endless.
-std::vector<char> ReadFile(const std::string& path) {
-    const File file = Open(path);
-    std::vector<char> bytes(kMagicBytes);
-    errno = 0;
-    bytes.resize(std::fread(bytes.data(), 1, bytes.size(), file.get()));
-    const bool isSkeleton =
-        bytes.size() == kMagicBytes && std::memcmp(bytes.data(), "SK08", 4) == 0;
-    while (isSkeleton && bytes.size() <= SKELETON_LONGEST_FILE_) {
-        const std::size_t size = bytes.size();
-        bytes.resize(size + kBlockBytes);
-        const std::size_t read = std::fread(bytes.data() + size, 1, kBlockBytes, file.get());
-        bytes.resize(size + read);
-        if (read < kBlockBytes) break;
-    }
-    if (std::ferror(file.get()) != 0) FailToRead(path, errno);
-    return bytes;
+/// Tells a length that no skeleton file has before it is read; what has no length, such as a pipe,
+/// may go on for ever.
+std::size_t ExpectedSize(const std::string& path) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    return error ? 0 : static_cast<std::size_t>(std::min<std::uintmax_t>(size, kTooLong));
+}
+
+std::string PlaceText(std::size_t offset) {
+    char place[24];
+    std::snprintf(place, sizeof place, "0x%04lX", static_cast<unsigned long>(offset));
+    return place;
 }
 
 std::string FaultLines(const std::string& path, std::span<const skeleton_fault> faults,
                        std::size_t count) {
     std::string lines;
     for (const skeleton_fault& fault : faults) {
-        char place[24];
-        std::snprintf(place, sizeof place, "0x%04lX", static_cast<unsigned long>(fault.offset));
         if (!lines.empty()) lines += '\n';
-        lines += path + ": " + place + ": " + fault.text;
+        lines += path + ": " + PlaceText(fault.offset) + ": " + fault.text;
     }
     if (count > faults.size())
         lines += "\n" + path + ": and " + std::to_string(count - faults.size()) + " more";
@@ -72,20 +68,57 @@ std::string FaultLines(const std::string& path, std::span<const skeleton_fault> 
 }  // namespace
 
 SkeletonFile SkeletonFile::Load(const std::string& path) {
-    return {path, ReadFile(path)};
+    try {
+        return {path, Read(path)};
+    } catch (const std::bad_alloc&) {
+        FailToRead(path, ENOMEM);
+    }
+}
+
+/// What is no skeleton file by its magic or its length is not read further.
+SkeletonFile::Image SkeletonFile::Read(const std::string& path) {
+    const File file = Open(path);
+    Image image;
+    image.MakeRoom(kMagicBytes);
+    errno = 0;
+    image.size = std::fread(image.Bytes(), 1, kMagicBytes, file.get());
+    const bool isSkeleton =
+        image.size == kMagicBytes && std::memcmp(image.Bytes(), "SK08", kMagicBytes) == 0;
+    const std::size_t expected = ExpectedSize(path);
+    if (isSkeleton && expected == kTooLong)
+        throw SkeletonFileFault(path + ": " + PlaceText(SKELETON_LONGEST_FILE_) +
+                                ": the file is longer than its offsets reach");
+    std::size_t room = std::max(expected + 1, kBlockBytes);
+    while (isSkeleton && image.size < kTooLong) {
+        image.MakeRoom(room);
+        image.size += std::fread(image.Bytes() + image.size, 1, room - image.size, file.get());
+        if (image.size < room) break;
+        room = std::min(2 * room, kTooLong);
+    }
+    if (std::ferror(file.get()) != 0) FailToRead(path, errno);
+    return image;
+}
+
+SkeletonFile::Image SkeletonFile::Copy(std::span<const char> bytes) {
+    Image image;
+    image.MakeRoom(bytes.size());
+    image.size = bytes.size();
+    std::copy(bytes.begin(), bytes.end(), image.Bytes());
+    return image;
 }
 
 SkeletonFile::SkeletonFile(const std::string& path, std::span<const char> bytes)
-    : image(bytes.size() / sizeof(Line) + 1), size(bytes.size()) {
+    : SkeletonFile(path, Copy(bytes)) {}
+
+SkeletonFile::SkeletonFile(const std::string& path, Image bytes) : image(std::move(bytes)) {
     std::vector<skeleton_fault> faults(kMostFaultsShown);
     const std::size_t count =
-        skeleton_find_faults(bytes.data(), size, faults.data(), faults.size());
+        skeleton_find_faults(image.Bytes(), image.size, faults.data(), faults.size());
     faults.resize(std::min(count, faults.size()));
     if (count != 0) throw SkeletonFileFault(FaultLines(path, faults, count));
-    std::memcpy(image.data(), bytes.data(), size);
-    const bool isReversed = skeleton_is_reversed(image.data(), size) != 0;
+    const bool isReversed = skeleton_is_reversed(image.Bytes(), image.size) != 0;
     isBigEndian = isReversed == (std::endian::native == std::endian::little);
-    if (isReversed) skeleton_swap(image.data(), size, nullptr);
+    if (isReversed) skeleton_swap(image.Bytes(), image.size, nullptr);
 }
 
 bool LooksLikeSkeleton(const std::string& path) {

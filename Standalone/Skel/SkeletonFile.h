@@ -22,24 +22,35 @@ class SkeletonFileFault : public std::exception {
 /// A sound skeleton file in memory, in this machine's byte order whatever its own is.
 class SkeletonFile {
   public:
-    /// Throws a SkeletonFileFault for a file that cannot be read or that is not sound: a line for
-    /// the first fault of each of its tables.
+    /// Throws a SkeletonFileFault for a file that cannot be read, memory included, or that is not
+    /// sound: a line for the first fault of each of its tables.
     static SkeletonFile Load(const std::string& path);
     /// The same for bytes that stand for the file of this name.
     SkeletonFile(const std::string& path, std::span<const char> bytes);
 
     const skeleton_header& Header() const {
-        return *reinterpret_cast<const skeleton_header*>(image.data());
+        return *reinterpret_cast<const skeleton_header*>(image.lines.data());
     }
     bool IsBigEndian() const { return isBigEndian; }
-    std::size_t Size() const { return size; }
+    std::size_t Size() const { return image.size; }
 
   private:
     struct alignas(16) Line {
         char bytes[16];
     };
-    std::vector<Line> image;
-    std::size_t size;
+    struct Image {
+        std::vector<Line> lines;
+        std::size_t size = 0;  ///< in bytes
+
+        char* Bytes() { return lines.front().bytes; }
+        void MakeRoom(std::size_t bytes) { lines.resize(bytes / sizeof(Line) + 1); }
+    };
+
+    SkeletonFile(const std::string& path, Image bytes);
+    static Image Read(const std::string& path);
+    static Image Copy(std::span<const char> bytes);
+
+    Image image;
     bool isBigEndian = false;
 };
 

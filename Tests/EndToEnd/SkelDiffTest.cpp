@@ -135,3 +135,24 @@ TEST_F(SkelDiff, ProceduralItemsAreComparedByWhatTheyDo) {
     EXPECT_EQ(WithoutBanner(folder.Run("skel", {"diff", "c", "a", "--names", "a.qeli"}).output),
               "procedural 1\n  + orientation of head by leg: item 0, weight 1\n");
 }
+
+TEST_F(SkelDiff, NumbersThatMeanTheSamePoseAreShown) {
+    Bake("a", kBefore);
+    std::string bytes = folder.ReadFile("a");
+    const auto turnSign = [&bytes](std::size_t at) {
+        bytes[at + 3] = static_cast<char>(static_cast<unsigned char>(bytes[at + 3]) ^ 0x80u);
+    };
+    // Behind the header and five joints: a quaternion is negated, and a nought.
+    const std::size_t transforms = 96;
+    for (std::size_t i = 0; i < 4; ++i) turnSign(transforms + 48 + 4 * i);
+    turnSign(transforms + 2 * 48 + 16);
+    folder.WriteFile("b", bytes);
+    const ProgramResult run = folder.Run("skel", {"diff", "a", "b", "--names", "a.qeli"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.output.substr(run.output.find('\n') + 1),
+              "transform 2\n"
+              "  leg (1) moved by 0, turned by 0 degrees, scaled by 0\n"
+              "      rotation (0, 0, 0, 1) became (-0, -0, -0, -1)\n"
+              "  foot (2) moved by 0, turned by 0 degrees, scaled by 0\n"
+              "      translation (0, 0, 0) became (-0, 0, 0)\n");
+}

@@ -138,3 +138,17 @@ TEST_F(SkelJson, EveryDiffHasTheFormOfItsSchema) {
     EXPECT_FALSE(other["removed"].empty());
     EXPECT_FALSE(other["procedural"].empty());
 }
+
+TEST_F(SkelJson, ADiffShowsNumbersThatMeanTheSamePose) {
+    std::ifstream in(Seed("roots"), std::ios::binary);
+    std::string bytes{std::istreambuf_iterator<char>(in), {}};
+    bytes[80 + 15] = '\xBF';  // the w of the first quaternion becomes -1
+    folder.WriteFile("turned", bytes);
+    const Json json =
+        Print({"diff", "--json", Seed("roots"), "turned"}, "skel-diff.schema.json", 1);
+    ASSERT_EQ(json["transformed"].size(), 1u);
+    EXPECT_EQ(json["transformed"][0]["rotationDegrees"], 0.0);
+    EXPECT_EQ(
+        json["transformed"][0]["rewritten"],
+        Json::parse(R"([{"part": "rotation", "before": [0, 0, 0, 1], "after": [0, 0, 0, -1]}])"));
+}

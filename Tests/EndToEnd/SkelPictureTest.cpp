@@ -112,6 +112,14 @@ TEST_F(SkelPicture, OtherEndingsAndTheFileItselfAreRefused) {
     EXPECT_EQ(folder.ReadFile("own.svg"), folder.ReadFile(Seed("biped")));
 }
 
+TEST_F(SkelPicture, AMissingFolderIsNotMade) {
+    const ProgramResult run = folder.Run("skel", {"picture", Seed("biped"), "new/a.svg"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors,
+              "new/a.svg: error: The file cannot be written: No such file or directory\n");
+    EXPECT_FALSE(std::filesystem::exists(folder.GetPath() / "new"));
+}
+
 TEST_F(SkelPicture, ThePageWorksFromTheKeyboard) {
     if (!HasBrowser()) GTEST_SKIP() << kNoBrowser;
     const std::string page = Draw(Seed("parts-little"), "a.html", kScene);

@@ -117,6 +117,35 @@ TEST_F(SkelRun, CheckNamesTheFirstFaultOfEachTable) {
                   "damaged: 0x0090: transforms[0].rotation[0] is not a number\n");
 }
 
+TEST_F(SkelRun, CheckNamesTheFirstFaultOfEachTableOfAnItem) {
+    std::string bytes = folder.ReadFile("parts-little");
+    const auto damage = [&bytes](std::size_t place) {
+        bytes.replace(place, 4, std::string{0, 0, '\xC0', '\x7F'});
+    };
+    damage(0x824);  // the kind of an external input
+    damage(0x4D4);
+    damage(0x5FC);
+    damage(0x67C);
+    damage(0x784);
+    folder.WriteFile("damaged", bytes);
+    ExpectFailure(
+        {"check", "damaged"}, 1,
+        "damaged: 0x0824: external_inputs[0].kind is 2143289344, above 0\n"
+        "damaged: 0x04D4: items[1].rotation_axes[0][1] is not a number\n"
+        "damaged: 0x05FC: items[1].outputs[1].curves[0].coefficients[0][3] is not a number\n"
+        "damaged: 0x067C: items[2].orientations[0].weight is not a number\n"
+        "damaged: 0x0784: items[2].parents[1].rotation[1] is not a number\n");
+}
+
+TEST_F(SkelRun, AFileLongerThanAnySkeletonIsRefusedUnread) {
+    folder.WriteFile("long", folder.ReadFile("roots"));
+    std::error_code error;
+    std::filesystem::resize_file(folder.GetPath() / "long", 0x80000000u, error);
+    if (error) GTEST_SKIP() << "there is no room for a file with a hole: " << error.message();
+    ExpectFailure({"check", "long"}, 1,
+                  "long: 0x7FFFFFFF: the file is longer than its offsets reach\n");
+}
+
 TEST_F(SkelRun, EveryCommandRefusesAFileThatIsNotSound) {
     WriteDamaged("damaged", 0x6A, 9);
     const std::string fault = "damaged: 0x006A: joints[7].parent is 9, not below 7\n";
@@ -144,10 +173,13 @@ TEST_F(SkelRun, AnEndlessFileIsRefusedByItsMagic) {
 
 TEST_F(SkelRun, AFileThatCannotBeWrittenOutIsAFailure) {
     if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "there is no full disk here";
-    const ProgramResult run = folder.Run("skel", {"dump", "biped"}, {}, ">/dev/full");
-    EXPECT_EQ(run.status, 1);
-    EXPECT_EQ(run.errors,
-              "standard output: error: The file cannot be written: No space left on device\n");
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"dump", "biped"}, {"dump", "--json", "biped"}}) {
+        const ProgramResult run = folder.Run("skel", arguments, {}, ">/dev/full");
+        EXPECT_EQ(run.status, 1);
+        EXPECT_EQ(run.errors,
+                  "standard output: error: The file cannot be written: No space left on device\n");
+    }
 }
 
 TEST_F(SkelRun, DumpShowsASkeletonForReading) {
