@@ -34,8 +34,7 @@ Settings::Settings() {
     const std::optional<std::string> mode = Platform::Environment(kVariable);
     if (!mode.has_value()) return;
     on = true;
-    const std::string path = Platform::OwnProgramFile();
-    program = path.substr(path.find_last_of("/\\") + 1);
+    program = Platform::OwnProgramName();
     process = Platform::OwnProcessId();
     if (!mode->starts_with(kFilePrefix)) return;
     const std::string name = mode->substr(kFilePrefix.size());

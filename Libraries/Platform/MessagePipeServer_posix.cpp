@@ -38,6 +38,12 @@ void WriteProcessId(int descriptor) {
     [[maybe_unused]] const int cut = ftruncate(descriptor, static_cast<off_t>(text.size()));
 }
 
+/// Tells the end of a connection from a message without bytes, which is received alike.
+bool HasHungUp(const OwnedDescriptor& client) {
+    pollfd state{client.Get(), POLLRDHUP, 0};
+    return poll(&state, 1, 0) != 0;
+}
+
 }  // namespace
 
 class MessagePipeServer::Pipes {
@@ -169,9 +175,13 @@ std::optional<MessagePipeServer::Message> MessagePipeServer::Pipes::Receive(Clie
     const ssize_t size =
         recv(found->second.Get(), buffer.data(), buffer.size(), MSG_TRUNC | MSG_DONTWAIT);
     if (size < 0 && (errno == EAGAIN || errno == EINTR)) return std::nullopt;
-    if (size <= 0 || static_cast<std::size_t>(size) > buffer.size()) {
+    if (size < 0 || (size == 0 && HasHungUp(found->second))) {
         clients.erase(found);
         return std::nullopt;
+    }
+    if (static_cast<std::size_t>(size) > buffer.size()) {
+        clients.erase(found);
+        return Message{client, "", true};
     }
     return Message{client, std::string(buffer.data(), static_cast<std::size_t>(size))};
 }

@@ -48,7 +48,7 @@ class MessagePipeServer::Pipes {
 
   private:
     DWORD AddInstance(DWORD flags);
-    std::optional<Message> Completed(Client client, bool worked, DWORD size);
+    std::optional<Message> Completed(Client client, DWORD error, DWORD size);
     void Receive(Client client);
     void Settle(Client client, BOOL started, Instance::Doing doing);
 
@@ -154,24 +154,29 @@ std::optional<MessagePipeServer::Message> MessagePipeServer::Pipes::WaitForMessa
         const BOOL worked = GetQueuedCompletionStatus(
             port.Get(), &size, &key, &operation,
             static_cast<DWORD>(isFull ? std::min(left, kFullHouse) : left));
+        const DWORD error = worked ? 0 : GetLastError();
         if (operation == nullptr && left == 0) return std::nullopt;
         if (operation == nullptr) continue;
-        if (std::optional<Message> message = Completed(key, worked != FALSE, size)) return message;
+        if (std::optional<Message> message = Completed(key, error, size)) return message;
     }
 }
 
 std::optional<MessagePipeServer::Message> MessagePipeServer::Pipes::Completed(Client client,
-                                                                              bool worked,
+                                                                              DWORD error,
                                                                               DWORD size) {
+    const bool worked = error == 0;
     const auto found = instances.find(client);
     if (found == instances.end()) return std::nullopt;
     Instance& instance = found->second;
     const Instance::Doing done = std::exchange(instance.doing, Instance::Doing::Nothing);
     if (done == Instance::Doing::Connecting) isListening = false;
     if (!worked || instance.isDisconnected) {
+        const bool isTooLarge = !worked && !instance.isDisconnected && error == ERROR_MORE_DATA &&
+                                done == Instance::Doing::Receiving;
         // A client that sent too much learns that it was hung up on, not that the pipe broke.
         DisconnectNamedPipe(instance.pipe.Get());
         instances.erase(client);
+        if (isTooLarge) return Message{client, "", true};
         return std::nullopt;
     }
     if (done == Instance::Doing::Receiving)

@@ -1,4 +1,5 @@
 #include <Platform/OwnProgram.h>
+#include <Platform/Paths.h>
 
 #include <unistd.h>
 
@@ -26,6 +27,10 @@ std::string OwnProgramFile() {
         }
         path.resize(path.size() * 2);
     }
+}
+
+std::string OwnProgramName() {
+    return LastName(OwnProgramFile());
 }
 
 std::uint32_t OwnProcessId() {

@@ -1,4 +1,5 @@
 #include <Platform/OwnProgram.h>
+#include <Platform/Paths.h>
 
 #include <windows.h>
 
@@ -15,6 +16,10 @@ std::string OwnProgramFile() {
         }
         path.resize(path.size() * 2);
     }
+}
+
+std::string OwnProgramName() {
+    return LastName(OwnProgramFile());
 }
 
 std::uint32_t OwnProcessId() {

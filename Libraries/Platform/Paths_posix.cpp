@@ -64,6 +64,10 @@ std::string FromPath(const std::filesystem::path& path) {
     return path.string();
 }
 
+std::string LastName(const std::string& path) {
+    return path.substr(path.rfind('/') + 1);
+}
+
 bool BackslashSeparates() {
     return false;
 }

@@ -39,6 +39,10 @@ std::string FromPath(const std::filesystem::path& path) {
     return NarrowText(path.wstring());
 }
 
+std::string LastName(const std::string& path) {
+    return path.substr(path.find_last_of("/\\") + 1);
+}
+
 bool BackslashSeparates() {
     return true;
 }

@@ -46,6 +46,11 @@ void Serve(Platform::MessagePipeServer& server, Registry& registry, int idleMill
             if (server.CountClients() == 0) return;
             continue;
         }
+        if (message->isTooLarge) {
+            report("A client was disconnected: its request is longer than " +
+                   std::to_string(ProxyMessage::kBufferSize) + " bytes");
+            continue;
+        }
         Reply reply;
         std::size_t size = 0;
         try {

@@ -32,3 +32,21 @@ TEST_F(RunProxy, APipeThatCannotBeOpenedIsTold) {
     EXPECT_EQ(Run({{"XDG_RUNTIME_DIR", folder.WriteFile("out", "")}}),
               "QelHashProxy: The pipe cannot be opened: Not a directory\n 1\n");
 }
+
+TEST_F(RunProxy, AnEmptyRequestEndsItsClientAndIsTold) {
+    environment.Set("QEL_HASH_PROXY_DEBUG_MODE", "file:" + folder.Path("log"));
+    Start();
+    EXPECT_EQ(Ask(*Connected(), ""), "gone");
+    EXPECT_TRUE(ProxyFolder::Content(folder.Path("log"))
+                    .ends_with("): A client was disconnected: its request is malformed\n\n"));
+}
+
+TEST_F(RunProxy, TheLogTakesABackslashForPartOfTheProgramsName) {
+    environment.Set("QEL_HASH_PROXY_DEBUG_MODE", "file:" + folder.Path("log"));
+    const std::string program = folder.Path("odd\\proxy");
+    std::filesystem::copy_file(RIGBAKE_PROGRAMS "/QelHashProxy.exe", program);
+    ASSERT_EQ(Platform::StartDetached({program}), 0);
+    EXPECT_EQ(Ask(*Connected(), "x"), "gone");
+    EXPECT_TRUE(ProxyFolder::Content(folder.Path("log")).starts_with("odd\\proxy("));
+    ProxyFolder::Kill(folder.Server());
+}

@@ -109,11 +109,28 @@ TEST_F(MessagePipeServerTest, AMessageThatIsTooLargeEndsItsClientAlone) {
     ASSERT_TRUE(large.Connect(SocketPath()));
     ASSERT_TRUE(good.Connect(SocketPath()));
     large.Send(std::string(kLargest + 1, 'a'));
+    Message message = server->WaitForMessage(5000);
+    ASSERT_TRUE(message.has_value());
+    EXPECT_TRUE(message->isTooLarge);
+    EXPECT_EQ(message->bytes, "");
+    EXPECT_EQ(large.Receive(), "end");
     good.Send(std::string(kLargest, 'b'));
+    message = server->WaitForMessage(5000);
+    ASSERT_TRUE(message.has_value());
+    EXPECT_FALSE(message->isTooLarge);
+    EXPECT_EQ(message->bytes, std::string(kLargest, 'b'));
+    EXPECT_EQ(server->CountClients(), 1u);
+}
+
+TEST_F(MessagePipeServerTest, AnEmptyMessageIsAMessage) {
+    const auto server = Serving();
+    const RawSocket client;
+    ASSERT_TRUE(client.Connect(SocketPath()));
+    client.Send("");
     const Message message = server->WaitForMessage(5000);
     ASSERT_TRUE(message.has_value());
-    EXPECT_EQ(message->bytes, std::string(kLargest, 'b'));
-    EXPECT_EQ(large.Receive(), "end");
+    EXPECT_EQ(message->bytes, "");
+    EXPECT_FALSE(message->isTooLarge);
     EXPECT_EQ(server->CountClients(), 1u);
 }
 

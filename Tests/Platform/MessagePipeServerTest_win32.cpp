@@ -140,8 +140,11 @@ TEST(MessagePipeServer, AMessageThatIsTooLargeEndsItsClientAlone) {
     Connect(large, *server);
     Connect(good, *server);
     large.Send(std::string(kLargest + 1, 'a'));
+    Message message = server->WaitForMessage(5000);
+    ASSERT_TRUE(message.has_value());
+    EXPECT_TRUE(message->isTooLarge);
     good.Send(std::string(kLargest, 'b'));
-    const Message message = server->WaitForMessage(5000);
+    message = server->WaitForMessage(5000);
     ASSERT_TRUE(message.has_value());
     EXPECT_EQ(message->bytes, std::string(kLargest, 'b'));
     EXPECT_FALSE(server->WaitForMessage(20).has_value());

@@ -90,3 +90,11 @@ TEST(FullPath, RefusesWhatIsLongerThanTheSystemTakes) {
 }
 
 }  // namespace
+
+TEST(LastName, StandsBehindTheLastSlash) {
+    EXPECT_EQ(Platform::LastName("/usr/bin/rigbake"), "rigbake");
+    EXPECT_EQ(Platform::LastName("rigbake"), "rigbake");
+    EXPECT_EQ(Platform::LastName("/usr/odd\\name"), "odd\\name");
+    EXPECT_EQ(Platform::LastName("/usr/"), "");
+    EXPECT_EQ(Platform::LastName(""), "");
+}

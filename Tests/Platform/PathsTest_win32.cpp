@@ -105,3 +105,9 @@ TEST(FullPath, BackslashesSeparate) {
 }
 
 }  // namespace
+
+TEST(LastName, StandsBehindTheLastSeparator) {
+    EXPECT_EQ(Platform::LastName("C:\\tools\\x.exe"), "x.exe");
+    EXPECT_EQ(Platform::LastName("C:/tools/x.exe"), "x.exe");
+    EXPECT_EQ(Platform::LastName("x.exe"), "x.exe");
+}

@@ -23,6 +23,8 @@ class MessagePipeServer {
     struct Message {
         Client from = 0;
         std::string bytes;
+        /// Larger than `largestMessage`: nothing of it is kept, and its client is disconnected.
+        bool isTooLarge = false;
     };
 
     enum class Claimed { ByUs, ByAnother, Failed };
@@ -41,8 +43,8 @@ class MessagePipeServer {
     /// system's error number.
     std::uint32_t Open();
 
-    /// The next message of whichever client; nothing when none came within `milliseconds`. Clients
-    /// that left are forgotten here.
+    /// The next message of whichever client, empty and too large ones included; nothing when none
+    /// came within `milliseconds`. Clients that left are forgotten here.
     std::optional<Message> WaitForMessage(int milliseconds);
 
     /// Answers a client. One that has left is passed over.

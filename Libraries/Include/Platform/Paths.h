@@ -27,6 +27,9 @@ std::filesystem::path ToPath(const std::string& name);
 /// The name that a path stands for, with the separators that it has.
 std::string FromPath(const std::filesystem::path& path);
 
+/// What stands behind the last separator of the system, the whole where there is none.
+std::string LastName(const std::string& path);
+
 /// True where a backslash separates folders in names of the system.
 bool BackslashSeparates();
 

@@ -1,19 +1,8 @@
 #include <HashClient/QelHashClientUtil.h>
 #include <Platform/OwnProgram.h>
-#include <Platform/Paths.h>
 #include <VoktFramework/Stages/VoktHashClient.h>
 
 #include <exception>
-#include <string>
-
-namespace {
-
-std::string OwnProgramName() {
-    const std::string path = Platform::OwnProgramFile();
-    return path.substr(path.find_last_of(Platform::BackslashSeparates() ? "/\\" : "/") + 1);
-}
-
-}  // namespace
 
 VoktHashClient::VoktHashClient() = default;
 
@@ -30,6 +19,6 @@ VoktHashClient::~VoktHashClient() noexcept(false) {
 
 void VoktHashClient::Process(VoktUniverse&) {
     QelHashClientUtil::Initialise();
-    QelHashClientUtil::SetApplicationName(OwnProgramName().c_str());
+    QelHashClientUtil::SetApplicationName(Platform::OwnProgramName().c_str());
     initialised = true;
 }
