@@ -1,7 +1,7 @@
 // Fits of any samples: within the tolerance, in segments that follow one another, the same one
 // each time, in time that grows with the samples alone.
 
-#include <AnimUtil/LeastSquares/CurveFitter.h>
+#include "AnimUtil/LeastSquares/FitProblem.h"
 
 #include <fuzzer/FuzzedDataProvider.h>
 
@@ -22,13 +22,8 @@ using namespace Qel::LeastSquares;
 
 constexpr std::size_t kMostSamples = 2000;
 
-struct Problem {
-    float tolerance = 0.001f;
-    int components = 1;
-    bool looping = false;
-    int complexity = 0;
+struct Problem : FitProblem {
     bool isTame = true;  ///< values and times of a size at which single precision is enough
-    std::vector<CurveSample> samples;
 };
 
 [[noreturn]] void Fail(const std::string& what) {
@@ -57,7 +52,7 @@ Problem TakeProblem(FuzzedDataProvider& input) {
     problem.tolerance = input.PickValueInArray(kTolerances);
     problem.components = input.ConsumeIntegralInRange(1, 4);
     problem.looping = input.ConsumeBool();
-    problem.complexity = input.ConsumeBool() ? input.ConsumeIntegralInRange(0, 40) : 0;
+    problem.maxSolverComplexity = input.ConsumeBool() ? input.ConsumeIntegralInRange(0, 40) : 0;
     problem.isTame = input.ConsumeIntegralInRange(0, 7) != 0;
     float time = 0;
     while (input.remaining_bytes() > 2 && problem.samples.size() < kMostSamples) {
@@ -80,14 +75,8 @@ Problem TakeProblem(FuzzedDataProvider& input) {
 
 /// "" and the segments, or the words of a refusal.
 std::string Fit(const Problem& problem, std::vector<CurveSegment>& segments) {
-    CurveFitter fitter;
-    fitter.SetTolerance(problem.tolerance);
-    fitter.SetComponentCount(problem.components);
-    fitter.SetLooping(problem.looping);
-    fitter.SetMaxSolverComplexity(problem.complexity);
-    for (const CurveSample& sample : problem.samples) fitter.AddSample(sample);
     try {
-        fitter.Solve(segments);
+        segments = Qel::LeastSquares::Fit(problem);
         return "";
     } catch (const Error& failure) {
         if (*failure.what() == '\0') Fail("refused without a word");

@@ -1,4 +1,4 @@
-#include <AnimUtil/LeastSquares/CurveFitter.h>
+#include "AnimUtil/LeastSquares/FitProblem.h"
 
 #include <gtest/gtest.h>
 
@@ -12,14 +12,6 @@
 namespace Qel::LeastSquares {
 namespace {
 
-struct Problem {
-    std::vector<CurveSample> samples;
-    float tolerance = 0.001f;
-    int components = 1;
-    bool looping = false;
-    int maxSolverComplexity = 0;
-};
-
 float Draw(std::mt19937& random, float limit) {
     return limit * (static_cast<float>(random() % 20001) / 10000 - 1);
 }
@@ -31,9 +23,9 @@ Components DrawValue(std::mt19937& random, int components, float limit) {
 }
 
 /// Swings with noise, corners, steps and soft samples, at uneven times.
-Problem MakeProblem(unsigned seed) {
+FitProblem MakeProblem(unsigned seed) {
     std::mt19937 random(seed);
-    Problem problem;
+    FitProblem problem;
     problem.components = 1 + static_cast<int>(seed % 4);
     problem.tolerance = seed % 3 == 0 ? 0.05f : 0.002f;
     problem.looping = seed % 5 == 0;
@@ -58,27 +50,15 @@ Problem MakeProblem(unsigned seed) {
     return problem;
 }
 
-std::vector<CurveSegment> Fit(const Problem& problem) {
-    CurveFitter fitter;
-    fitter.SetTolerance(problem.tolerance);
-    fitter.SetComponentCount(problem.components);
-    fitter.SetLooping(problem.looping);
-    fitter.SetMaxSolverComplexity(problem.maxSolverComplexity);
-    for (const CurveSample& sample : problem.samples) fitter.AddSample(sample);
-    std::vector<CurveSegment> segments;
-    fitter.Solve(segments);
-    return segments;
-}
-
 /// By the fitter's own arithmetic: the sum of squares in single precision.
-bool IsWithin(const Components& value, const Components& wanted, const Problem& problem) {
+bool IsWithin(const Components& value, const Components& wanted, const FitProblem& problem) {
     float sum = 0;
     for (std::size_t c = 0; c < static_cast<std::size_t>(problem.components); ++c)
         sum += (value[c] - wanted[c]) * (value[c] - wanted[c]);
     return sum <= problem.tolerance * problem.tolerance;
 }
 
-bool IsEnd(const Problem& problem, const CurveSample& sample) {
+bool IsEnd(const FitProblem& problem, const CurveSample& sample) {
     return sample.time == problem.samples.front().time ||
            sample.time == problem.samples.back().time;
 }
@@ -92,7 +72,7 @@ void ForProblems(Check check) {
 }
 
 TEST(CurveFitterProperties, EveryHardSampleIsWithinTheTolerance) {
-    ForProblems([](const Problem& problem) {
+    ForProblems([](const FitProblem& problem) {
         const auto segments = Fit(problem);
         for (const CurveSample& sample : problem.samples) {
             if (sample.soft || IsEnd(problem, sample)) continue;
@@ -108,7 +88,7 @@ TEST(CurveFitterProperties, EveryHardSampleIsWithinTheTolerance) {
 }
 
 TEST(CurveFitterProperties, SegmentsFollowOneAnotherFromTheFirstSampleToTheLast) {
-    ForProblems([](const Problem& problem) {
+    ForProblems([](const FitProblem& problem) {
         const auto segments = Fit(problem);
         EXPECT_EQ(segments.front().startTime, problem.samples.front().time);
         EXPECT_EQ(segments.front().startPosition, problem.samples.front().positionAfter);
@@ -120,7 +100,7 @@ TEST(CurveFitterProperties, SegmentsFollowOneAnotherFromTheFirstSampleToTheLast)
 }
 
 TEST(CurveFitterProperties, StepsAreKeptAndTheCurveBreaksNowhereElse) {
-    ForProblems([](const Problem& problem) {
+    ForProblems([](const FitProblem& problem) {
         const auto segments = Fit(problem);
         std::size_t next = 1;
         for (const CurveSample& sample : problem.samples) {
@@ -140,7 +120,7 @@ TEST(CurveFitterProperties, StepsAreKeptAndTheCurveBreaksNowhereElse) {
 }
 
 TEST(CurveFitterProperties, TheOrderInWhichSamplesAreAddedDoesNotMatter) {
-    ForProblems([](Problem problem) {
+    ForProblems([](FitProblem problem) {
         const auto wanted = Fit(problem);
         std::mt19937 random(2);
         std::shuffle(problem.samples.begin(), problem.samples.end(), random);
@@ -156,7 +136,7 @@ TEST(CurveFitterProperties, TheOrderInWhichSamplesAreAddedDoesNotMatter) {
 
 TEST(CurveFitterProperties, ACurveOfTwiceTheSizeHasTheSameKeysAtTwiceTheTolerance) {
     // Doubling is exact in floats, so that every step of the fit is the same.
-    ForProblems([](Problem problem) {
+    ForProblems([](FitProblem problem) {
         const auto wanted = Fit(problem);
         for (CurveSample& sample : problem.samples)
             for (Components* value : {&sample.positionBefore, &sample.positionAfter})
@@ -175,7 +155,7 @@ TEST(CurveFitterProperties, ACurveOfTwiceTheSizeHasTheSameKeysAtTwiceTheToleranc
 }
 
 TEST(CurveFitterProperties, ComponentsThatAreNotFittedStayZero) {
-    ForProblems([](const Problem& problem) {
+    ForProblems([](const FitProblem& problem) {
         for (const CurveSegment& segment : Fit(problem))
             for (std::size_t c = static_cast<std::size_t>(problem.components); c < 4; ++c)
                 for (const Components* part : {&segment.startPosition, &segment.startTangent,
