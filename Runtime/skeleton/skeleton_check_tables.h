@@ -111,10 +111,12 @@ static inline uint64_t skeleton_next_table_(skeleton_check_* check, skeleton_row
     return place;
 }
 
-/* An item, whose magic has been seen. */
+/* An item. */
 typedef struct skeleton_block_ {
-    uint64_t at, limit; /* nothing of it goes on behind the limit */
-    int is_limit_end;   /* the next part of the file begins there */
+    uint64_t at, limit;  /* nothing of it goes on behind the limit */
+    int is_limit_end;    /* the next part of the file begins there */
+    int has_keys;        /* driven keys, not joint constraints */
+    int is_header_sound; /* no fault of it has been noted */
 } skeleton_block_;
 
 /* What a block's header leads to behind its last table. */

@@ -197,9 +197,10 @@ static inline void skeleton_check_constraints_(skeleton_check_* check,
     constrained_count =
         skeleton_u16_(check, at + offsetof(skeleton_joint_constraints, constrained_count));
     target_count = skeleton_u16_(check, at + offsetof(skeleton_joint_constraints, target_count));
-    is_sound = skeleton_u16_(check, at + offsetof(skeleton_joint_constraints, reserved)) == 0 ||
-               skeleton_refuse_(check, at + offsetof(skeleton_joint_constraints, reserved),
-                                "reserved is not 0");
+    is_sound = block->is_header_sound;
+    if (is_sound && skeleton_u16_(check, at + offsetof(skeleton_joint_constraints, reserved)) != 0)
+        is_sound = skeleton_refuse_(check, at + offsetof(skeleton_joint_constraints, reserved),
+                                    "reserved is not 0");
     joints = skeleton_next_table_(check, &tables, at + offsetof(skeleton_joint_constraints, joints),
                                   2 * (SKELETON_CAST(uint64_t, constrained_count) + target_count),
                                   "joints");

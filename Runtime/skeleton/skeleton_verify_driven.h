@@ -193,7 +193,7 @@ static inline void skeleton_check_driven_keys_(skeleton_check_* check, uint64_t 
     }
     block.at = at;
     block.tables = skeleton_begin_row_(header_end, header_end, item->limit);
-    block.is_header_sound = 1;
+    block.is_header_sound = item->is_header_sound;
     block.object_count = skeleton_u32_(check, at + offsetof(skeleton_driven_keys, object_count));
     block.driven_count =
         skeleton_u32_(check, at + offsetof(skeleton_driven_keys, driven_object_count));
@@ -206,7 +206,7 @@ static inline void skeleton_check_driven_keys_(skeleton_check_* check, uint64_t 
         skeleton_refuse_header_(check, &block, offsetof(skeleton_driven_keys, driven_object_count),
                                 "driven_object_count is %lu, above the %lu of object_count",
                                 block.driven_count, block.object_count);
-    if (block.output_count == 0)
+    if (block.output_count == 0 && block.is_header_sound)
         block.is_header_sound = skeleton_refuse_(
             check, at + offsetof(skeleton_driven_keys, output_count), "output_count is 0");
     skeleton_check_driven_objects_(check, &block);

@@ -19,49 +19,60 @@ typedef struct skeleton_items_ {
     int are_places_sound;
 } skeleton_items_;
 
-/* True if the item at `at` has its kind's magic. */
+/* What an item is can be told by its magic and by its kind. True if it can be walked: where both
+ * say the same, or where it is surely in its place; then the magic counts, if it is one. */
 static inline int skeleton_check_kind_(skeleton_check_* check, skeleton_items_* items,
-                                       uint32_t item, uint64_t at) {
+                                       uint32_t item, int is_in_place, skeleton_block_* block) {
     const uint64_t field = items->kinds + 4 * SKELETON_CAST(uint64_t, item);
-    int has_keys = memcmp(check->bytes + at, "DK04", 4) == 0;
-    int is_sound;
-    if (items->kinds != 0) {
-        const uint32_t kind = skeleton_u32_(check, field);
-        if (kind <= SKELETON_ITEM_JOINT_CONSTRAINTS)
-            has_keys = kind == SKELETON_ITEM_DRIVEN_KEYS;
-        else if (items->are_kinds_sound)
-            items->are_kinds_sound =
-                skeleton_refuse_(check, field, "item_kinds[%lu] is %lu, not 0 or 1",
-                                 SKELETON_U_(item), SKELETON_U_(kind));
-    }
+    const int is_keys = memcmp(check->bytes + block->at, "DK04", 4) == 0;
+    const int is_known = is_keys || memcmp(check->bytes + block->at, "JC01", 4) == 0;
+    const uint32_t kind = items->kinds == 0 ? 2 : skeleton_u32_(check, field);
+    const int is_kind_known = kind <= SKELETON_ITEM_JOINT_CONSTRAINTS;
+    const int wants_keys = is_kind_known ? kind == SKELETON_ITEM_DRIVEN_KEYS : is_keys;
+    if (items->kinds != 0 && !is_kind_known && items->are_kinds_sound)
+        items->are_kinds_sound =
+            skeleton_refuse_(check, field, "item_kinds[%lu] is %lu, not 0 or 1", SKELETON_U_(item),
+                             SKELETON_U_(kind));
     skeleton_enter_(check, "items", item);
-    is_sound = skeleton_check_magic_(check, at, has_keys ? "DK04" : "JC01");
+    block->is_header_sound = skeleton_check_magic_(check, block->at, wants_keys ? "DK04" : "JC01");
     skeleton_leave_(check);
-    return is_sound;
+    block->has_keys = is_known ? is_keys : wants_keys;
+    return block->is_header_sound || (is_in_place && (is_known || is_kind_known));
 }
 
-/* The first item from `item` on that stands where its offset leads: behind `previous` on a 16-byte
- * boundary. Its place comes to `at`. */
+/* Where the offset of an item leads when it does not lead to one. */
+static inline void skeleton_refuse_item_(skeleton_check_* check, skeleton_items_* items,
+                                         uint32_t item, uint64_t at) {
+    const uint64_t field = items->places + 4 * SKELETON_CAST(uint64_t, item);
+    if (!items->are_places_sound) return;
+    items->are_places_sound = 0;
+    if (at >= items->end && at % 16 == 0)
+        skeleton_refuse_(check, field,
+                         "items[%lu] leads to 0x%04lX, behind the items' end at 0x%04lX",
+                         SKELETON_U_(item), SKELETON_U_(at), SKELETON_U_(items->end));
+    else
+        skeleton_refuse_(check, field, "items[%lu] leads to 0x%04lX, where no item begins",
+                         SKELETON_U_(item), SKELETON_U_(at));
+}
+
+/* The first item behind the one at `previous` that stands where its offset leads, on a 16-byte
+ * boundary; at first `item` and `previous` are 0. */
 static inline uint32_t skeleton_find_item_(skeleton_check_* check, skeleton_items_* items,
-                                           uint32_t item, uint64_t previous, uint64_t* at) {
+                                           uint32_t item, uint64_t previous,
+                                           skeleton_block_* block) {
+    /* Where the item behind the previous one must be. */
+    const int64_t place =
+        item == 0 ? SKELETON_CAST(int64_t, items->first) : skeleton_target_(check, previous + 4);
+    const uint32_t next = item;
     for (; item < items->count; ++item) {
-        const uint64_t field = items->places + 4 * SKELETON_CAST(uint64_t, item);
-        const int64_t target = skeleton_target_(check, field);
-        *at = SKELETON_CAST(uint64_t, target < 0 ? 0 : target);
-        if ((item == 0 ? *at == items->first : *at > previous && *at % 16 == 0) &&
-            *at < items->end) {
-            if (skeleton_check_kind_(check, items, item, *at)) return item;
-        } else if (items->are_places_sound) {
-            const int is_behind = *at >= items->end && *at % 16 == 0;
-            items->are_places_sound =
-                is_behind ? skeleton_refuse_(
-                                check, field,
-                                "items[%lu] leads to 0x%04lX, behind the items' end at 0x%04lX",
-                                SKELETON_U_(item), SKELETON_U_(*at), SKELETON_U_(items->end))
-                          : skeleton_refuse_(check, field,
-                                             "items[%lu] leads to 0x%04lX, where no item begins",
-                                             SKELETON_U_(item), SKELETON_U_(*at));
-        }
+        const int64_t target =
+            skeleton_target_(check, items->places + 4 * SKELETON_CAST(uint64_t, item));
+        block->at = SKELETON_CAST(uint64_t, target < 0 ? 0 : target);
+        if ((item == 0 ? target != place : block->at <= previous || block->at < items->first) ||
+            block->at % 16 != 0 || block->at >= items->end)
+            skeleton_refuse_item_(check, items, item, block->at);
+        else if (skeleton_check_kind_(check, items, item, item == next && target == place, block))
+            return item;
     }
     return item;
 }
@@ -69,25 +80,26 @@ static inline uint32_t skeleton_find_item_(skeleton_check_* check, skeleton_item
 /* Every item fills the bytes up to the next one. */
 static inline void skeleton_check_items_(skeleton_check_* check, skeleton_items_* items) {
     const uint64_t places_end = items->places + 4 * SKELETON_CAST(uint64_t, items->count);
-    uint64_t at = 0, next_at = 0;
-    uint32_t item = skeleton_find_item_(check, items, 0, places_end, &at);
+    skeleton_block_ block, behind;
+    uint32_t item;
+    memset(&block, 0, sizeof block);
+    memset(&behind, 0, sizeof behind);
+    item = skeleton_find_item_(check, items, 0, 0, &block);
     while (item < items->count) {
-        const uint32_t next = skeleton_find_item_(check, items, item + 1, at, &next_at);
-        skeleton_block_ block;
-        block.at = at;
-        block.limit = next < items->count ? next_at : items->end;
-        block.is_limit_end =
-            next < items->count ? next == item + 1 : next == item + 1 && items->is_end_known;
-        if (!block.is_limit_end && skeleton_can_lead_(check, at + 4, 0, at + 16, block.limit))
-            block.limit = SKELETON_CAST(uint64_t, skeleton_target_(check, at + 4));
+        const uint32_t next = skeleton_find_item_(check, items, item + 1, block.at, &behind);
+        block.limit = next < items->count ? behind.at : items->end;
+        block.is_limit_end = next == item + 1 && (next < items->count || items->is_end_known);
+        if (!block.is_limit_end &&
+            skeleton_can_lead_(check, block.at + 4, 0, block.at + 16, block.limit))
+            block.limit = SKELETON_CAST(uint64_t, skeleton_target_(check, block.at + 4));
         skeleton_enter_(check, "items", item);
-        if (memcmp(check->bytes + at, "DK04", 4) == 0)
+        if (block.has_keys)
             skeleton_check_driven_keys_(check, items->at, &block);
         else
             skeleton_check_constraints_(check, &block);
         skeleton_leave_(check);
         item = next;
-        at = next_at;
+        block = behind;
     }
     if (items->are_places_sound) skeleton_check_padding_(check, places_end, items->first, "items");
 }
@@ -150,8 +162,8 @@ static inline int skeleton_check_end_(skeleton_check_* check, const skeleton_row
                             SKELETON_U_(check->size));
 }
 
-/* The block at `at`, to the file's end. */
-static inline void skeleton_check_block_(skeleton_check_* check, uint64_t at) {
+/* The block at `at`, to the file's end. Its header may have a fault already. */
+static inline void skeleton_check_block_(skeleton_check_* check, uint64_t at, int is_header_sound) {
     const uint64_t end_field = at + offsetof(skeleton_procedural, items_end);
     const int64_t target = skeleton_target_(check, end_field);
     const uint64_t end = SKELETON_CAST(uint64_t, target < 0 ? 0 : target);
@@ -164,9 +176,9 @@ static inline void skeleton_check_block_(skeleton_check_* check, uint64_t at) {
     items.is_end_known =
         end > at + sizeof(skeleton_procedural) && end <= check->size && end % 16 == 0;
     items.end = items.is_end_known ? end : check->size & ~SKELETON_CAST(uint64_t, 15);
-    if (items.count == 0)
+    if (items.count == 0 && is_header_sound)
         skeleton_refuse_(check, at + offsetof(skeleton_procedural, item_count), "item_count is 0");
-    else if (!items.is_end_known)
+    else if (!items.is_end_known && is_header_sound)
         skeleton_refuse_(check, end_field, "items_end leads to 0x%04lX, where no items can end",
                          SKELETON_U_(end));
     tables = skeleton_begin_row_(at, items.is_end_known ? end : 0, check->size);
@@ -202,7 +214,7 @@ static inline void skeleton_check_procedural_(skeleton_check_* check, skeleton_r
         at = SKELETON_CAST(uint64_t, skeleton_target_(check, field));
         if (memcmp(check->bytes + at, "PJ01", 4) != 0) return;
     }
-    if (skeleton_check_magic_(check, at, "PJ01")) skeleton_check_block_(check, at);
+    skeleton_check_block_(check, at, skeleton_check_magic_(check, at, "PJ01"));
 }
 
 #endif

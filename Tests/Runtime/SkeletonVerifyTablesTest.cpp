@@ -171,6 +171,19 @@ TEST_F(SkeletonVerifyTables, AWrongListOfItemsHidesWhatItAloneLeadsTo) {
                         {"external_inputs["});
 }
 
+TEST_F(SkeletonVerifyTables, AWrongMagicHidesTheHeaderBehindItAlone) {
+    DamageContents();
+    auto* const kinds = Table<std::uint32_t>(Procedural().item_kinds);
+    ExpectOthersAreTold(Procedural().magic[0], 'Z', "magic is 0x5A4A3031, not \"PJ01\"", {});
+    ExpectOthersAreTold(Keys().magic[3], 'Z', "items[1].magic is 0x444B305A, not \"DK04\"", {});
+    ExpectOthersAreTold(Constraints().magic[1], 'Z', "items[2].magic is 0x4A5A3031, not \"JC01\"",
+                        {"items[2].reserved"});
+    ExpectOthersAreTold(kinds[1], SKELETON_ITEM_JOINT_CONSTRAINTS,
+                        "items[1].magic is 0x444B3034, not \"JC01\"", {});
+    ExpectOthersAreTold(kinds[2], SKELETON_ITEM_DRIVEN_KEYS,
+                        "items[2].magic is 0x4A433031, not \"DK04\"", {"items[2].reserved"});
+}
+
 TEST_F(SkeletonVerifyTables, AWrongTableOfDrivenKeysHidesNoOther) {
     DamageContents();
     ExpectOthersAreTold(Keys().object_count, 2,
