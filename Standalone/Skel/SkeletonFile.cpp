@@ -2,6 +2,7 @@
 
 #include <Platform/ErrorText.h>
 #include <Platform/Folders.h>
+#include <Platform/Paths.h>
 
 #include <algorithm>
 #include <bit>
@@ -43,7 +44,7 @@ File Open(const std::string& path) {
 /// may go on for ever.
 std::size_t ExpectedSize(const std::string& path) {
     std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    const std::uintmax_t size = std::filesystem::file_size(Platform::ToPath(path), error);
     return error ? 0 : static_cast<std::size_t>(std::min<std::uintmax_t>(size, kTooLong));
 }
 
