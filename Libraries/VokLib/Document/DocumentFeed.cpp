@@ -13,6 +13,8 @@ namespace {
 // It ends with a tag where it can: with each push the parser looks back, byte by byte, for the last
 // "<".
 constexpr std::size_t kPieceBytes = 64u << 10;
+// The parser refuses to look ahead through much more than it gets from a file at once.
+constexpr std::size_t kMostPieceBytes = 1u << 20;
 
 }  // namespace
 
@@ -32,8 +34,9 @@ int DocumentFeed::Feed(const char* bytes, std::size_t size, bool last) {
 std::size_t DocumentFeed::PieceSize(const char* bytes, std::size_t size) const {
     if (size <= kPieceBytes) return size;
     if (encoding.unit != 1) return kPieceBytes;
-    const void* const close = std::memchr(bytes + kPieceBytes, '>', size - kPieceBytes);
-    if (close == nullptr) return size;
+    const std::size_t most = std::min(size, kMostPieceBytes);
+    const void* const close = std::memchr(bytes + kPieceBytes, '>', most - kPieceBytes);
+    if (close == nullptr) return most;
     return static_cast<std::size_t>(static_cast<const char*>(close) - bytes) + 1;
 }
 
@@ -70,6 +73,8 @@ int DocumentFeed::PushScanned(const char* bytes, std::size_t size, bool last) {
         TextExtent extent;
         const char* const begin = bytes + text.begin;
         const std::size_t length = text.end - text.begin;
+        // What is held in front of a text are brackets, which the parser must see in one with it.
+        if (text.begin == 0 && !held.empty()) continue;
         if (!IsPlainText(begin, length, extent)) continue;
         if (const int code = PushBehindHeld(bytes + pushed, text.begin - pushed, false))
             return code;

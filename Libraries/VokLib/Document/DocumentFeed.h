@@ -35,7 +35,7 @@ class DocumentFeed {
     DocumentParser& parser;
     DocumentEncoding encoding;
     MarkupScanner scanner;
-    std::string held;       // markup that the last block left incomplete
+    std::string held;  // markup, or the beginning of a "]]>", that the last block left incomplete
     std::string converted;  // UTF-8 of a piece that is not plain ASCII
     std::vector<char> narrow;
     std::size_t unitBytes = 0;  // of an incomplete wide character at the end of the last piece

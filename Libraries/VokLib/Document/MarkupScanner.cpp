@@ -54,7 +54,10 @@ std::size_t MarkupScanner::Scan(const char* bytes, std::size_t size) {
     onlyTags = Find(bytes, end, '!') == end && Find(bytes, end, '?') == end;
     for (const char* p = bytes; p < end && exceeded.empty();) p = Step(p, end);
     std::size_t complete = size;
-    if (state != State::Text) {
+    if (state == State::Text) {
+        // "]]>" is an error in a text, which the parser sees only where it gets it in one.
+        while (complete > 0 && size - complete < 2 && bytes[complete - 1] == ']') --complete;
+    } else {
         complete = static_cast<std::size_t>(from - bytes);
         bytesBefore = IndexInMarkup(end);
         if (exceeded.empty()) CheckBytes(bytesBefore);

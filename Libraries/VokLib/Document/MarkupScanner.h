@@ -15,8 +15,9 @@
 class MarkupScanner {
   public:
     /// Reads on in the document. Returns how many of these bytes stand in front of the first markup
-    /// that they leave incomplete; 0 also when that began earlier. When a limit is met it is where
-    /// the offending markup begins.
+    /// that they leave incomplete; 0 also when that began earlier. Brackets at the end of a text,
+    /// two at most, count as incomplete. When a limit is met it is where the offending markup
+    /// begins.
     std::size_t Scan(const char* bytes, std::size_t size);
 
     /// A text without markup, in bytes from the beginning of a block.

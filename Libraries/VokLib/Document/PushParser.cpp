@@ -65,6 +65,18 @@ struct PushParser::Callbacks {
                                       static_cast<std::size_t>(length));
         });
     }
+
+    /// Behind an instruction, whose target is a name.
+    static void Instruction(void* user, const xmlChar*, const xmlChar*) {
+        PushParser& parser = *static_cast<PushParser*>(user);
+        Guard(parser, [&] { parser.CheckNamesNearLimit(); });
+    }
+
+    /// Behind a document type.
+    static void DocumentType(void* user, const xmlChar*, const xmlChar*, const xmlChar*) {
+        PushParser& parser = *static_cast<PushParser*>(user);
+        Guard(parser, [&] { parser.CheckNamesNearLimit(); });
+    }
 };
 
 PushParser::PushParser(ParserEvents& receiver, const std::string& name, bool refuseExternalSubset)
@@ -76,6 +88,8 @@ PushParser::PushParser(ParserEvents& receiver, const std::string& name, bool ref
     handlers->startElement = Callbacks::Start;
     handlers->endElement = Callbacks::End;
     handlers->characters = Callbacks::Characters;
+    handlers->processingInstruction = Callbacks::Instruction;
+    handlers->externalSubset = Callbacks::DocumentType;
     context.reset(xmlCreatePushParserCtxt(handlers.get(), this, nullptr, 0, nullptr));
     if (context == nullptr) throw std::bad_alloc();
     memory.Check();
@@ -100,7 +114,6 @@ int PushParser::Push(const char* bytes, std::size_t size, bool last) {
     const int code = xmlParseChunk(context.get(), bytes, static_cast<int>(size), last ? 1 : 0);
     if (failure) std::rethrow_exception(std::exchange(failure, nullptr));
     memory.Check();
-    if (code == 0) CheckNames();
     return code;
 }
 
@@ -125,7 +138,7 @@ void PushParser::CheckStart() {
     if (depth == VokLimits::kMaxElementDepth)
         Fail("more than " + std::to_string(VokLimits::kMaxElementDepth) + " nested elements",
              GetPlace());
-    if (isNearNameLimit) CheckNames();
+    CheckNamesNearLimit();
     if (depth == 0 && refusesExternalSubset && context->hasExternalSubset != 0) {
         ThrowVokException("The document type of \"" + GetDocumentName() +
                           "\" names an external file; external files are not read.");
@@ -137,8 +150,8 @@ std::size_t PushParser::CountNames() const {
     return static_cast<std::size_t>(xmlDictSize(context->dict));
 }
 
-void PushParser::CheckNames() const {
-    if (CountNames() > kMostNames)
+void PushParser::CheckNamesNearLimit() const {
+    if (isNearNameLimit && CountNames() > kMostNames)
         Fail("more than " + std::to_string(VokLimits::kMaxNames) + " different names", GetPlace());
 }
 

@@ -12,9 +12,9 @@
 
 struct _xmlParserCtxt;
 
-/// The push parser of libxml2 in its first SAX form. All handlers but three are null and the
-/// parser's user data is not its own context, so that declared entities are neither kept nor
-/// expanded and nothing outside the text is opened.
+/// The push parser of libxml2 in its first SAX form. All handlers but three, and two that look at
+/// the number of names, are null and the parser's user data is not its own context, so that
+/// declared entities are neither kept nor expanded and nothing outside the text is opened.
 class PushParser : public DocumentParser {
   public:
     /// With `refuseExternalSubset` a document type that names a file of its own ends the parse at
@@ -43,7 +43,7 @@ class PushParser : public DocumentParser {
     [[noreturn]] void Fail(const std::string& text, TextPlace place) const;
     void CheckStart();
     std::size_t CountNames() const;
-    void CheckNames() const;
+    void CheckNamesNearLimit() const;
 
     ParserEvents* events;
     bool refusesExternalSubset;

@@ -143,6 +143,64 @@ TEST(DocumentFeed, GivesThemWithSuchTextsInSeveralBlocks) {
     }
 }
 
+TEST(DocumentFeed, RefusesTheEndOfACDataSectionInATextWhereverTheBorderOfABlockFalls) {
+    const std::string contents = std::string(400, 'x') + "]]]>" + LongText(5000);
+    const std::string declaration = "<?xml version='1.0' encoding='UTF-16'?>";
+    for (const std::string& sample :
+         {Declared("ISO-8859-1", contents), Declared("UTF-8", "\xC3\xA9" + contents),
+          Wide(declaration + "<a>" + contents + "</a>", true)}) {
+        const int code = ParserAlone(sample).code;
+        EXPECT_NE(code, 0);
+        const std::size_t end = std::min<std::size_t>(sample.size(), 1000);
+        for (std::size_t cut = 90; cut < end; ++cut) {
+            EXPECT_EQ(Feed(sample, {cut}).code, code) << cut;
+            EXPECT_EQ(Feed(sample, {cut, cut + 1, cut + 2, cut + 3}).code, code) << cut;
+        }
+    }
+}
+
+TEST(DocumentFeed, BracketsInATextAreReadWhereverTheBorderOfABlockFalls) {
+    const std::string sample =
+        Declared("ISO-8859-1", std::string(400, 'x') + "]]]]<b>]</b>]]" + LongText(5000) + "]] >");
+    const ParserComparison::Outcome whole = ParserAlone(sample);
+    EXPECT_EQ(whole.code, 0);
+    for (std::size_t cut = 90; cut < sample.size(); cut += cut == 600 ? 4800 : 1) {
+        EXPECT_EQ(Feed(sample, {cut}), whole) << cut;
+        EXPECT_EQ(Feed(sample, {cut, cut + 1, cut + 2}), whole) << cut;
+        if (cut > sample.size() - 4) break;
+    }
+}
+
+TEST(DocumentFeed, ReadsATextOfManyMegabytesInOneBlock) {
+    // The parser alone gives up after ten.
+    const std::string text(12u << 20, 'x');
+    const ParserComparison::Outcome fed = Feed("<a>&#49;" + text + "</a>");
+    EXPECT_EQ(fed.code, 0);
+    EXPECT_TRUE(fed.events == "<a>1" + text + "</a>");
+}
+
+TEST(DocumentFeed, CountsNamesToTheSamePlaceWhereverTheBorderOfABlockFalls) {
+    std::string instructions;
+    std::string attributes;
+    for (int i = 0; i < 11000; ++i) {
+        instructions += "<?n" + std::to_string(i) + "?>\n";
+        if (i < 10100) attributes += " n" + std::to_string(i) + " ID ''";
+    }
+    const std::string begin = "<?xml version='1.0' encoding='ISO-8859-1'?>\n";
+    const std::string fault =
+        "Document limit exceeded: more than 10000 different names in \"test\"";
+    for (const std::string& sample :
+         {begin + instructions + "<a/>", begin + "<a>" + instructions + "</a>",
+          begin + "<a/>" + instructions,
+          begin + "<!DOCTYPE a [<!ATTLIST a " + attributes + ">]>\n<!-- -->\n<a/>"}) {
+        const ParserComparison::Outcome whole = Feed(sample);
+        EXPECT_NE(whole.events.find(fault), std::string::npos) << whole;
+        for (std::size_t cut = 60; cut < sample.size(); cut += 9973)
+            EXPECT_EQ(Feed(sample, {cut}), whole) << cut;
+        EXPECT_EQ(Feed(sample, {sample.size() - 12, sample.size() - 4}), whole);
+    }
+}
+
 TEST(DocumentFeed, ReadsADocumentTypeWhereverTheBorderOfABlockFalls) {
     // The parser alone does not: it takes a quote in half a comment for the beginning of a text.
     const std::string text =
