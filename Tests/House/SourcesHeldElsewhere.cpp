@@ -31,6 +31,7 @@ const std::vector<HeldElsewhere>& SourcesHeldElsewhere() {
         {"Faults/ProgramsFaultTest", {"VokLib/Document/XmlMemory"}},
         {"VokLib/CustomData/CustomAttributeRegistryTest", {"VokLib/Library/CustomAttributeTypes"}},
         {"VokLib/Links/VokPathTest", {"VokLib/Links/NameIndex", "VokLib/Links/PathResolver"}},
+        {"VokLib/Links/VokObjLinkStoreTest", {"VokLib/Links/LinkForesight"}},
         {"VokLib/Objects/Constraints/VokAimConstraintTest",
          {"VokLib/Objects/Constraints/AimVocabulary"}},
         {"VokLib/Objects/Geometry/VokBlendshapeTest", {"VokLib/Objects/Geometry/VokBlendStage"}},

@@ -20,7 +20,7 @@ class PathResolver {
     PathResolver& operator=(const PathResolver&) = delete;
     ~PathResolver();
 
-    /// As VokPath::Resolve. `reference` may be null.
+    /// As VokPath::Resolve. `reference` may be null. One path after another until one throws.
     VokObj* Resolve(const std::string& path, VokReference** reference);
 
   private:

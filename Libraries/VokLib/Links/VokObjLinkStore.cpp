@@ -5,6 +5,8 @@
 #include <QelTools/Exception.h>
 
 #include "Base/BlockPool.h"
+#include "Links/LinkForesight.h"
+#include "Links/PathResolver.h"
 #include "Links/VokPathCache.h"
 
 #include <new>
@@ -89,14 +91,17 @@ std::size_t VokObjLinkStore::ResolveLinks(VokObj* world,
                                           bool retryDeferred) {
     const Guard guard(lock);
     VokPathCache cache(world);
+    PathResolver resolver(cache);
+    LinkForesight foresight(cache, first);
     std::size_t failures = 0;
     for (VokObjLink* link = first; link != nullptr; link = link->next) {
+        foresight.Step();
         const bool fresh = link->state == VokLinkState::Fresh && !link->path.empty();
         if (!fresh && !(retryDeferred && link->state == VokLinkState::Deferred)) continue;
         if (link->target != nullptr) ThrowException("Unresolved objlink already has target");
 
         VokReference* reference = nullptr;
-        if (VokObj* target = VokPath(link->path).Resolve(world, &reference, &cache)) {
+        if (VokObj* target = resolver.Resolve(link->path, &reference)) {
             link->target = target;
             link->state = VokLinkState::Resolved;
             target->AddIncomingLink(*this, *link);

@@ -14,7 +14,7 @@ namespace {
 /// Up to here a scan is as fast as an index.
 constexpr std::size_t kNarrow = 16;
 /// A parent that is asked this often is worth an index.
-constexpr unsigned kScansBeforeIndex = 4;
+constexpr unsigned kScansBeforeIndex = 1;
 /// Up to here a search in the index is quick enough to be repeated.
 constexpr std::size_t kFew = 8;
 
@@ -28,6 +28,7 @@ VokObj* VokPathCache::FindChild(const VokObj& parent, std::string_view name) {
         return parent.FindChild(name);
     }
     if (wide.index == nullptr) wide.index = std::make_unique<NameIndex>(parent);
+    lastIndex = wide.index.get();
     return wide.index->Find(name);
 }
 

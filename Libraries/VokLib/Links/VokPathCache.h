@@ -46,6 +46,8 @@ class VokPathCache {
     VokObj* GetRoot() const { return root; }
     /// As VokObj::FindChild.
     VokObj* FindChild(const VokObj& parent, std::string_view name);
+    /// The index of names in which a child was looked for last; null before.
+    const NameIndex* GetLastIndex() const { return lastIndex; }
     SpecialChildren& GetSpecialChildren(const VokObj& parent);
     /// The first child of this name in the scenes found so far, those before number `tried` being
     /// known not to have one; raises `tried` to their number when there is none.
@@ -72,6 +74,7 @@ class VokPathCache {
                       std::size_t tried);
 
     VokObj* root;
+    const NameIndex* lastIndex = nullptr;
     /// The children of the indexed scenes, each scene entered once for all objects that reach it.
     std::unordered_map<std::string_view, std::vector<NamedChild>> childrenByName;
     std::unordered_set<const VokObj*> indexed;

@@ -31,6 +31,9 @@ class VokObjLink {
     void* user = nullptr;
     VokLinkState state = VokLinkState::Fresh;
 
+    /// The link that was made next; null for the last.
+    const VokObjLink* GetNext() const { return next; }
+
   private:
     friend class VokObj;
     friend class VokObjLinkStore;

@@ -33,6 +33,7 @@ class VokObjLinkStore : public QelTools::Common::Singleton<VokObjLinkStore> {
     /// `retryDeferred` those in state Deferred are tried again.
     std::size_t ResolveLinks(VokObj* world, std::set<std::string>* unresolved, bool retryDeferred);
     /// The same with a call for each link that failed, in order of creation, in place of the texts.
+    /// The call ends no link.
     std::size_t ResolveLinks(VokObj* world, const std::function<void(const VokObjLink&)>& failed,
                              bool retryDeferred);
     /// Calls the callback of every record in state Failed.
