@@ -17,7 +17,7 @@ namespace {
 // What a producer appended, kept apart from the block so that the test reads the file by itself.
 struct Element {
     enum Kind { Data, Align, Label, Offset } kind;
-    std::vector<std::uint8_t> bytes;  // Data: one element in the host's order
+    std::vector<std::uint8_t> bytes;  // Data: one element in little-endian order
     std::uint32_t number;             // Align: the multiple; Label, Offset: the label
     std::uint32_t origin;
     std::uint32_t storage;
@@ -71,7 +71,7 @@ class RandomProducer {
             all.insert(all.end(), bytes.begin(), bytes.end());
             elements.push_back({Element::Data, bytes, 0, 0, 0, 0});
         }
-        block.AppendData(all.data(), size, count);
+        block.AppendData(InHostOrder(all, size).data(), size, count);
     }
 
     void AddAlign(CBlock& block, std::uint32_t multiple) {

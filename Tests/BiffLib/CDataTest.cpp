@@ -23,13 +23,12 @@ const CData& OnlyData(const CBlock& block) {
 
 TEST(Data, ElementsOfEachSizeAreReversedAsOneUnit) {
     CBlock block;
-    const std::array<std::uint8_t, 6> small{1, 2, 3, 4, 5, 6};
-    block.AppendData(small.data(), 1, 2);
-    block.AppendData(small.data(), 2, 2);
-    block.AppendData(small.data(), 3, 2);
-    const std::array<std::uint8_t, 16> large{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
-    block.AppendData(large.data(), 16, 1);
-    block.AppendData(large.data(), 8, 2);
+    block.AppendData(InHostOrder({1, 2}, 1).data(), 1, 2);
+    block.AppendData(InHostOrder({1, 2, 3, 4}, 2).data(), 2, 2);
+    block.AppendData(InHostOrder({1, 2, 3, 4, 5, 6}, 3).data(), 3, 2);
+    const std::vector<std::uint8_t> large{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
+    block.AppendData(InHostOrder(large, 16).data(), 16, 1);
+    block.AppendData(InHostOrder(large, 8).data(), 8, 2);
     EXPECT_EQ(Big(block), Bytes("\1\2"
                                 "\2\1\4\3"
                                 "\3\2\1\6\5\4"
@@ -102,7 +101,7 @@ TEST(Data, LongRunsAreReversedWhole) {
         CBlock block;
         std::vector<std::uint8_t> bytes(size * 5000u);
         for (std::size_t i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<std::uint8_t>(i * 7);
-        block.AppendData(bytes.data(), size, 5000);
+        block.AppendData(InHostOrder(bytes, size).data(), size, 5000);
         const std::string big = Big(block);
         ASSERT_EQ(big.size(), bytes.size());
         for (std::size_t i = 0; i < bytes.size(); ++i)

@@ -4,6 +4,7 @@
 #include <VokLib/Tree/VokWorld.h>
 #include <VoktRigbake/Skeleton/BuildSkeleton.h>
 
+#include <bit>
 #include <functional>
 #include <memory>
 #include <string>
@@ -52,6 +53,9 @@ class TestScene {
 
 /// The names of the skeleton's joints in index order.
 std::vector<std::string> NamesOf(const SkeletonData& skeleton);
+
+/// Whether what this machine reads in place is in big-endian order.
+inline constexpr bool kBigEndianHere = std::endian::native == std::endian::big;
 
 /// The bytes of a block's file. Whatever a test bakes must stand the checks of those who load it;
 /// `fault` is what they say of contents that no sound scene has.

@@ -26,7 +26,7 @@ const std::string kScene = R"(<scene><joint name="root"><joint name="a"/><joint 
 class ProceduralFileStructs : public testing::Test {
   protected:
     ProceduralFileStructs() {
-        const std::string bytes = RigScene(kScene).WithConstraints().Bytes(false);
+        const std::string bytes = RigScene(kScene).WithConstraints().Bytes(kBigEndianHere);
         image.resize(bytes.size() / sizeof(Line) + 1);
         std::memcpy(image.data(), bytes.data(), bytes.size());
         const auto* header = reinterpret_cast<const skeleton_header*>(image.data());

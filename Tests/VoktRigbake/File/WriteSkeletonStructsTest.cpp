@@ -2,6 +2,7 @@
 #include "VoktRigbake/RigbakeTestTools.h"
 #include "VoktRigbake/SkeletonFileReader.h"
 
+#include <BiffLib/CBlock.h>
 #include <VokLib/Objects/Nodes/VokJoint.h>
 #include <gtest/gtest.h>
 #include <skeleton/skeleton.h>
@@ -44,7 +45,8 @@ class SkeletonFileStructs : public testing::Test {
   protected:
     SkeletonFileStructs() {
         TestScene scene(kScene);
-        bytes = WriteBytes(*scene.Build({"ns:Root"}), 0);
+        bytes = WriteBytes(*scene.Build({"ns:Root"}),
+                           kBigEndianHere ? Biff::kBigEndian : Biff::kLittleEndian);
         image.resize(bytes.size() / sizeof(Line) + 1);
         std::memcpy(image.data(), bytes.data(), bytes.size());
         header = reinterpret_cast<const skeleton_header*>(image.data());
@@ -84,7 +86,7 @@ TEST_F(SkeletonFileStructs, HeaderReadsInPlace) {
     EXPECT_EQ(std::string(header->magic, 4), "SK08");
     EXPECT_EQ(header->joint_count, 4);
     EXPECT_EQ(header->joints, 36) << "the mark of the right byte order";
-    EXPECT_EQ(header->signature, SkeletonFileReader(bytes, false).signature);
+    EXPECT_EQ(header->signature, SkeletonFileReader(bytes, kBigEndianHere).signature);
     EXPECT_EQ(skeleton_follow(&header->procedural), nullptr);
     EXPECT_EQ(skeleton_follow(&header->procedural_end), nullptr);
 }
