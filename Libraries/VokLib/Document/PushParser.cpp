@@ -160,6 +160,5 @@ void PushParser::FailBehindInput(const std::string& text) const {
 }
 
 void PushParser::Fail(const std::string& text, TextPlace place) const {
-    throw VokTextFault("Document limit exceeded: " + text + " in \"" + GetDocumentName() + "\"",
-                       place);
+    ThrowTextFault("Document limit exceeded: " + text + " in \"" + GetDocumentName() + "\"", place);
 }

@@ -36,7 +36,6 @@ std::string SniffVersion(const char* bytes, std::size_t size, const std::string&
     PushParser parser(events, documentName, false);
     events.SetParser(parser);
     const int code = DocumentFeed(parser).Feed(bytes, size, true);
-    if (code != 0 && !events.IsFound())
-        throw VokTextFault("Libxml2 parse error:", parser.GetPlace());
+    if (code != 0 && !events.IsFound()) ThrowTextFault("Libxml2 parse error:", parser.GetPlace());
     return events.GetVersion();
 }

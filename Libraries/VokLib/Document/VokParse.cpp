@@ -187,7 +187,7 @@ void VokParse::FeedParser(const char* bytes, std::size_t size, bool last) {
     }
     if (code == 0) return;
     machine->NoteFailure();
-    throw VokTextFault(
+    ThrowTextFault(
         "Libxml2 parse error: " + std::to_string(code) + " in \"" + machine->documentName + "\"",
         machine->parser->GetPlace());
 }

@@ -15,3 +15,8 @@ VokTextFault::VokTextFault(const std::string& text, TextPlace where,
           text + " Line " + std::to_string(where.line) + " Column " + std::to_string(where.column),
           {}, place),
       textPlace(where) {}
+
+void ThrowTextFault(const std::string& text, TextPlace where,
+                    const QelTools::Common::SourcePlace& place) {
+    throw VokTextFault(text, where, place);
+}

@@ -18,12 +18,17 @@ struct TextPlace {
 /// " Column " of the place, which is kept beside them for those who show it in their own way.
 class VokTextFault : public VokException {
   public:
-    VokTextFault(
-        const std::string& text, TextPlace where,
-        const QelTools::Common::SourcePlace& place = QelTools::Common::SourcePlace::Current());
+    VokTextFault(const std::string& text, TextPlace where,
+                 const QelTools::Common::SourcePlace& place);
 
     TextPlace GetPlace() const { return textPlace; }
 
   private:
     TextPlace textPlace;
 };
+
+/// Throws it with the caller's position. Of a function's call every compiler says the same line, of
+/// a construction that goes over several lines not.
+[[noreturn]] void ThrowTextFault(
+    const std::string& text, TextPlace where,
+    const QelTools::Common::SourcePlace& place = QelTools::Common::SourcePlace::Current());

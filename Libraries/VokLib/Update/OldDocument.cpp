@@ -29,9 +29,9 @@ OldDocument ParseOldDocument(const char* bytes, std::size_t size) {
         left -= piece;
         const int code = feed.Feed(bytes + at, piece, left == 0);
         if (code != 0)
-            throw VokTextFault("Failed to parse out of date .qeli document. Libxml2 parse error: " +
-                                   std::to_string(code),
-                               parser.GetPlace());
+            ThrowTextFault("Failed to parse out of date .qeli document. Libxml2 parse error: " +
+                               std::to_string(code),
+                           parser.GetPlace());
         if (left == 0) break;
     }
     OldDocument document{parser.TakeTree(), parser.GetDepth()};

@@ -171,7 +171,7 @@ XmlDocument StageRunner::Transform(const std::string& uri, xsltStylesheet& sheet
     messages.Check();
     if (result == nullptr || context->state != XSLT_STATE_OK) {
         if (loader.GetVerbosity() != 0) Print(messages.GetText());
-        throw VokUpdateFailure(
+        ThrowUpdateFailure(
             "Failed to apply xslt \"" + uri + "\" when updating old version .qeli file.",
             messages.GetText());
     }

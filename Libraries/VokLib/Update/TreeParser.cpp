@@ -72,9 +72,9 @@ struct TreeParser::Callbacks {
     static void Reference(void* user, const xmlChar* name) {
         TreeParser& parser = Of(user);
         Passes(parser, [&] {
-            throw VokTextFault("Failed to parse out of date .qeli document. The entity \"" +
-                                   std::string(FromXml(name)) + "\" is not declared.",
-                               parser.GetPlace());
+            ThrowTextFault("Failed to parse out of date .qeli document. The entity \"" +
+                               std::string(FromXml(name)) + "\" is not declared.",
+                           parser.GetPlace());
         });
     }
 
@@ -182,5 +182,5 @@ void TreeParser::FailBehindInput(const std::string& text) const {
 }
 
 void TreeParser::Fail(const std::string& text, TextPlace place) {
-    throw VokTextFault("Document limit exceeded: " + text, place);
+    ThrowTextFault("Document limit exceeded: " + text, place);
 }
