@@ -1,5 +1,7 @@
 #include "CompanionMain.h"
 
+#include "LeavesWorlds.h"
+
 #include <Platform/ErrorText.h>
 #include <Platform/StandardStreams.h>
 #include <VokLib/Document/VokUpdate.h>
@@ -10,6 +12,7 @@
 #include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <memory>
 #include <new>
 
 namespace {
@@ -18,6 +21,12 @@ constexpr int kFailed = 1;
 constexpr int kQuiet = 0;
 
 const char* program = "";
+
+struct LeaveLibrary {
+    void operator()(VokLib* library) const {
+        if (!kLeavesWorlds) delete library;
+    }
+};
 
 /// A reader that has seen enough and closes its pipe is no failure to speak of.
 int EndStandardOutput(int status) {
@@ -61,7 +70,8 @@ int CompanionMain(const char* name, int argc, const char* const* argv,
     std::set_terminate(EndHopeless);
     try {
         std::ios::sync_with_stdio(false);
-        const VokLib library(true, true, true, true, true);
+        const std::unique_ptr<VokLib, LeaveLibrary> library(
+            new VokLib(true, true, true, true, true));
         // Standard output belongs to the command's answer.
         VokUpdate::Get().SetVerbosity(kQuiet);
         return EndStandardOutput(run(argc, argv));
