@@ -21,6 +21,8 @@ struct WholeFile::Target {
     }
 
     int OpenKept(const std::string& path);
+    int Reserve(off_t size);
+    int ReserveByGrowing(off_t size);
     int SaveInPlace(const char* bytes, std::size_t size);
 
     UnfinishedFile unfinished;
@@ -65,18 +67,42 @@ int WholeFile::Target::OpenKept(const std::string& path) {
     return 0;
 }
 
+/// A disk that has no room for the new content must not cost the old one.
+int WholeFile::Target::Reserve(off_t size) {
+    if (size == 0) return 0;
+    if (IsOverLimit(static_cast<std::size_t>(size))) return EFBIG;
+    if (fallocate(inPlace, FALLOC_FL_KEEP_SIZE, 0, size) == 0) return 0;
+    return IsDisks(errno) ? errno : ReserveByGrowing(size);
+}
+
+/// For systems that cannot reserve: what is written behind the old content needs no more room.
+int WholeFile::Target::ReserveByGrowing(off_t size) {
+    struct stat status;
+    if (fstat(inPlace, &status) != 0) return errno;
+    if (status.st_size >= size) return 0;
+    if (lseek(inPlace, 0, SEEK_END) < 0) return errno;
+    static constexpr char kZeros[65536] = {};
+    int error = 0;
+    for (off_t at = status.st_size; error == 0 && at < size; at += sizeof kZeros) {
+        const off_t missing = size - at;
+        error =
+            WriteAll(inPlace, kZeros, std::min(sizeof kZeros, static_cast<std::size_t>(missing)));
+    }
+    // Some find out only now that there is no room.
+    if (error == 0) error = Flush(inPlace);
+    if (error == 0 && lseek(inPlace, 0, SEEK_SET) < 0) error = errno;
+    if (error != 0 && ftruncate(inPlace, status.st_size) != 0) return errno;
+    return error;
+}
+
 int WholeFile::Target::SaveInPlace(const char* bytes, std::size_t size) {
     if (!isKept) {
         const int error = WriteAll(inPlace, bytes, size);
         const int closeError = CloseWritten(std::exchange(inPlace, -1));
         return error != 0 ? error : closeError;
     }
-    // A disk that has no room for the new content must not cost the old one.
-    if (IsOverLimit(size)) return EFBIG;
-    if (size > 0 && fallocate(inPlace, FALLOC_FL_KEEP_SIZE, 0, static_cast<off_t>(size)) != 0 &&
-        IsDisks(errno))
-        return errno;
     const DeferSignals untilItIsWhole;
+    if (const int error = Reserve(static_cast<off_t>(size)); error != 0) return error;
     int error = WriteAll(inPlace, bytes, size);
     if (error == 0 && ftruncate(inPlace, static_cast<off_t>(size)) != 0) error = errno;
     if (error == 0) error = Flush(inPlace);

@@ -1,5 +1,6 @@
 #include <Platform/FileIdentity.h>
 
+#include "Platform/SystemCalls.h"
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -26,6 +27,19 @@ TEST(FileIdentity, FilesOfOneContentAreTwo) {
     EXPECT_FALSE(LeadToOneFile(folder.WriteFile("a", "x"), folder.WriteFile("b", "x")));
     EXPECT_FALSE(LeadToOneFile(folder.Path("a"), folder.Path("none")));
     EXPECT_FALSE(LeadToOneFile(folder.Path("none"), folder.Path("a")));
+}
+
+TEST(FileIdentity, FilesOfOneNumberOnTwoDisksAreTwo) {
+    const TemporaryFolder folder;
+    const std::string a = folder.WriteFile("a", "");
+    const std::string b = folder.WriteFile("b", "");
+    SystemCalls calls;
+    calls.behindLooking = [&](const char* path, struct stat& status) {
+        status.st_ino = 7;
+        status.st_dev = path == a ? 1 : 2;
+    };
+    EXPECT_FALSE(LeadToOneFile(a, b));
+    EXPECT_TRUE(LeadToOneFile(a, a));
 }
 
 TEST(FileIdentity, NamesThatLeadNowhereYetAreOneFileWhenTheyWouldMakeOne) {

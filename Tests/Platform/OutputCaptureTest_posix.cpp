@@ -8,14 +8,17 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
+#include <chrono>
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <set>
 #include <thread>
 
 namespace {
 
+namespace fs = std::filesystem;
 using Platform::OutputCapture;
 using Result = OutputCapture::StartResult;
 
@@ -62,6 +65,32 @@ TEST(OutputCapture, ManyBytesArriveWhole) {
     close(file);
     EXPECT_EQ(folder.ReadFile("log"), text);
     EXPECT_EQ(folder.ReadFile("out"), text);
+}
+
+TEST(OutputCapture, SignalsAreLeftToTheThreadThatStartedIt) {
+    const TemporaryFolder folder;
+    OutputCapture capture;
+    ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+    // While a thread starts, everything waits; this one has when a line has passed through it.
+    std::printf("line\n");
+    std::fflush(stdout);
+    for (int i = 0; i < 5000 && folder.ReadFile("log").empty(); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    const auto waiting = [](const fs::path& thread) {
+        std::ifstream status(thread / "status");
+        for (std::string line; std::getline(status, line);)
+            if (line.starts_with("SigBlk:")) return std::stoull(line.substr(7), nullptr, 16);
+        return 0ull;
+    };
+    constexpr unsigned long long kSignals =
+        1ull << (SIGINT - 1) | 1ull << (SIGTERM - 1) | 1ull << (SIGHUP - 1);
+    int deferring = 0;
+    int others = 0;
+    for (const fs::directory_entry& thread : fs::directory_iterator("/proc/self/task"))
+        ++((waiting(thread.path()) & kSignals) == kSignals ? deferring : others);
+    EXPECT_EQ(deferring, 1);
+    EXPECT_GE(others, 1);
+    EXPECT_TRUE(capture.Stop());
 }
 
 TEST(OutputCapture, AnOldLogIsReplaced) {

@@ -2,12 +2,14 @@
 #include <Platform/TemporaryFile.h>
 #include <Platform/UnfinishedFile.h>
 
+#include "Platform/SystemCalls.h"
 #include "Platform/TemporaryFolderName.h"
 #include "Support/OrdinaryUser.h"
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <filesystem>
@@ -110,6 +112,51 @@ TEST_F(UnfinishedFile, ThePermissionsOfTheOldFileAreKept) {
     chmod(out.c_str(), 0764);
     ASSERT_EQ(Replace(out), 0);
     EXPECT_EQ(ModeOf(out), 0764u);
+}
+
+TEST_F(UnfinishedFile, TheRightsOfTheOwnerStayWithTheOwnerOnly) {
+    const std::string out = folder.WriteFile("out", "old");
+    chmod(folder.Path().c_str(), 0777);
+    chmod(out.c_str(), 06777);
+    ASSERT_EQ(Replace(out), 0);
+    EXPECT_EQ(ModeOf(out), 06777u);
+    if (geteuid() != 0) return;  // there is no other user to try
+    {
+        const OrdinaryUser user;
+        ASSERT_EQ(Replace(out), 0);
+    }
+    EXPECT_EQ(ModeOf(out), 0777u);
+}
+
+TEST_F(UnfinishedFile, TheContentIsOnTheDiskBeforeItTakesTheName) {
+    const std::string out = folder.WriteFile("out", "old");
+    SystemCalls calls;
+    int flushes = 0;
+    calls.inFrontOfFlushing = [&](int) {
+        ++flushes;
+        EXPECT_EQ(folder.ReadFile("out"), "old");
+        return 0;
+    };
+    EXPECT_EQ(Replace(out), 0);
+    EXPECT_EQ(flushes, 1);
+    calls.inFrontOfFlushing = [](int) { return EIO; };
+    folder.WriteFile("out", "old");
+    EXPECT_EQ(Replace(out), EIO);
+    EXPECT_EQ(folder.ReadFile("out"), "old");
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(UnfinishedFile, AsManyLinksAreFollowedAsTheSystemFollows) {
+    std::string last = "free";
+    for (int i = 1; i <= 40; ++i) {
+        const std::string link = "link" + std::to_string(i);
+        fs::create_symlink(last, folder.Path(link));
+        last = link;
+    }
+    fs::create_symlink(last, folder.Path("more"));
+    EXPECT_EQ(Replace(folder.Path("link40")), 0);
+    EXPECT_EQ(folder.ReadFile("free"), "new");
+    EXPECT_EQ(file.CreateBeside(folder.Path("more")), ELOOP);
 }
 
 TEST_F(UnfinishedFile, ALinkGoesOnLeadingToTheFile) {
