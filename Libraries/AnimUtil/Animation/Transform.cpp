@@ -10,6 +10,7 @@
 
 #include <cmath>
 #include <cstddef>
+#include <string>
 
 namespace VokAnimUtil {
 
@@ -32,9 +33,17 @@ VokQuaternion AboutX(float angle) {
     return {static_cast<float>(std::sin(half)), 0, 0, static_cast<float>(std::cos(half))};
 }
 
-void Resample(VokAnimChannel& channel) {
-    if (channel.interp != AnimInterp::Timestep)
+void Resample(VokAnimChannel& channel, ResampledTotal& total) {
+    if (channel.interp != AnimInterp::Timestep) {
+        total.most += kResampledValuesPerValue * channel.keyValues.size();
         ResampleToTimestep(channel, channel, kSamplesPerUnit);
+        total.values += channel.keyValues.size();
+        if (total.values > total.most)
+            ThrowVokException("Anim channels are too long together to be resampled: " +
+                                  std::to_string(total.values) + " values so far; at most " +
+                                  std::to_string(total.most) + " values can be held.",
+                              &channel);
+    }
     CheckValues(channel);
 }
 
@@ -43,9 +52,9 @@ void FitAgain(VokAnimChannel& channel, AnimInterp interp) {
     ConvertTypeIfNeeded(channel, interp, &filter);
 }
 
-void TransformTranslation(VokAnimChannel& channel) {
+void TransformTranslation(VokAnimChannel& channel, ResampledTotal& total) {
     const AnimInterp interp = channel.interp;
-    Resample(channel);
+    Resample(channel, total);
     // The samples of a QELCurve channel still have the stride of its coefficients, and end here.
     if (channel.GetKeyStride() != 3)
         ThrowVokException("Unexpected stride for anim channel: " + channel.GetChannel(), &channel);
@@ -58,11 +67,11 @@ void TransformTranslation(VokAnimChannel& channel) {
     FitAgain(channel, interp);
 }
 
-void TransformRotation(VokAnimChannel& channel) {
+void TransformRotation(VokAnimChannel& channel, ResampledTotal& total) {
     // Angles, which have another stride, are no quaternions.
     if (channel.GetKeyStride() != 4) return;
     const AnimInterp interp = channel.interp;
-    Resample(channel);
+    Resample(channel, total);
     const VokQuaternion turn = AboutX(kQuarterTurn);
     for (std::size_t key = 0; key < channel.numKeys; ++key) {
         float* value = channel.keyValues.data() + 4 * key;
@@ -79,14 +88,19 @@ void TransformRotation(VokAnimChannel& channel) {
 }  // namespace
 
 void Transform(VokAnim& anim) {
+    ResampledTotal total;
+    Transform(anim, total);
+}
+
+void Transform(VokAnim& anim, ResampledTotal& total) {
     for (std::size_t i = 0; i < anim.GetChildCount(); ++i) {
         auto* channel = ExactCast<VokAnimChannel>(anim.GetChild(i));
         if (channel == nullptr || channel->IsDrivenKey()) continue;
         const std::string name = channel->GetChannel();
         if (name == "translate")
-            TransformTranslation(*channel);
+            TransformTranslation(*channel, total);
         else if (name == "rotate")
-            TransformRotation(*channel);
+            TransformRotation(*channel, total);
     }
 }
 

@@ -28,6 +28,11 @@ void KeyList::Relink(int key) {
     At(At(key).next).previous = key;
 }
 
+bool KeyList::AreApart(int a, int b) const {
+    return At(b).sample == At(a).sample + 1 && SampleAt(b).positionContinuous &&
+           SampleAt(b).tangentContinuous;
+}
+
 CurveSegment KeyList::SegmentBetween(int a, int b) const {
     return {SampleAt(a).time,   SampleAt(b).time,     At(a).positionAfter,
             At(a).tangentAfter, At(b).positionBefore, At(b).tangentBefore};

@@ -15,6 +15,7 @@ struct CurveKey {
     int sample = 0;
     int previous = -1;
     int next = -1;
+    int silentSpan = -1;  ///< which of SilentSpans solved it last, -1 for none
     bool solved = false;  ///< an unknown of the current local solve
     std::array<int, 4>
         indices{};  ///< variables of position before, tangent before, position after, tangent after
@@ -40,6 +41,9 @@ struct KeyList {
     const CurveSample& SampleAt(int key) const {
         return (*samples)[static_cast<std::size_t>(At(key).sample)];
     }
+    /// Whether neighbours stand on neighbouring samples and the curve runs through the second one:
+    /// no sample between them then has to do with both.
+    bool AreApart(int a, int b) const;
     CurveSegment SegmentBetween(int a, int b) const;
     std::size_t CountSegments() const;
 };

@@ -1,11 +1,18 @@
 #include "LeastSquares/KeyReduction.h"
 
+#include <algorithm>
+#include <cmath>
+
 namespace Qel::LeastSquares {
 
 namespace {
 
 /// How many keys beyond its neighbours a removal re-solves on either side.
 constexpr int kReach = 4;
+
+bool IsFinite(const Components& value) {
+    return std::all_of(value.begin(), value.end(), [](float v) { return std::isfinite(v); });
+}
 
 }  // namespace
 
@@ -15,6 +22,8 @@ KeyReduction::KeyReduction(KeyList& list, const SolverSettings& solverSettings,
       settings(solverSettings),
       toleranceSquared(curveTolerance * curveTolerance),
       solver(list, solverSettings),
+      silent(list),
+      hasFiniteTimes(std::isfinite(list.SampleAt(list.last).time - list.SampleAt(list.first).time)),
       queue(list.keys.size()) {
     backup.reserve(2 * kReach + 3);
 }
@@ -28,6 +37,7 @@ void KeyReduction::Run() {
         queue.Remove(key);
         TryToRemove(key);
     }
+    silent.Settle(keys, settings);
 }
 
 float KeyReduction::RemovalCost(int k) const {
@@ -52,7 +62,7 @@ void KeyReduction::TryToRemove(int key) {
         if (k == span.right) break;
     }
     keys.Unlink(key);
-    solver.Solve(span.left, span.right);
+    Solve(span);
     if (IsWithinTolerance(span)) {
         for (int k = keys.At(span.left).next; k != span.right; k = keys.At(k).next)
             if (queue.Holds(k)) queue.Set(k, RemovalCost(k));
@@ -76,9 +86,33 @@ KeyReduction::Span KeyReduction::SpanAround(int key) const {
     return {left, end == -1 ? keys.last : keys.At(end).previous};
 }
 
+/// Where two keys part, the equations in front have no unknown in common with those behind: each
+/// part is solved by itself, to the bit as all would be together.
+void KeyReduction::Solve(const Span& span) {
+    int left = span.left;
+    for (int a = keys.At(left).next; a != span.right; a = keys.At(a).next) {
+        const int b = keys.At(a).next;
+        if (b != span.right && !AreParted(a, b)) continue;
+        if (silent.IsSolvedByZero(left, b))
+            silent.SolveByZero(keys, left, b, settings.componentCount);
+        else
+            solver.Solve(left, b);
+        left = a;
+    }
+}
+
+/// The only rows between keys that are apart are those at the first one, where the second has the
+/// weight 0.
+bool KeyReduction::AreParted(int a, int b) const {
+    return keys.AreApart(a, b) && hasFiniteTimes && IsFinite(keys.At(b).positionBefore) &&
+           IsFinite(keys.At(b).tangentBefore);
+}
+
 bool KeyReduction::IsWithinTolerance(const Span& span) const {
     for (int a = span.left; a != span.right; a = keys.At(a).next)
-        if (!IsSegmentWithinTolerance(a, keys.At(a).next)) return false;
+        if (!silent.IsSilentSegment(a, keys.At(a).next) &&
+            !IsSegmentWithinTolerance(a, keys.At(a).next))
+            return false;
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include "LeastSquares/CurveKey.h"
 #include "LeastSquares/MinQueue.h"
+#include "LeastSquares/SilentSpans.h"
 #include "LeastSquares/SpanSolver.h"
 
 #include <vector>
@@ -26,6 +27,8 @@ class KeyReduction {
     float RemovalCost(int key) const;
     void TryToRemove(int key);
     Span SpanAround(int key) const;
+    void Solve(const Span& span);
+    bool AreParted(int a, int b) const;
     bool IsWithinTolerance(const Span& span) const;
     bool IsSegmentWithinTolerance(int a, int b) const;
 
@@ -33,6 +36,8 @@ class KeyReduction {
     SolverSettings settings;
     float toleranceSquared;
     SpanSolver solver;
+    SilentSpans silent;
+    bool hasFiniteTimes;
     MinQueue queue;  // candidates by the cost of their removal; of equal costs the earlier key
     std::vector<CurveKey> backup;
 };

@@ -52,6 +52,7 @@ void SpanSolver::NumberVariables(int left, int right) {
         CurveKey& key = keys.At(k);
         const CurveSample& sample = keys.SampleAt(k);
         key.solved = true;
+        key.silentSpan = -1;
         key.indices[0] = variableCount++;
         key.indices[1] = variableCount++;
         key.indices[2] = sample.positionContinuous ? key.indices[0] : variableCount++;

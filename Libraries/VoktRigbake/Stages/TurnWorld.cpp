@@ -87,8 +87,9 @@ Joints TurnTopmostJoints(VokWorld& world, const Turn& turn) {
 }
 
 void TurnAnimation(VokWorld& world, const Joints& turned) {
-    ForEach<VokAnim>(&world, [&turned](VokAnim& anim) {
-        if (turned.contains(anim.target.FindTarget())) VokAnimUtil::Transform(anim);
+    VokAnimUtil::ResampledTotal total;
+    ForEach<VokAnim>(&world, [&](VokAnim& anim) {
+        if (turned.contains(anim.target.FindTarget())) VokAnimUtil::Transform(anim, total);
     });
 }
 

@@ -41,8 +41,17 @@ TEST(Resample, AnEndlessChannelIsRefused) {
     const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {0, 3e7f}, {0, 4}, {4, 4});
     EXPECT_EQ(ThrownText([&] { ResampleToTimestep(*channel, *channel, 60); }),
               "Anim channel is too long to be resampled: 1800000001 samples of 1 values; at most "
-              "67108864 values can "
-              "be held.");
+              "4194432 values can be held.");
+}
+
+TEST(Resample, SoIsOneOfMoreSamplesThanCanBeCounted) {
+    for (const float duration : {1e9f, 3e38f}) {
+        const auto channel = MakeChannel(AnimInterp::QELHermite, 1, {0, duration}, {0, 4}, {4, 4});
+        EXPECT_EQ(ThrownText([&] { ResampleToTimestep(*channel, *channel, 60); }),
+                  "Anim channel is too long to be resampled: more than 2147483647 samples; at most "
+                  "4194432 values can be held.");
+        EXPECT_EQ(channel->interp, AnimInterp::QELHermite);
+    }
 }
 
 TEST(Resample, SamplesAreTheCurveAtTheirTimes) {
@@ -71,13 +80,27 @@ TEST(Resample, ACurvesSamplesKeepTheStrideOfItsCoefficients) {
 }
 
 TEST(Resample, TheLongestChannelIsBoundedToTheValue) {
-    // 2^26 values; one more is refused before anything is taken.
-    const auto channel = MakeChannel(AnimInterp::QELHermite, 4, {0, 16777216},
+    // 2^22 values and 64 for each of the eight; past that it is refused before anything is taken.
+    const float longest = (4194304 + 64 * 8) / 4 - 1;
+    const auto make = [](float duration) {
+        return MakeChannel(AnimInterp::QELHermite, 4, {0, duration}, std::vector<float>(8),
+                           std::vector<float>(8));
+    };
+    const auto held = make(longest);
+    ResampleToTimestep(*held, *held, 1);
+    EXPECT_EQ(held->keyValues.size(), 4194816u);
+    const auto refused = make(longest + 1);
+    EXPECT_EQ(ThrownText([&] { ResampleToTimestep(*refused, *refused, 1); }),
+              "Anim channel is too long to be resampled: 1048705 samples of 4 values; at most "
+              "4194816 values can be held.");
+    EXPECT_EQ(refused->interp, AnimInterp::QELHermite);
+}
+
+TEST(Resample, AChannelOfSeveralHoursPasses) {
+    const auto channel = MakeChannel(AnimInterp::QELHermite, 4, {0, 4 * 3600.0f},
                                      std::vector<float>(8), std::vector<float>(8));
-    EXPECT_EQ(ThrownText([&] { ResampleToTimestep(*channel, *channel, 1); }),
-              "Anim channel is too long to be resampled: 16777217 samples of 4 values; at most "
-              "67108864 values can be held.");
-    EXPECT_EQ(channel->interp, AnimInterp::QELHermite);
+    ResampleToTimestep(*channel, *channel, 60);
+    EXPECT_EQ(channel->numKeys, 4u * 3600 * 60 + 1);
 }
 
 TEST(Resample, TimesThatAreNoNumbersGiveTwoSamplesOrFail) {

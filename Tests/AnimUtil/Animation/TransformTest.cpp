@@ -168,5 +168,23 @@ TEST(Transform, SamplesThatAreMissingAreRefused) {
               "Anim channel has fewer key values than its number of keys and its stride ask for.");
 }
 
+TEST(Transform, ManyChannelsTogetherAreBoundedToTheValue) {
+    // 121 samples of three values; the channel's own six allow for 384 more.
+    const auto transform = [](std::size_t valuesBefore) {
+        const auto anim = MakeAnim();
+        Add(*anim, "translate",
+            MakeChannel(AnimInterp::QELHermite, 3, {0, 2}, {1, 2, 3, 4, 5, 6},
+                        {0, 1, 2, 3, -1, 0}));
+        ResampledTotal total{.values = valuesBefore};
+        Transform(*anim, total);
+        EXPECT_EQ(total.values, valuesBefore + 363);
+        EXPECT_EQ(total.most, 67108864u + 384);
+    };
+    transform(67108864 + 384 - 363);
+    EXPECT_EQ(ThrownText([&] { transform(67108864 + 384 - 363 + 1); }),
+              "Anim channels are too long together to be resampled: 67109249 values so far; at "
+              "most 67109248 values can be held.");
+}
+
 }  // namespace
 }  // namespace VokAnimUtil

@@ -2,6 +2,8 @@
 
 #include <VokLib/Objects/Animation/AnimInterp.h>
 
+#include <cstddef>
+
 class VokAnim;
 class VokAnimChannel;
 
@@ -33,8 +35,14 @@ unsigned GetComponentCount(const VokAnimChannel& channel);
 /// "Evaluate not yet implemented for animations of type ...".
 void Evaluate(float* result, const VokAnimChannel& channel, float time, unsigned* keyHint);
 
+/// How many values a channel may have after it was resampled: these, and so many for each value of
+/// its keys. At 60 samples to the unit these alone are a quaternion over 17,476 units of time.
+inline constexpr std::size_t kMaxResampledValues = std::size_t{1} << 22;
+inline constexpr std::size_t kResampledValuesPerValue = 64;
+
 /// Makes `out` the samples of `in`, which is no Timestep channel, from time 0 to its last key,
-/// `samplesPerUnit` for each unit of time and at least two. `out` and `in` may be one channel.
+/// `samplesPerUnit` for each unit of time and at least two. `out` and `in` may be one channel. More
+/// values than may be held throw "Anim channel is too long to be resampled: ...".
 void ResampleToTimestep(VokAnimChannel& out, const VokAnimChannel& in, float samplesPerUnit);
 
 /// Nothing when the channel has that kind already, else ConvertType in place.
@@ -60,5 +68,16 @@ void ConvertQelHermiteToQelCurve(VokAnimChannel& out, const VokAnimChannel& in);
 /// they are; a translation of another stride throws "Unexpected stride for anim channel: " and the
 /// channel's text. After a failure the channels in front of the failing one are turned.
 void Transform(VokAnim& anim);
+
+/// What the animations of one document have been sampled into, so that many channels are not a way
+/// round the limit of one.
+struct ResampledTotal {
+    std::size_t values = 0;
+    std::size_t most = std::size_t{1} << 26;  ///< grows with the keys of the channels
+};
+
+/// The same, as one of several animations. More values in all than may be held throw "Anim channels
+/// are too long together to be resampled: ...".
+void Transform(VokAnim& anim, ResampledTotal& total);
 
 }  // namespace VokAnimUtil
