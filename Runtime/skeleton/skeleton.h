@@ -1,11 +1,11 @@
 /* Loads skeleton files in place, in C11 or C++. Nothing here allocates, keeps state or needs more
- * than the C library.
+ * than the C library. With the whole file in memory that starts on a 16-byte boundary:
  *
- *     void* bytes = ...;                            the whole file, in memory that starts on a
- * 16-byte boundary skeleton_fault fault; if (skeleton_is_reversed(bytes, size) &&
- * !skeleton_swap(bytes, size, &fault)) return fail(fault.text); if (!skeleton_verify(bytes, size,
- * &fault)) return fail(fault.text); const skeleton_header* skeleton = (const
- * skeleton_header*)bytes;
+ *     skeleton_fault fault;
+ *     if (skeleton_is_reversed(bytes, size) && !skeleton_swap(bytes, size, &fault))
+ *         return fail(fault.text);
+ *     if (!skeleton_verify(bytes, size, &fault)) return fail(fault.text);
+ *     const skeleton_header* skeleton = (const skeleton_header*)bytes;
  *
  * From there on every function of skeleton_read.h may be called, and every offset followed, without
  * a further look: a verified file leads nowhere outside itself. Functions take any index; one out

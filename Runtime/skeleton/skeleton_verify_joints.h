@@ -13,15 +13,15 @@ static inline uint32_t skeleton_joint_count_(const skeleton_check_* check) {
 
 /* Nothing else in the header depends on these. */
 static inline int skeleton_check_reserved_(skeleton_check_* check) {
-    const uint64_t reserved1 = offsetof(skeleton_header, reserved1);
     const uint32_t reserved0 = skeleton_u16_(check, offsetof(skeleton_header, reserved0));
     if (reserved0 != 0)
         return skeleton_refuse_(check, offsetof(skeleton_header, reserved0),
                                 "reserved0 is %lu, not 0", SKELETON_U_(reserved0));
-    for (uint64_t at = reserved1; at < sizeof(skeleton_header); ++at)
-        if (check->bytes[at] != 0)
-            return skeleton_refuse_(check, at, "reserved1[%lu] is not 0",
-                                    SKELETON_U_((at - reserved1) / 4));
+    for (uint64_t i = 0; i < 3; ++i) {
+        const uint64_t at = offsetof(skeleton_header, reserved1) + 4 * i;
+        if (skeleton_u32_(check, at) != 0)
+            return skeleton_refuse_(check, at, "reserved1[%lu] is not 0", SKELETON_U_(i));
+    }
     return 1;
 }
 
@@ -223,7 +223,7 @@ static inline int skeleton_check_signature_(skeleton_check_* check, uint64_t joi
 
 /* One row: joints below `limit` stay, for each other one the nearest that stays above it in the
  * tree stands in. `joints` is 0 when that table is not where it should be; then, and at a joint
- * whose parent is none, what stands in cannot be known. */
+ * whose parent is none, that one cannot be known, but it must be one that stays. */
 static inline int skeleton_check_remap_(skeleton_check_* check, uint64_t joints, uint64_t row,
                                         uint32_t number, int64_t limit) {
     const uint32_t count = skeleton_joint_count_(check);
@@ -242,8 +242,12 @@ static inline int skeleton_check_remap_(skeleton_check_* check, uint64_t joints,
             const uint32_t parent = joints == 0 ? joint : skeleton_u16_(check, link);
             if (parent < joint)
                 wanted = skeleton_u16_(check, row + 2 * SKELETON_CAST(uint64_t, parent));
-            else if (parent != SKELETON_NO_JOINT)
-                continue;
+            else if (parent != SKELETON_NO_JOINT) {
+                if (stated == SKELETON_NO_JOINT || stated < limit) continue;
+                return skeleton_refuse_(
+                    check, at, "lods.remap[%lu][%lu] is %lu, which does not stay",
+                    SKELETON_U_(number), SKELETON_U_(joint), SKELETON_U_(stated));
+            }
         }
         if (stated != wanted)
             return skeleton_refuse_(check, at, "lods.remap[%lu][%lu] is %lu, not %lu",

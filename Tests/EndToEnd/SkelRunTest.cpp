@@ -153,6 +153,8 @@ TEST_F(SkelRun, EveryCommandRefusesAFileThatIsNotSound) {
     ExpectFailure({"dump", "--json", "damaged"}, 1, fault);
     ExpectFailure({"diff", "roots", "damaged"}, 1, fault);
     ExpectFailure({"header", "damaged"}, 1, fault);
+    ExpectFailure({"picture", "damaged", "out.svg"}, 1, fault);
+    EXPECT_FALSE(std::filesystem::exists(folder.GetPath() / "out.svg"));
 }
 
 TEST_F(SkelRun, FilesThatCannotBeReadAreNamed) {
@@ -173,8 +175,12 @@ TEST_F(SkelRun, AnEndlessFileIsRefusedByItsMagic) {
 
 TEST_F(SkelRun, AFileThatCannotBeWrittenOutIsAFailure) {
     if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "there is no full disk here";
-    for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{"dump", "biped"}, {"dump", "--json", "biped"}}) {
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{"dump", "biped"},
+                                                      {"dump", "--json", "biped"},
+                                                      {"check", "biped"},
+                                                      {"header", "biped"},
+                                                      {"diff", "biped", "biped"},
+                                                      {"--help"}}) {
         const ProgramResult run = folder.Run("skel", arguments, {}, ">/dev/full");
         EXPECT_EQ(run.status, 1);
         EXPECT_EQ(run.errors,

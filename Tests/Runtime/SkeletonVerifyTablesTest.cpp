@@ -146,6 +146,16 @@ TEST_F(SkeletonVerifyTables, AWrongOffsetInTheHeaderHidesNoOtherTable) {
                         "procedural leads to 0x0340, not to 0x0350", {"lods."});
 }
 
+TEST_F(SkeletonVerifyTables, AStandInThatDoesNotStayIsToldWhateverTheJointsAreLike) {
+    const std::string parent = "joints[9].parent is 9, not below 9";
+    Joints()[9].parent = 9;
+    EXPECT_EQ(Faults(), Texts{parent});
+    Remap(0)[9] = 8;
+    EXPECT_EQ(Faults(), (Texts{parent, "lods.remap[0][9] is 8, which does not stay"}));
+    Remap(0)[9] = 0xFFFE;
+    EXPECT_EQ(Faults(), (Texts{parent, "lods.remap[0][9] is 65534, which does not stay"}));
+}
+
 TEST_F(SkeletonVerifyTables, AWrongListOfItemsHidesWhatItAloneLeadsTo) {
     DamageContents();
     auto* const items = Table<skeleton_offset>(Procedural().items);

@@ -65,7 +65,8 @@ TEST_F(SkeletonVerify, FaultsOfTheHeaderAreNamed) {
     ExpectFault(Header().joints, 37, "joints is 0x00000025, 36 in no byte order");
     ExpectFault(Header().reserved0, 2, "reserved0 is 2, not 0");
     ExpectFault(Header().joint_count, 0, "joint_count is 0");
-    ExpectFault(Header().reserved1[0], 0x01010101, "reserved1[0] is not 0");
+    for (const std::uint32_t value : {0x01u, 0x0100u, 0x01000000u})
+        ExpectFault(Header().reserved1[1], value, "reserved1[1] is not 0");
     ExpectFault(Header().transforms, 0, "transforms is 0: there is no table");
     ExpectFault(Header().transforms, 112, "transforms leads to 0x0080, not to 0x0090");
     ExpectFault(Header().transforms, -32, "transforms leads to -0x0010, not to 0x0090");
