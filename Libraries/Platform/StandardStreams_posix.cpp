@@ -14,8 +14,10 @@ void PrepareStandardStreams() {
     signal(SIGPIPE, SIG_IGN);
     signal(SIGXFSZ, SIG_IGN);
     // From 0 upwards, for the system hands out the lowest free descriptor.
+    // Whoever writes to standard output hears that it is closed.
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO})
-        if (fcntl(descriptor, F_GETFD) < 0 && errno == EBADF) open("/dev/null", O_RDWR);
+        if (fcntl(descriptor, F_GETFD) < 0 && errno == EBADF)
+            open("/dev/null", descriptor == STDOUT_FILENO ? O_RDONLY : O_RDWR);
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
 }
 

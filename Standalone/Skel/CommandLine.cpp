@@ -10,6 +10,7 @@
 
 #include <Platform/FileIdentity.h>
 #include <Platform/Paths.h>
+#include <nlohmann/json.hpp>
 
 #include <algorithm>
 #include <cctype>
@@ -62,7 +63,8 @@ std::string RefuseOtherEnding(const std::string& path) {
 }
 
 void PrintJson(const Json& json) {
-    std::cout << json.dump(2) << '\n';
+    json.Write(std::cout, 2);
+    std::cout << '\n';
 }
 
 bool Check(const std::vector<std::string>& paths) {
@@ -97,9 +99,9 @@ std::string TitleOf(const std::string& path) {
         return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
     });
     try {
-        static_cast<void>(Json(name).dump());  // refuses what is not UTF-8
+        static_cast<void>(Json(name));  // refuses what is not UTF-8
         if (!hasControls) return name;
-    } catch (const Json::exception&) {
+    } catch (const nlohmann::json::exception&) {
     }
     return ReadableText(name);
 }

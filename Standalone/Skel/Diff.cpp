@@ -1,5 +1,6 @@
 #include "Diff.h"
 
+#include <array>
 #include <ostream>
 
 using namespace Description;
@@ -105,7 +106,7 @@ Json DiffJson(const SkeletonDifference& difference, const Skeleton& before, cons
     }
     return {{"same", difference.IsEmpty()},
             {"sameSignature", difference.isSameSignature},
-            {"signatures", {HashText(before.signature), HashText(after.signature)}},
+            {"signatures", std::array{HashText(before.signature), HashText(after.signature)}},
             {"added", joints(difference.added, after)},
             {"removed", joints(difference.removed, before)},
             {"moved", pairs(difference.moved)},

@@ -1,14 +1,9 @@
 #pragma once
 
 #include "Description.h"
-
-#include <nlohmann/json.hpp>
+#include "Json.h"
 
 #include <iosfwd>
-
-/// JSON that keeps the order of its keys and prints floats as short as they read back.
-using Json = nlohmann::basic_json<nlohmann::ordered_map, std::vector, std::string, bool,
-                                  std::int64_t, std::uint64_t, float>;
 
 /// Everything in the file, for scripts; docs/skel-dump.schema.json tells the form. Numbers that are
 /// infinite are null, as JSON has none.

@@ -56,6 +56,16 @@ TEST(StandardStreamsDeathTest, ClosedDescriptorsAreOpenedOnTheNullDevice) {
                 testing::ExitedWithCode(0), "");
 }
 
+TEST(StandardStreamsDeathTest, WhatIsWrittenToAClosedStandardOutputIsRefused) {
+    EXPECT_EXIT(ExitAfter([] {
+                    close(STDOUT_FILENO);
+                    close(STDERR_FILENO);
+                    Platform::PrepareStandardStreams();
+                    return write(1, "x", 1) == -1 && errno == EBADF && write(2, "x", 1) == 1;
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
 TEST(StandardStreamsDeathTest, OpenDescriptorsStayAsTheyAre) {
     EXPECT_EXIT(ExitAfter([] {
                     int ends[2];
