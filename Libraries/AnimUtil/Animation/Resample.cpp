@@ -5,7 +5,6 @@
 #include <VokLib/Tree/ThrowVokException.h>
 
 #include <algorithm>
-#include <cmath>
 #include <cstddef>
 #include <string>
 #include <utility>
@@ -20,16 +19,10 @@ std::size_t MaxResampledValues(const VokAnimChannel& channel) {
     return kMaxResampledValues + kResampledValuesPerValue * channel.keyValues.size();
 }
 
-/// As 32 bits hold it; an endless duration has no number of samples and gets the least one.
-int CountSamples(const VokAnimChannel& in, float duration, float rate) {
-    const float steps = duration * rate;
-    if (std::isfinite(duration) && steps >= 2147483648.0f)
-        ThrowVokException(
-            "Anim channel is too long to be resampled: more than 2147483647 samples; at most " +
-                std::to_string(MaxResampledValues(in)) + " values can be held.",
-            &in);
-    const int whole = Truncate(steps);
-    return whole < 1 ? 2 : whole + 1;
+/// A product that 32 bits do not hold counts as less than any, and gets the least number.
+int CountSamples(float duration, float rate) {
+    const int steps = Truncate(duration * rate);
+    return steps < 1 ? 2 : steps + 1;
 }
 
 }  // namespace
@@ -39,7 +32,7 @@ void ResampleToTimestep(VokAnimChannel& out, const VokAnimChannel& in, float sam
     CheckTimes(in);
     const unsigned stride = in.GetKeyStride();
     const float duration = in.keyTimes[in.numKeys - 1];
-    const int count = CountSamples(in, duration, samplesPerUnit);
+    const int count = CountSamples(duration, samplesPerUnit);
     if (static_cast<std::size_t>(count) * stride > MaxResampledValues(in))
         ThrowVokException("Anim channel is too long to be resampled: " + std::to_string(count) +
                               " samples of " + std::to_string(stride) + " values; at most " +

@@ -36,8 +36,8 @@ unsigned GetComponentCount(const VokAnimChannel& channel);
 void Evaluate(float* result, const VokAnimChannel& channel, float time, unsigned* keyHint);
 
 /// How many values a channel may have after it was resampled: these, and so many for each value of
-/// its keys. At 60 samples to the unit these alone are a quaternion over 17,476 units of time.
-inline constexpr std::size_t kMaxResampledValues = std::size_t{1} << 22;
+/// its keys. At 60 samples to the unit these alone are a quaternion over 34,952 units of time.
+inline constexpr std::size_t kMaxResampledValues = std::size_t{1} << 23;
 inline constexpr std::size_t kResampledValuesPerValue = 64;
 
 /// Makes `out` the samples of `in`, which is no Timestep channel, from time 0 to its last key,
