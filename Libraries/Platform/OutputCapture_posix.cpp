@@ -114,6 +114,11 @@ OutputCapture::~OutputCapture() {
     Stop();
 }
 
+OutputCapture::StartResult OutputCapture::NotStarted(int error) {
+    startFault = ErrorText(error);
+    return StartResult::kThreadNotStarted;
+}
+
 OutputCapture::StartResult OutputCapture::Start(const std::string& logFile) {
     const auto starting = std::make_shared<Copy>();
     starting->log =
@@ -122,17 +127,17 @@ OutputCapture::StartResult OutputCapture::Start(const std::string& logFile) {
 
     FlushStandardOutput();
     ForgetRefusedOutput();
-    if (!starting->Open()) return StartResult::kThreadNotStarted;
+    if (!starting->Open()) return NotStarted(errno);
     try {
         starting->StartThread(starting);
-    } catch (const std::system_error&) {
-        return StartResult::kThreadNotStarted;
+    } catch (const std::system_error& failure) {
+        return NotStarted(failure.code().value());
     }
-    const bool isRedirected = dup2(starting->pipeWrite, STDOUT_FILENO) >= 0;
+    const int redirectionError = dup2(starting->pipeWrite, STDOUT_FILENO) < 0 ? errno : 0;
     close(std::exchange(starting->pipeWrite, -1));
-    if (!isRedirected) {
+    if (redirectionError != 0) {
         starting->thread.join();
-        return StartResult::kThreadNotStarted;
+        return NotStarted(redirectionError);
     }
     copy = starting;
     return StartResult::kStarted;

@@ -9,6 +9,7 @@
 #include <io.h>
 
 #include <atomic>
+#include <cerrno>
 #include <cstdio>
 #include <iostream>
 #include <utility>
@@ -107,6 +108,11 @@ OutputCapture::~OutputCapture() {
     Stop();
 }
 
+OutputCapture::StartResult OutputCapture::NotStarted(int error) {
+    startFault = ErrorText(error);
+    return StartResult::kThreadNotStarted;
+}
+
 OutputCapture::StartResult OutputCapture::Start(const std::string& logFile) {
     const auto starting = std::make_shared<Copy>();
     starting->log.Reset(CreateFileA(logFile.c_str(), GENERIC_WRITE,
@@ -116,14 +122,14 @@ OutputCapture::StartResult OutputCapture::Start(const std::string& logFile) {
 
     FlushStandardOutput();
     ForgetRefusedOutput();
-    if (!starting->Open()) return StartResult::kThreadNotStarted;
+    if (!starting->Open()) return NotStarted(errno);
     starting->thread.Reset(CreateThread(nullptr, 0, &Copy::RunThread, starting.get(), 0, nullptr));
-    if (!starting->thread.IsValid()) return StartResult::kThreadNotStarted;
-    const bool isRedirected = _dup2(starting->pipeWrite, kStandardOutput) == 0;
+    if (!starting->thread.IsValid()) return NotStarted(EAGAIN);
+    const int redirectionError = _dup2(starting->pipeWrite, kStandardOutput) == 0 ? 0 : errno;
     _close(std::exchange(starting->pipeWrite, -1));
-    if (!isRedirected) {
+    if (redirectionError != 0) {
         WaitForSingleObject(starting->thread.Get(), INFINITE);
-        return StartResult::kThreadNotStarted;
+        return NotStarted(redirectionError);
     }
     copy = starting;
     return StartResult::kStarted;

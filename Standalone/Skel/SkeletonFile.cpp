@@ -123,8 +123,10 @@ SkeletonFile::SkeletonFile(const std::string& path, Image bytes) : image(std::mo
 }
 
 bool LooksLikeSkeleton(const std::string& path) {
-    const File file = Platform::IsFolder(path) ? File() : File(std::fopen(path.c_str(), "rb"));
+    const File file = Open(path);
     char magic[kMagicBytes];
-    return file && std::fread(magic, 1, kMagicBytes, file.get()) == kMagicBytes &&
-           std::memcmp(magic, "SK08", kMagicBytes) == 0;
+    errno = 0;
+    const std::size_t size = std::fread(magic, 1, kMagicBytes, file.get());
+    if (std::ferror(file.get()) != 0) FailToRead(path, errno);
+    return size == kMagicBytes && std::memcmp(magic, "SK08", kMagicBytes) == 0;
 }

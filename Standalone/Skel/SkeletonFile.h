@@ -54,5 +54,6 @@ class SkeletonFile {
     bool isBigEndian = false;
 };
 
-/// True for a file that starts like a skeleton file, sound or not. False where it cannot be read.
+/// True for a file that starts like a skeleton file, sound or not. What cannot be read throws a
+/// SkeletonFileFault.
 bool LooksLikeSkeleton(const std::string& path);

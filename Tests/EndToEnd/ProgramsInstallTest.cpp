@@ -57,9 +57,10 @@ add_executable(use use.c)
 target_link_libraries(use PRIVATE rigbake::skeleton)
 target_compile_options(use PRIVATE -std=c11 -Wall -Wextra -Werror)
 )");
-    ASSERT_EQ(Shell("'" RIGBAKE_CMAKE "' -S outside -B built -DCMAKE_PREFIX_PATH=\"$PWD/tree\" "
-                    ">log 2>&1 && '" RIGBAKE_CMAKE "' --build built >>log 2>&1"),
-              0)
+    ASSERT_EQ(
+        Shell("'" RIGBAKE_CMAKE "' -G Ninja -S outside -B built -DCMAKE_PREFIX_PATH=\"$PWD/tree\" "
+              ">log 2>&1 && '" RIGBAKE_CMAKE "' --build built >>log 2>&1"),
+        0)
         << folder.ReadFile("log");
     EXPECT_EQ(Shell("built/use"), 0);
 }

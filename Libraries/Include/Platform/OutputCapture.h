@@ -29,6 +29,9 @@ class OutputCapture {
     /// lack of memory, standard output is as it was.
     StartResult Start(const std::string& logFile);
 
+    /// Why the thread of the last Start could not be set up, in the system's words.
+    const std::string& GetStartFault() const { return startFault; }
+
     /// Puts standard output back and waits until the thread has copied all that is left. False when
     /// that took longer than `wait`: the thread is then abandoned and copies nothing further. True
     /// when no capture runs.
@@ -41,8 +44,12 @@ class OutputCapture {
   private:
     struct Copy;
 
+    /// kThreadNotStarted, with the words of an error number.
+    StartResult NotStarted(int error);
+
     std::shared_ptr<Copy>
         copy;  ///< shared with the thread, which may outlive this object when abandoned
+    std::string startFault;
     std::string logFault;
 };
 

@@ -110,7 +110,11 @@ void VoktTool::StartCapture() {
     const Result result = capture->Start(logFileName);
     if (result == Result::kLogNotOpened)
         ThrowException("could not open '" + logFileName + "' for write");
-    if (result == Result::kThreadNotStarted) ThrowException("failed to create log thread");
+    if (result == Result::kThreadNotStarted) {
+        std::cerr << "\nWARNING: log file '" << logFileName
+                  << "' cannot be copied to: " << capture->GetStartFault() << std::endl;
+        ThrowException("failed to create log thread");
+    }
 }
 
 void VoktTool::EndCapture() {

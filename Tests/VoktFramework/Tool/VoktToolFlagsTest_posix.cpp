@@ -10,6 +10,7 @@ TEST(LogFileThread, ThatCannotBeMadeIsAnInternalError) {
     const TemporaryFolder folder;
     Script script;
     testing::internal::CaptureStdout();
+    testing::internal::CaptureStderr();
     int status = -1;
     {
         const FewDescriptors few(2);
@@ -19,4 +20,7 @@ TEST(LogFileThread, ThatCannotBeMadeIsAnInternalError) {
     EXPECT_EQ(WithoutPositions(testing::internal::GetCapturedStdout()),
               kBanner + "Error: 2 An internal error occurred; failed to create log thread\n" +
                   kFailedEnd);
+    EXPECT_EQ(testing::internal::GetCapturedStderr(),
+              "\nWARNING: log file '" + folder.Path("run.log") +
+                  "' cannot be copied to: Too many open files\n");
 }
