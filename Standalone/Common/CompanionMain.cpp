@@ -9,7 +9,6 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <cstdlib>
 #include <exception>
 #include <iostream>
 #include <memory>
@@ -49,25 +48,12 @@ void ReportLackOfMemory() {
     std::fprintf(stderr, "%s: error: Cannot allocate memory\n", program);
 }
 
-/// A destructor that takes memory, as that of a tree of values does, ends here when there is none.
-[[noreturn]] void EndHopeless() {
-    try {
-        if (std::current_exception()) std::rethrow_exception(std::current_exception());
-    } catch (const std::bad_alloc&) {
-        ReportLackOfMemory();
-        std::_Exit(kFailed);
-    } catch (...) {
-    }
-    std::abort();
-}
-
 }  // namespace
 
 int CompanionMain(const char* name, int argc, const char* const* argv,
                   int (*run)(int argc, const char* const* argv)) {
     Platform::PrepareStandardStreams();
     program = name;
-    std::set_terminate(EndHopeless);
     try {
         std::ios::sync_with_stdio(false);
         const std::unique_ptr<VokLib, LeaveLibrary> library(

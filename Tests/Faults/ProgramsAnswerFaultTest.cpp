@@ -84,6 +84,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Question{"DumpJson", "skel", {"dump", "--json", kBig}},
                     Question{"Diff", "skel", {"diff", kLittle, kOther}},
                     Question{"DiffJson", "skel", {"diff", "--json", kBig, kOther}},
+                    Question{"Page", "skel", {"picture", kBig, "page.html"}},
                     Question{"HeaderOfFile", "skel", {"header", kBig}},
                     Question{"HeaderOfScene", "skel", {"header", kScene}}),
     [](const auto& question) { return question.param.name; });
