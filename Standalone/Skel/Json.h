@@ -19,14 +19,12 @@ class Json {
     Json(std::nullptr_t = nullptr);
     Json(const char* text);
     Json(const std::string& text);
-    Json(std::same_as<bool> auto truth) : Json(Scalar{truth ? "true" : "false"}) {}
+    /// Of integers and truth values.
     template <std::integral Number>
-    requires(!std::same_as<Number, bool>) Json(Number number)
-        : Json(Scalar{std::to_string(number)}) {}
+    Json(Number number);
     Json(float number);
     template <std::ranges::input_range List>
-    requires(!std::convertible_to<List, std::string>) Json(const List& list)
-        : value(Elements(list.begin(), list.end())) {}
+    requires(!std::convertible_to<List, std::string>) Json(const List& list);
     Json(std::initializer_list<Member> members);
 
     static Json array();
@@ -59,3 +57,15 @@ struct Json::Member {
     std::string key;
     Json value;
 };
+
+template <std::integral Number>
+Json::Json(Number number) {
+    if constexpr (std::same_as<Number, bool>)
+        value = Scalar{number ? "true" : "false"};
+    else
+        value = Scalar{std::to_string(number)};
+}
+
+template <std::ranges::input_range List>
+requires(!std::convertible_to<List, std::string>) Json::Json(const List& list)
+    : value(Elements(list.begin(), list.end())) {}
