@@ -2,6 +2,8 @@
 
 #include <VokLib/CustomData/VokIndexedValues.h>
 
+#include <cstddef>
+#include <functional>
 #include <map>
 #include <random>
 
@@ -31,6 +33,28 @@ TEST(VokIndexedValues, BehavesAsAMap) {
         }
         EXPECT_EQ(values.Find(99), nullptr);
     }
+}
+
+TEST(VokIndexedValues, ASingleValueStandsInPlace) {
+    const auto standsInPlace = [](const VokIndexedValues<int>& values, int index) {
+        const auto* const begin = reinterpret_cast<const std::byte*>(&values);
+        const auto* const at = reinterpret_cast<const std::byte*>(values.Find(index));
+        return at != nullptr && std::greater_equal<>()(at, begin) &&
+               std::less<>()(at, begin + sizeof values);
+    };
+    VokIndexedValues<int> values;
+    EXPECT_EQ(values.Find(0), nullptr);
+    EXPECT_TRUE(values.InOrder().empty());
+    values.Set(3, 1);
+    values.Set(3, 2);
+    EXPECT_TRUE(standsInPlace(values, 3));
+    EXPECT_EQ(*values.Find(3), 2);
+    EXPECT_EQ(values.Find(0), nullptr);
+    EXPECT_EQ(values.InOrder().size(), 1u);
+    values.Set(1, 5);
+    EXPECT_FALSE(standsInPlace(values, 3));
+    EXPECT_EQ(*values.Find(3), 2);
+    EXPECT_EQ(values.InOrder().front().value, 5);
 }
 
 }  // namespace

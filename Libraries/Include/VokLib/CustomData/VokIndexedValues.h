@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <span>
 #include <utility>
 #include <vector>
 
-/// Values by index in ascending order, held compactly. Writing in any order stays cheap: values
-/// that do not come in rising order are put in order at the next reading; of two values for one
-/// index the later stands. What Find and InOrder return is valid until the next Set.
+/// Values by index in ascending order, held compactly: a single one, as most attributes have, takes
+/// no memory besides. Writing in any order stays cheap: values that do not come in rising order are
+/// put in order at the next reading; of two values for one index the later stands. What Find and
+/// InOrder return is valid until the next Set.
 template <class T>
 class VokIndexedValues {
   public:
@@ -17,7 +19,16 @@ class VokIndexedValues {
     };
 
     void Set(int index, T value) {
-        if (sorted && !entries.empty() && index <= entries.back().index) {
+        if (entries.empty() && (!hasSingle || single.index == index)) {
+            single = {index, std::move(value)};
+            hasSingle = true;
+            return;
+        }
+        if (hasSingle) {
+            entries.push_back(std::move(single));
+            hasSingle = false;
+        }
+        if (sorted && index <= entries.back().index) {
             const auto found = LowerBound(index);
             if (found->index == index) {
                 found->value = std::move(value);
@@ -30,12 +41,14 @@ class VokIndexedValues {
 
     /// Null for an index that holds nothing.
     const T* Find(int index) const {
+        if (hasSingle) return single.index == index ? &single.value : nullptr;
         Sort();
         const auto found = LowerBound(index);
         return found != entries.end() && found->index == index ? &found->value : nullptr;
     }
 
-    const std::vector<Entry>& InOrder() const {
+    std::span<const Entry> InOrder() const {
+        if (hasSingle) return {&single, 1};
         Sort();
         return entries;
     }
@@ -60,6 +73,8 @@ class VokIndexedValues {
         sorted = true;
     }
 
-    mutable std::vector<Entry> entries;  // put in order by readers
+    Entry single{};
+    mutable std::vector<Entry> entries;  // in place of the single one; put in order by readers
+    bool hasSingle = false;
     mutable bool sorted = true;
 };
