@@ -104,7 +104,9 @@ int StartDetached(const Command& command) {
     if (command.empty()) return ERROR_FILE_NOT_FOUND;
     STARTUPINFOA startup{};
     startup.cb = sizeof startup;
-    startup.dwFlags = STARTF_USESHOWWINDOW;
+    // Without handles of its own a child of the same console gets copies of ours, and whoever reads
+    // our output would wait for its end, too.
+    startup.dwFlags = STARTF_USESHOWWINDOW | STARTF_USESTDHANDLES;
     startup.wShowWindow = SW_HIDE;
     std::string line = CommandLineText(command);
     PROCESS_INFORMATION process{};

@@ -40,6 +40,41 @@ TEST(StartDetached, TheChildHasOurEnvironment) {
     EXPECT_EQ(OutputOfDetached(folder, "echo %PLATFORM_TEST_VARIABLE%"), "value\r\n");
 }
 
+/// A shell that waits, having made the file "started", until there is a file "end".
+void StartWaiting(const TemporaryFolder& folder) {
+    folder.WriteFile("wait.bat",
+                     "@echo off\r\ncd /d \"%~dp0\"\r\necho x>started\r\n"
+                     ":again\r\nif not exist end goto again\r\necho x>ended\r\n");
+    EXPECT_EQ(StartDetached({"cmd", "/c", folder.Path("wait.bat")}), 0);
+    WaitFor(folder, "started");
+}
+
+void EndWaiting(const TemporaryFolder& folder) {
+    folder.WriteFile("end", "");
+    // A folder that goes away first would leave the shell in its loop for good.
+    WaitFor(folder, "ended");
+}
+
+TEST(StartDetached, WhoeverReadsOurOutputNeedNotWaitForTheChild) {
+    const TemporaryFolder folder;
+    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    HANDLE reader = nullptr;
+    HANDLE writer = nullptr;
+    ASSERT_TRUE(CreatePipe(&reader, &writer, &inheritable, 0));
+    const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+    const HANDLE errors = GetStdHandle(STD_ERROR_HANDLE);
+    SetStdHandle(STD_OUTPUT_HANDLE, writer);
+    SetStdHandle(STD_ERROR_HANDLE, writer);
+    StartWaiting(folder);
+    SetStdHandle(STD_OUTPUT_HANDLE, output);
+    SetStdHandle(STD_ERROR_HANDLE, errors);
+    CloseHandle(writer);
+    EXPECT_FALSE(PeekNamedPipe(reader, nullptr, 0, nullptr, nullptr, nullptr));
+    EXPECT_EQ(GetLastError(), DWORD{ERROR_BROKEN_PIPE});
+    CloseHandle(reader);
+    EndWaiting(folder);
+}
+
 TEST(StartDetached, TheChildInheritsNothingOfOurs) {
     const TemporaryFolder folder;
     folder.WriteFile("held", "");
@@ -47,17 +82,11 @@ TEST(StartDetached, TheChildInheritsNothingOfOurs) {
     const HANDLE held = CreateFileA(folder.Path("held").c_str(), GENERIC_READ, 0, &inheritable,
                                     OPEN_EXISTING, 0, nullptr);
     ASSERT_NE(held, INVALID_HANDLE_VALUE);
-    folder.WriteFile("wait.bat",
-                     "@echo off\r\ncd /d \"%~dp0\"\r\necho x>started\r\n"
-                     ":again\r\nif not exist end goto again\r\necho x>ended\r\n");
-    EXPECT_EQ(StartDetached({"cmd", "/c", folder.Path("wait.bat")}), 0);
-    WaitFor(folder, "started");
+    StartWaiting(folder);
     CloseHandle(held);
     // Somebody else's handle would still be in the way.
     EXPECT_TRUE(DeleteFileA(folder.Path("held").c_str()));
-    folder.WriteFile("end", "");
-    // A folder that goes away first would leave the shell in its loop for good.
-    WaitFor(folder, "ended");
+    EndWaiting(folder);
 }
 
 TEST(RunPipeline, TheLastCommandDecides) {
