@@ -35,7 +35,7 @@ typedef struct skeleton_check_ {
 } skeleton_check_;
 
 /* A number for printf, whatever its type. */
-#define SKELETON_U_(value) SKELETON_CAST(unsigned long, value)
+#define SKELETON_U_(value) SKELETON_CAST(unsigned long long, value)
 
 #ifdef __cplusplus
 #define SKELETON_ADDRESS_(pointer) reinterpret_cast<uintptr_t>(pointer)
@@ -102,8 +102,10 @@ static inline void skeleton_leave_(skeleton_check_* check) {
     --check->depth;
 }
 
-#if defined(__GNUC__)
+#if defined(__clang__)
 __attribute__((format(printf, 3, 4)))
+#elif defined(__GNUC__)
+__attribute__((format(gnu_printf, 3, 4)))
 #endif
 /* Notes a fault and gives 0, so that a check can end with it. */
 static inline int
@@ -116,7 +118,7 @@ skeleton_refuse_(skeleton_check_* check, uint64_t at, const char* format, ...) {
         fault->offset = SKELETON_CAST(size_t, at);
         for (size_t i = 0; i < check->depth; ++i)
             used += SKELETON_CAST(
-                size_t, snprintf(fault->text + used, room - used, "%s[%lu].", check->path[i].name,
+                size_t, snprintf(fault->text + used, room - used, "%s[%llu].", check->path[i].name,
                                  SKELETON_U_(check->path[i].index)));
         va_start(values, format);
         vsnprintf(fault->text + used, room - used, format, values);
@@ -129,7 +131,7 @@ skeleton_refuse_(skeleton_check_* check, uint64_t at, const char* format, ...) {
 /* A magic stands at `at`. */
 static inline int skeleton_check_magic_(skeleton_check_* check, uint64_t at, const char* magic) {
     if (memcmp(check->bytes + at, magic, 4) != 0)
-        return skeleton_refuse_(check, at, "magic is 0x%02lX%02lX%02lX%02lX, not \"%s\"",
+        return skeleton_refuse_(check, at, "magic is 0x%02llX%02llX%02llX%02llX, not \"%s\"",
                                 SKELETON_U_(check->bytes[at]), SKELETON_U_(check->bytes[at + 1]),
                                 SKELETON_U_(check->bytes[at + 2]),
                                 SKELETON_U_(check->bytes[at + 3]), magic);
@@ -146,9 +148,9 @@ static inline int skeleton_check_floats_(skeleton_check_* check, uint64_t at, ui
     for (uint64_t i = 0; i < count; ++i) {
         if (!skeleton_is_nan_(check, at + 4 * i)) continue;
         if (width == 1)
-            return skeleton_refuse_(check, at + 4 * i, "%s[%lu] is not a number", table,
+            return skeleton_refuse_(check, at + 4 * i, "%s[%llu] is not a number", table,
                                     SKELETON_U_(i));
-        return skeleton_refuse_(check, at + 4 * i, "%s[%lu][%lu] is not a number", table,
+        return skeleton_refuse_(check, at + 4 * i, "%s[%llu][%llu] is not a number", table,
                                 SKELETON_U_(i / width), SKELETON_U_(i % width));
     }
     return 1;

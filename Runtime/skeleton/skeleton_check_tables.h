@@ -9,7 +9,7 @@ static inline int skeleton_check_padding_(skeleton_check_* check, uint64_t from,
                                           const char* table) {
     for (uint64_t at = from; at < to; ++at)
         if (check->bytes[at] != 0)
-            return skeleton_refuse_(check, at, "padding in front of %s is 0x%02lX, not 0", table,
+            return skeleton_refuse_(check, at, "padding in front of %s is 0x%02llX, not 0", table,
                                     SKELETON_U_(check->bytes[at]));
     return 1;
 }
@@ -22,11 +22,11 @@ static inline int skeleton_check_place_(skeleton_check_* check, uint64_t field, 
     if (skeleton_u32_(check, field) == 0)
         return skeleton_refuse_(check, field, "%s is 0: there is no table", table);
     if (target != SKELETON_CAST(int64_t, place))
-        return skeleton_refuse_(check, field, "%s leads to %s0x%04lX, not to 0x%04lX", table,
+        return skeleton_refuse_(check, field, "%s leads to %s0x%04llX, not to 0x%04llX", table,
                                 target < 0 ? "-" : "", SKELETON_U_(target < 0 ? -target : target),
                                 SKELETON_U_(place));
     if (place > limit || bytes > limit - place)
-        return skeleton_refuse_(check, field, "%s goes on to 0x%04lX, beyond the end at 0x%04lX",
+        return skeleton_refuse_(check, field, "%s goes on to 0x%04llX, beyond the end at 0x%04llX",
                                 table, SKELETON_U_(place + bytes), SKELETON_U_(limit));
     return 1;
 }
@@ -78,10 +78,10 @@ static inline uint64_t skeleton_refuse_table_(skeleton_check_* check, const skel
     if (skeleton_u32_(check, field) == 0)
         skeleton_refuse_(check, field, "%s is 0: there is no table", table);
     else if (target < SKELETON_CAST(int64_t, row->low) || target % 16 != 0)
-        skeleton_refuse_(check, field, "%s leads to %s0x%04lX, where it cannot begin", table,
+        skeleton_refuse_(check, field, "%s leads to %s0x%04llX, where it cannot begin", table,
                          target < 0 ? "-" : "", SKELETON_U_(target < 0 ? -target : target));
     else
-        skeleton_refuse_(check, field, "%s goes on to 0x%04lX, beyond the end at 0x%04lX", table,
+        skeleton_refuse_(check, field, "%s goes on to 0x%04llX, beyond the end at 0x%04llX", table,
                          SKELETON_U_(SKELETON_CAST(uint64_t, target) + bytes),
                          SKELETON_U_(row->limit));
     return 0;
@@ -125,7 +125,7 @@ static inline int skeleton_check_block_end_(skeleton_check_* check, skeleton_row
     const uint64_t end = skeleton_next_table_(check, tables, block->at + 4, 0, "end");
     if (end == 0) return 0;
     if (!block->is_limit_end || end == block->limit) return 1;
-    return skeleton_refuse_(check, end, "goes on to 0x%04lX behind its last table",
+    return skeleton_refuse_(check, end, "goes on to 0x%04llX behind its last table",
                             SKELETON_U_(block->limit));
 }
 

@@ -25,11 +25,11 @@ static inline int skeleton_check_slots_(skeleton_check_* check, uint64_t table, 
         const uint64_t at = table + 2 * SKELETON_CAST(uint64_t, slot);
         const uint32_t joint = skeleton_u16_(check, at);
         if (joint >= joint_count)
-            return skeleton_refuse_(check, at, "joints[%lu] is %lu, not below %lu",
+            return skeleton_refuse_(check, at, "joints[%llu] is %llu, not below %llu",
                                     SKELETON_U_(slot), SKELETON_U_(joint),
                                     SKELETON_U_(joint_count));
         if (slot > first && joint <= skeleton_u16_(check, at - 2))
-            return skeleton_refuse_(check, at, "joints[%lu] is %lu, not above %lu",
+            return skeleton_refuse_(check, at, "joints[%llu] is %llu, not above %llu",
                                     SKELETON_U_(slot), SKELETON_U_(joint),
                                     SKELETON_U_(skeleton_u16_(check, at - 2)));
     }
@@ -47,18 +47,18 @@ static inline int skeleton_check_flags_(skeleton_check_* check, const skeleton_l
     const uint32_t constrained =
         skeleton_u32_(check, at + offsetof(skeleton_constraint, constrained));
     if (flags > (SKELETON_CONSTRAINT_FIRST_TARGET | SKELETON_CONSTRAINT_LAST_TARGET))
-        return skeleton_refuse_(check, at, "flags is %lu, above 3", SKELETON_U_(flags));
+        return skeleton_refuse_(check, at, "flags is %llu, above 3", SKELETON_U_(flags));
     if (begins != is_ended)
         return skeleton_refuse_(
-            check, at, "flags is %lu, %s", SKELETON_U_(flags),
+            check, at, "flags is %llu, %s", SKELETON_U_(flags),
             begins ? "though the constraint in front has no last target" : "no first target");
     if (entry + 1 == count && (flags & SKELETON_CONSTRAINT_LAST_TARGET) == 0)
-        return skeleton_refuse_(check, at, "flags is %lu, no last target", SKELETON_U_(flags));
+        return skeleton_refuse_(check, at, "flags is %llu, no last target", SKELETON_U_(flags));
     if (!begins &&
         constrained != skeleton_u32_(check, at - list->entry_bytes +
                                                 offsetof(skeleton_constraint, constrained)))
         return skeleton_refuse_(check, at + offsetof(skeleton_constraint, constrained),
-                                "constrained is %lu, another one within one constraint",
+                                "constrained is %llu, another one within one constraint",
                                 SKELETON_U_(constrained));
     return 1;
 }
@@ -72,15 +72,16 @@ static inline int skeleton_check_world_up_(skeleton_check_* check, uint64_t at,
     const uint64_t reserved = at + offsetof(skeleton_aim_constraint, reserved);
     if (world_up > SKELETON_WORLD_UP_OBJECT_ROTATION)
         return skeleton_refuse_(check, at + offsetof(skeleton_aim_constraint, world_up),
-                                "world_up is %lu, above 2", SKELETON_U_(world_up));
+                                "world_up is %llu, above 2", SKELETON_U_(world_up));
     if (world_up == SKELETON_WORLD_UP_VECTOR ? object != SKELETON_NO_JOINT : object >= slot_count)
         return skeleton_refuse_(
-            check, at + offsetof(skeleton_aim_constraint, up_object), "up_object is %lu, not %s%lu",
-            SKELETON_U_(object), world_up == SKELETON_WORLD_UP_VECTOR ? "" : "below ",
+            check, at + offsetof(skeleton_aim_constraint, up_object),
+            "up_object is %llu, not %s%llu", SKELETON_U_(object),
+            world_up == SKELETON_WORLD_UP_VECTOR ? "" : "below ",
             SKELETON_U_(world_up == SKELETON_WORLD_UP_VECTOR ? SKELETON_NO_JOINT : slot_count));
     for (uint64_t i = 0; i < 12; ++i)
         if (check->bytes[reserved + i] != 0)
-            return skeleton_refuse_(check, reserved + i, "reserved[%lu] is not 0", SKELETON_U_(i));
+            return skeleton_refuse_(check, reserved + i, "reserved[%llu] is not 0", SKELETON_U_(i));
     return 1;
 }
 
@@ -106,11 +107,11 @@ static inline int skeleton_check_entry_(skeleton_check_* check, const skeleton_l
     const uint32_t target = skeleton_u32_(check, at + offsetof(skeleton_constraint, target));
     if (constrained >= constrained_count)
         return skeleton_refuse_(check, at + offsetof(skeleton_constraint, constrained),
-                                "constrained is %lu, not below %lu", SKELETON_U_(constrained),
+                                "constrained is %llu, not below %llu", SKELETON_U_(constrained),
                                 SKELETON_U_(constrained_count));
     if (target < constrained_count || target >= slot_count)
         return skeleton_refuse_(check, at + offsetof(skeleton_constraint, target),
-                                "target is %lu, not from %lu to below %lu", SKELETON_U_(target),
+                                "target is %llu, not from %llu to below %llu", SKELETON_U_(target),
                                 SKELETON_U_(constrained_count), SKELETON_U_(slot_count));
     return skeleton_check_numbers_(check, list, at);
 }

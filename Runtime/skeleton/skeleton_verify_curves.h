@@ -48,13 +48,14 @@ static inline int skeleton_check_channel_(skeleton_check_* check,
     const char* const prefix = is_input ? "input_" : "";
     uint32_t room;
     if (type > SKELETON_CHANNEL_EXTERNAL)
-        return skeleton_refuse_(check, at + 4, "%stype is %lu, above 3", prefix, SKELETON_U_(type));
+        return skeleton_refuse_(check, at + 4, "%stype is %llu, above 3", prefix,
+                                SKELETON_U_(type));
     room = skeleton_channel_room_(check, block, type, is_input);
     if (index >= room)
-        return skeleton_refuse_(check, at, "%sindex is %lu, not below %lu", prefix,
+        return skeleton_refuse_(check, at, "%sindex is %llu, not below %llu", prefix,
                                 SKELETON_U_(index), SKELETON_U_(room));
     if (component > most_component)
-        return skeleton_refuse_(check, at + 6, "%scomponent is %lu, above %lu", prefix,
+        return skeleton_refuse_(check, at + 6, "%scomponent is %llu, above %llu", prefix,
                                 SKELETON_U_(component), SKELETON_U_(most_component));
     return 1;
 }
@@ -116,7 +117,7 @@ static inline int skeleton_check_curve_(skeleton_check_* check,
     if (!skeleton_check_channel_(check, block, curve->at, 1)) return 0;
     if (curve->keys < 2)
         return skeleton_refuse_(check, curve->at + offsetof(skeleton_driven_curve, key_count),
-                                "key_count is %lu, below 2", SKELETON_U_(curve->keys));
+                                "key_count is %llu, below 2", SKELETON_U_(curve->keys));
     return skeleton_check_place_(check, curve->at + offsetof(skeleton_driven_curve, coefficients),
                                  place, skeleton_curve_bytes_(curve), block->tables.limit,
                                  "coefficients");
@@ -193,7 +194,7 @@ static inline void skeleton_check_curves_(skeleton_check_* check, skeleton_drive
     skeleton_check_all_times_(check, block);
     if (block->are_curves_sound && used != block->object_count)
         skeleton_refuse_header_(check, block, offsetof(skeleton_driven_keys, object_count),
-                                "object_count is %lu, not %lu", block->object_count, used);
+                                "object_count is %llu, not %llu", block->object_count, used);
 }
 
 /* The keys, named by their curve. */

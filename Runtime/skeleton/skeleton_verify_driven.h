@@ -37,11 +37,11 @@ static inline int skeleton_check_objects_(skeleton_check_* check, uint64_t table
         const uint32_t order = skeleton_u16_(check, at);
         const uint32_t joint = skeleton_u16_(check, at + offsetof(skeleton_driven_object, joint));
         if (order > 5)
-            return skeleton_refuse_(check, at, "objects[%lu].rotation_order is %lu, above 5",
+            return skeleton_refuse_(check, at, "objects[%llu].rotation_order is %llu, above 5",
                                     SKELETON_U_(i), SKELETON_U_(order));
         if (joint >= joint_count)
             return skeleton_refuse_(check, at + offsetof(skeleton_driven_object, joint),
-                                    "objects[%lu].joint is %lu, not below %lu", SKELETON_U_(i),
+                                    "objects[%llu].joint is %llu, not below %llu", SKELETON_U_(i),
                                     SKELETON_U_(joint), SKELETON_U_(joint_count));
     }
     return 1;
@@ -54,7 +54,7 @@ static inline void skeleton_check_driven_objects_(skeleton_check_* check,
     uint64_t table;
     if (rows > block->object_count)
         skeleton_refuse_header_(check, block, offsetof(skeleton_driven_keys, object_count),
-                                "object_count is %lu, but there are rows for %lu",
+                                "object_count is %llu, but there are rows for %llu",
                                 block->object_count, rows);
     table = skeleton_next_table_(check, &block->tables,
                                  block->at + offsetof(skeleton_driven_keys, objects), 4 * rows,
@@ -106,7 +106,7 @@ static inline int skeleton_check_output_target_(skeleton_check_* check, uint64_t
                                                 uint64_t target) {
     const uint64_t count = at + offsetof(skeleton_driven_output, target_count);
     if (skeleton_u32_(check, count) != 1)
-        return skeleton_refuse_(check, count, "target_count is %lu, not 1",
+        return skeleton_refuse_(check, count, "target_count is %llu, not 1",
                                 SKELETON_U_(skeleton_u32_(check, count)));
     return skeleton_check_place_(check, at + offsetof(skeleton_driven_output, targets), target,
                                  sizeof(skeleton_driven_target), limit, "targets");
@@ -157,7 +157,7 @@ static inline int skeleton_check_targets_(skeleton_check_* check, skeleton_drive
         skeleton_enter_(check, "targets", 0);
         is_sound = skeleton_check_channel_(check, block, at, 0);
         if (is_sound && is_rotation && index > driven)
-            is_sound = skeleton_refuse_(check, at, "index is %lu, ahead of object %lu",
+            is_sound = skeleton_refuse_(check, at, "index is %llu, ahead of object %llu",
                                         SKELETON_U_(index), SKELETON_U_(driven));
         skeleton_leave_(check);
         skeleton_leave_(check);
@@ -166,7 +166,8 @@ static inline int skeleton_check_targets_(skeleton_check_* check, skeleton_drive
     }
     if (driven != block->driven_count)
         skeleton_refuse_header_(check, block, offsetof(skeleton_driven_keys, driven_object_count),
-                                "driven_object_count is %lu, not %lu", block->driven_count, driven);
+                                "driven_object_count is %llu, not %llu", block->driven_count,
+                                driven);
     return 1;
 }
 
@@ -204,7 +205,7 @@ static inline void skeleton_check_driven_keys_(skeleton_check_* check, uint64_t 
         skeleton_u32_(check, procedural + offsetof(skeleton_procedural, external_output_count));
     if (block.driven_count > block.object_count)
         skeleton_refuse_header_(check, &block, offsetof(skeleton_driven_keys, driven_object_count),
-                                "driven_object_count is %lu, above the %lu of object_count",
+                                "driven_object_count is %llu, above the %llu of object_count",
                                 block.driven_count, block.object_count);
     if (block.output_count == 0 && block.is_header_sound)
         block.is_header_sound = skeleton_refuse_(

@@ -16,11 +16,11 @@ static inline int skeleton_check_reserved_(skeleton_check_* check) {
     const uint32_t reserved0 = skeleton_u16_(check, offsetof(skeleton_header, reserved0));
     if (reserved0 != 0)
         return skeleton_refuse_(check, offsetof(skeleton_header, reserved0),
-                                "reserved0 is %lu, not 0", SKELETON_U_(reserved0));
+                                "reserved0 is %llu, not 0", SKELETON_U_(reserved0));
     for (uint64_t i = 0; i < 3; ++i) {
         const uint64_t at = offsetof(skeleton_header, reserved1) + 4 * i;
         if (skeleton_u32_(check, at) != 0)
-            return skeleton_refuse_(check, at, "reserved1[%lu] is not 0", SKELETON_U_(i));
+            return skeleton_refuse_(check, at, "reserved1[%llu] is not 0", SKELETON_U_(i));
     }
     return 1;
 }
@@ -38,7 +38,7 @@ static inline int skeleton_check_header_(skeleton_check_* check) {
                                 "the file is longer than its offsets reach");
     if (skeleton_u32_(check, offsetof(skeleton_header, joints)) != 36)
         return skeleton_refuse_(
-            check, offsetof(skeleton_header, joints), "joints is 0x%08lX, 36 in no byte order",
+            check, offsetof(skeleton_header, joints), "joints is 0x%08llX, 36 in no byte order",
             SKELETON_U_(skeleton_u32_(check, offsetof(skeleton_header, joints))));
     if (skeleton_joint_count_(check) == 0)
         return skeleton_refuse_(check, offsetof(skeleton_header, joint_count), "joint_count is 0");
@@ -71,16 +71,17 @@ static inline int skeleton_check_chain_(skeleton_check_* check, uint64_t table, 
         const uint32_t child = skeleton_u16_(check, at);
         if (child == SKELETON_NO_JOINT) return 1;
         if (child >= count)
-            return skeleton_refuse_(check, at, "joints[%lu].%s is %lu, not below %lu",
+            return skeleton_refuse_(check, at, "joints[%llu].%s is %llu, not below %llu",
                                     SKELETON_U_(last), field, SKELETON_U_(child),
                                     SKELETON_U_(count));
         if (child <= last)
-            return skeleton_refuse_(check, at, "joints[%lu].%s is %lu, not above %lu",
+            return skeleton_refuse_(check, at, "joints[%llu].%s is %llu, not above %llu",
                                     SKELETON_U_(last), field, SKELETON_U_(child),
                                     SKELETON_U_(last));
         if (skeleton_u16_(check, table + 8 * SKELETON_CAST(uint64_t, child) +
                                      offsetof(skeleton_joint, parent)) != parent)
-            return skeleton_refuse_(check, at, "joints[%lu].%s is %lu, whose parent is another one",
+            return skeleton_refuse_(check, at,
+                                    "joints[%llu].%s is %llu, whose parent is another one",
                                     SKELETON_U_(last), field, SKELETON_U_(child));
         skeleton_see_(seen, child);
         last = child;
@@ -99,16 +100,17 @@ static inline int skeleton_check_joints_(skeleton_check_* check, uint64_t table)
         const uint32_t parent = skeleton_u16_(check, at + offsetof(skeleton_joint, parent));
         const uint32_t sibling = skeleton_u16_(check, at + offsetof(skeleton_joint, next_sibling));
         if (flags > SKELETON_JOINT_SCALE_COMPENSATE)
-            return skeleton_refuse_(check, at, "joints[%lu].flags is 0x%04lX, not 0 or 1",
+            return skeleton_refuse_(check, at, "joints[%llu].flags is 0x%04llX, not 0 or 1",
                                     SKELETON_U_(joint), SKELETON_U_(flags));
         if (parent != SKELETON_NO_JOINT && parent >= joint)
             return skeleton_refuse_(check, at + offsetof(skeleton_joint, parent),
-                                    "joints[%lu].parent is %lu, not below %lu", SKELETON_U_(joint),
-                                    SKELETON_U_(parent), SKELETON_U_(joint));
+                                    "joints[%llu].parent is %llu, not below %llu",
+                                    SKELETON_U_(joint), SKELETON_U_(parent), SKELETON_U_(joint));
         if (parent == SKELETON_NO_JOINT && sibling != SKELETON_NO_JOINT)
-            return skeleton_refuse_(check, at + offsetof(skeleton_joint, next_sibling),
-                                    "joints[%lu].next_sibling is %lu, though roots are not chained",
-                                    SKELETON_U_(joint), SKELETON_U_(sibling));
+            return skeleton_refuse_(
+                check, at + offsetof(skeleton_joint, next_sibling),
+                "joints[%llu].next_sibling is %llu, though roots are not chained",
+                SKELETON_U_(joint), SKELETON_U_(sibling));
     }
     for (uint32_t joint = 0; joint < count; ++joint)
         if (!skeleton_check_chain_(check, table, joint, &seen)) return 0;
@@ -118,7 +120,7 @@ static inline int skeleton_check_joints_(skeleton_check_* check, uint64_t table)
         const uint32_t parent = skeleton_u16_(check, at);
         if (parent != SKELETON_NO_JOINT && skeleton_see_(&seen, joint))
             return skeleton_refuse_(
-                check, at, "joints[%lu].parent is %lu, whose children do not name the joint",
+                check, at, "joints[%llu].parent is %llu, whose children do not name the joint",
                 SKELETON_U_(joint), SKELETON_U_(parent));
     }
     return 1;
@@ -131,10 +133,10 @@ static inline int skeleton_check_transforms_(skeleton_check_* check, uint64_t ta
         const uint64_t at = table + 4 * SKELETON_CAST(uint64_t, i);
         const char* const part = kParts[i / 4 % 3];
         if (skeleton_is_nan_(check, at))
-            return skeleton_refuse_(check, at, "transforms[%lu].%s[%lu] is not a number",
+            return skeleton_refuse_(check, at, "transforms[%llu].%s[%llu] is not a number",
                                     SKELETON_U_(i / 12), part, SKELETON_U_(i % 4));
         if (i % 4 == 3 && i % 12 != 3 && skeleton_u32_(check, at) != 0)
-            return skeleton_refuse_(check, at, "transforms[%lu].%s[3] is not 0",
+            return skeleton_refuse_(check, at, "transforms[%llu].%s[3] is not 0",
                                     SKELETON_U_(i / 12), part);
     }
     return 1;
@@ -153,23 +155,23 @@ static inline int skeleton_check_hashes_(skeleton_check_* check, uint64_t table,
         const uint32_t joint = skeleton_u32_(check, at + offsetof(skeleton_hash, joint));
         if (hash <= previous)
             return skeleton_refuse_(check, at,
-                                    "hashes[%lu].name_hash is 0x%08lX, not above 0x%08lX",
+                                    "hashes[%llu].name_hash is 0x%08llX, not above 0x%08llX",
                                     SKELETON_U_(i), SKELETON_U_(hash), SKELETON_U_(previous));
         if (hash == 0xFFFFFFFFu) {
             *is_full = 0;
             if (joint != 0xFFFFFFFFu)
                 return skeleton_refuse_(check, at + 4,
-                                        "hashes[%lu].joint is 0x%08lX, not -1 as in a filler",
+                                        "hashes[%llu].joint is 0x%08llX, not -1 as in a filler",
                                         SKELETON_U_(i), SKELETON_U_(joint));
             previous = 0xFFFFFFFEu; /* only another filler may follow */
             continue;
         }
         if (joint >= count)
-            return skeleton_refuse_(check, at + 4, "hashes[%lu].joint is 0x%08lX, not below %lu",
+            return skeleton_refuse_(check, at + 4, "hashes[%llu].joint is 0x%08llX, not below %llu",
                                     SKELETON_U_(i), SKELETON_U_(joint), SKELETON_U_(count));
         if (!skeleton_see_(&seen, joint))
             return skeleton_refuse_(check, at + 4,
-                                    "hashes[%lu].joint is %lu, which has a record already",
+                                    "hashes[%llu].joint is %llu, which has a record already",
                                     SKELETON_U_(i), SKELETON_U_(joint));
         previous = hash;
     }
@@ -194,7 +196,7 @@ static inline int skeleton_check_signature_(skeleton_check_* check, uint64_t joi
     const uint32_t count = skeleton_joint_count_(check);
     const uint32_t stated = skeleton_u32_(check, offsetof(skeleton_header, signature));
     uint32_t signature = 0;
-    uint32_t names[SKELETON_BATCH_];
+    uint32_t names[SKELETON_BATCH_] = {0};
     for (uint32_t first = 0; first < count; first += SKELETON_BATCH_) {
         for (uint32_t i = 0; i < count; ++i) {
             const uint64_t at = hashes + 8 * SKELETON_CAST(uint64_t, i);
@@ -217,7 +219,7 @@ static inline int skeleton_check_signature_(skeleton_check_* check, uint64_t joi
     }
     if (signature == stated) return 1;
     return skeleton_refuse_(check, offsetof(skeleton_header, signature),
-                            "signature is 0x%08lX, the joints make 0x%08lX", SKELETON_U_(stated),
+                            "signature is 0x%08llX, the joints make 0x%08llX", SKELETON_U_(stated),
                             SKELETON_U_(signature));
 }
 
@@ -245,12 +247,12 @@ static inline int skeleton_check_remap_(skeleton_check_* check, uint64_t joints,
             else if (parent != SKELETON_NO_JOINT) {
                 if (stated == SKELETON_NO_JOINT || stated < limit) continue;
                 return skeleton_refuse_(
-                    check, at, "lods.remap[%lu][%lu] is %lu, which does not stay",
+                    check, at, "lods.remap[%llu][%llu] is %llu, which does not stay",
                     SKELETON_U_(number), SKELETON_U_(joint), SKELETON_U_(stated));
             }
         }
         if (stated != wanted)
-            return skeleton_refuse_(check, at, "lods.remap[%lu][%lu] is %lu, not %lu",
+            return skeleton_refuse_(check, at, "lods.remap[%llu][%llu] is %llu, not %llu",
                                     SKELETON_U_(number), SKELETON_U_(joint), SKELETON_U_(stated),
                                     SKELETON_U_(wanted));
     }
@@ -287,7 +289,8 @@ static inline int skeleton_check_lods_(skeleton_check_* check, skeleton_row_* ta
     if (rows == 0) return skeleton_refuse_(check, lods, "lods.count is 0");
     if (end > check->size)
         return skeleton_refuse_(
-            check, lods, "lods.count is %lu: the rows go on to 0x%04lX, beyond the end at 0x%04lX",
+            check, lods,
+            "lods.count is %llu: the rows go on to 0x%04llX, beyond the end at 0x%04llX",
             SKELETON_U_(rows), SKELETON_U_(end), SKELETON_U_(check->size));
     skeleton_end_at_(tables, end);
     return skeleton_check_remaps_(check, joints, lods);

@@ -31,8 +31,8 @@ static inline int skeleton_check_kind_(skeleton_check_* check, skeleton_items_* 
     const int wants_keys = is_kind_known ? kind == SKELETON_ITEM_DRIVEN_KEYS : is_keys;
     if (items->kinds != 0 && !is_kind_known && items->are_kinds_sound)
         items->are_kinds_sound =
-            skeleton_refuse_(check, field, "item_kinds[%lu] is %lu, not 0 or 1", SKELETON_U_(item),
-                             SKELETON_U_(kind));
+            skeleton_refuse_(check, field, "item_kinds[%llu] is %llu, not 0 or 1",
+                             SKELETON_U_(item), SKELETON_U_(kind));
     skeleton_enter_(check, "items", item);
     block->is_header_sound = skeleton_check_magic_(check, block->at, wants_keys ? "DK04" : "JC01");
     skeleton_leave_(check);
@@ -48,10 +48,10 @@ static inline void skeleton_refuse_item_(skeleton_check_* check, skeleton_items_
     items->are_places_sound = 0;
     if (at >= items->end && at % 16 == 0)
         skeleton_refuse_(check, field,
-                         "items[%lu] leads to 0x%04lX, behind the items' end at 0x%04lX",
+                         "items[%llu] leads to 0x%04llX, behind the items' end at 0x%04llX",
                          SKELETON_U_(item), SKELETON_U_(at), SKELETON_U_(items->end));
     else
-        skeleton_refuse_(check, field, "items[%lu] leads to 0x%04lX, where no item begins",
+        skeleton_refuse_(check, field, "items[%llu] leads to 0x%04llX, where no item begins",
                          SKELETON_U_(item), SKELETON_U_(at));
 }
 
@@ -121,7 +121,7 @@ static inline void skeleton_check_item_tables_(skeleton_check_* check, skeleton_
         skeleton_check_items_(check, items);
     else if (items->is_end_known)
         skeleton_refuse_(check, at + offsetof(skeleton_procedural, items_end),
-                         "items_end leads to 0x%04lX, where no items can end",
+                         "items_end leads to 0x%04llX, where no items can end",
                          SKELETON_U_(items->end));
 }
 
@@ -143,11 +143,11 @@ static inline int skeleton_check_channels_(skeleton_check_* check, skeleton_row_
         const uint32_t hash = skeleton_u32_(check, at);
         const uint32_t kind = skeleton_u32_(check, at + 4);
         if (i > 0 && hash <= skeleton_u32_(check, at - 8))
-            return skeleton_refuse_(check, at, "%s[%lu].channel_hash is 0x%08lX, not above 0x%08lX",
-                                    table, SKELETON_U_(i), SKELETON_U_(hash),
-                                    SKELETON_U_(skeleton_u32_(check, at - 8)));
+            return skeleton_refuse_(
+                check, at, "%s[%llu].channel_hash is 0x%08llX, not above 0x%08llX", table,
+                SKELETON_U_(i), SKELETON_U_(hash), SKELETON_U_(skeleton_u32_(check, at - 8)));
         if (kind > most_kind)
-            return skeleton_refuse_(check, at + 4, "%s[%lu].kind is %lu, above %lu", table,
+            return skeleton_refuse_(check, at + 4, "%s[%llu].kind is %llu, above %llu", table,
                                     SKELETON_U_(i), SKELETON_U_(kind), SKELETON_U_(most_kind));
     }
     return 1;
@@ -158,7 +158,7 @@ static inline int skeleton_check_end_(skeleton_check_* check, const skeleton_row
     if (tables->ends[0] == 0 || check->size == tables->ends[0] || check->size == tables->ends[1])
         return 1;
     return skeleton_refuse_(check, tables->ends[0],
-                            "the file goes on to 0x%04lX, though everything in it ends here",
+                            "the file goes on to 0x%04llX, though everything in it ends here",
                             SKELETON_U_(check->size));
 }
 
@@ -179,7 +179,7 @@ static inline void skeleton_check_block_(skeleton_check_* check, uint64_t at, in
     if (items.count == 0 && is_header_sound)
         skeleton_refuse_(check, at + offsetof(skeleton_procedural, item_count), "item_count is 0");
     else if (!items.is_end_known && is_header_sound)
-        skeleton_refuse_(check, end_field, "items_end leads to 0x%04lX, where no items can end",
+        skeleton_refuse_(check, end_field, "items_end leads to 0x%04llX, where no items can end",
                          SKELETON_U_(end));
     tables = skeleton_begin_row_(at, items.is_end_known ? end : 0, check->size);
     skeleton_check_channels_(check, &tables,

@@ -1,8 +1,10 @@
 #include "Diff.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cmath>
+#include <limits>
 #include <map>
 #include <unordered_map>
 
@@ -53,17 +55,25 @@ std::vector<bool> LongestAscending(const std::vector<int>& numbers) {
     return isKept;
 }
 
+double Square(double number) {
+    return number * number;
+}
+
+/// The angle of the turn from one rotation to the other, of whichever length the quaternions are.
+/// The vector part of their quotient is the sine of its half, and exact where the cosine is flat.
 double AngleBetween(const Four& a, const Four& b) {
-    double dot = 0, lengthA = 0, lengthB = 0;
-    for (std::size_t i = 0; i < 4; ++i) {
-        dot += static_cast<double>(a[i]) * b[i];
-        lengthA += static_cast<double>(a[i]) * a[i];
-        lengthB += static_cast<double>(b[i]) * b[i];
-    }
-    // The sine of half the angle is exact where the cosine is flat.
-    const double cosine = std::fabs(dot);
-    const double sine = std::sqrt(std::max(0.0, lengthA * lengthB - dot * dot));
-    return 2 * std::atan2(sine, cosine) * kDegrees;
+    const auto quotient = [&](std::size_t i, std::size_t j, std::size_t k) {
+        const std::array<double, 4> p = {a[0], a[1], a[2], a[3]};
+        const std::array<double, 4> q = {b[0], b[1], b[2], b[3]};
+        return p[3] * q[i] - q[3] * p[i] - (p[j] * q[k] - p[k] * q[j]);
+    };
+    const double sine = std::sqrt(Square(quotient(0, 1, 2)) + Square(quotient(1, 2, 0)) +
+                                  Square(quotient(2, 0, 1)));
+    double cosine = 0;
+    for (std::size_t i = 0; i < 4; ++i) cosine += static_cast<double>(a[i]) * b[i];
+    const double angle = 2 * std::atan2(sine, std::fabs(cosine)) * kDegrees;
+    // Of infinite numbers, which processors give signs of their own.
+    return std::isnan(angle) ? std::numeric_limits<double>::quiet_NaN() : angle;
 }
 
 /// A nought has a sign.
@@ -78,12 +88,14 @@ bool IsSame(const Numbers& a, const Numbers& b) {
 bool CompareTransforms(const Joint& a, const Joint& b, SkeletonDifference::Transform& difference) {
     double distance = 0, scale = 0;
     for (std::size_t i = 0; i < 3; ++i) {
-        const double step = static_cast<double>(b.translation[i]) - a.translation[i];
-        distance += step * step;
+        // Also of what is infinite.
+        if (b.translation[i] != a.translation[i])
+            distance += Square(static_cast<double>(b.translation[i]) - a.translation[i]);
         scale = std::max(scale, std::fabs(static_cast<double>(b.scale[i]) - a.scale[i]));
     }
     difference.translation = static_cast<float>(std::sqrt(distance));
-    difference.rotation = static_cast<float>(AngleBetween(a.rotation, b.rotation));
+    if (a.rotation != b.rotation)
+        difference.rotation = static_cast<float>(AngleBetween(a.rotation, b.rotation));
     difference.scale = static_cast<float>(scale);
     const auto compare = [&](const char* part, float amount, const auto& before,
                              const auto& after) {

@@ -15,6 +15,8 @@
 #include <VoktRigbake/Skeleton/BuildSkeleton.h>
 
 #include <cctype>
+#include <cstdint>
+#include <optional>
 #include <ostream>
 #include <unordered_set>
 
@@ -46,6 +48,12 @@ std::vector<VokJoint*> FindRoots(const VokWorld& world, bool hasMultipleRoots) {
     return roots;
 }
 
+/// No joint is found by the hashes that stand for none.
+std::optional<std::uint32_t> RecordedHash(std::uint32_t hash) {
+    if (hash == 0 || hash == 0xFFFFFFFFu) return std::nullopt;
+    return hash;
+}
+
 HeaderContents FromScene(const HeaderOptions& options) {
     VokWorld world;
     LoadDocument(world, options.in);
@@ -57,8 +65,8 @@ HeaderContents FromScene(const HeaderOptions& options) {
         const std::unique_ptr<SkeletonData> skeleton = BuildSkeleton(world, roots, false, nullptr);
         contents.signature = skeleton->signature;
         for (const auto& joint : skeleton->joints)
-            contents.joints.push_back(
-                {ReadableText(joint->joint->GetBaseName()), joint->nameHash, joint->parent});
+            contents.joints.push_back({ReadableText(joint->joint->GetBaseName()),
+                                       RecordedHash(joint->nameHash), joint->parent});
     } catch (const VokException& failure) {
         const FailurePlace place{.file = options.in, .object = failure.GetCauseObject()};
         throw DocumentFailure(place, failure.what());

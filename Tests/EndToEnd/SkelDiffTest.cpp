@@ -156,3 +156,22 @@ TEST_F(SkelDiff, NumbersThatMeanTheSamePoseAreShown) {
               "  foot (2) moved by 0, turned by 0 degrees, scaled by 0\n"
               "      translation (0, 0, 0) became (-0, 0, 0)\n");
 }
+
+TEST_F(SkelDiff, AmountsAreExactWhereTheyAreSmall) {
+    EXPECT_EQ(Differences(
+                  Changed("<translate>0 1 0</translate>",
+                          "<translate>0 1 0</translate><rotEul rotOrd=\"xyz\">0 0 1e-7</rotEul>")),
+              "transform 1\n  hips (0) moved by 0, turned by 5.729578e-06 degrees, scaled by 0\n");
+}
+
+TEST_F(SkelDiff, WhatIsInfiniteInBothHasNotMoved) {
+    const auto infinite = [](const std::string& scale) {
+        return Changed("<translate>0 1 0</translate>",
+                       "<translate>1e39 1 0</translate><scale>1 " + scale + " 1</scale>");
+    };
+    Bake("a", infinite("1"));
+    Bake("b", infinite("2"));
+    const ProgramResult run = folder.Run("skel", {"diff", "a", "b", "--names", "a.qeli"});
+    EXPECT_EQ(run.output.substr(run.output.find('\n') + 1),
+              "transform 1\n  hips (0) moved by 0, turned by 0 degrees, scaled by 1\n");
+}

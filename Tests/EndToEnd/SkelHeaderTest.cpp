@@ -67,6 +67,17 @@ std::string WithoutHashes(std::string text) {
 
 }  // namespace
 
+TEST_F(SkelHeader, AJointWithoutARecordHasNoHashFromTheSceneEither) {
+    folder.WriteFile("plain.qeli",
+                     Document("<scene><joint name=\"a\"><joint name=\"\"/></joint></scene>"));
+    ASSERT_EQ(folder.Rigbake({"-in", "plain.qeli", "-out", "plain.bin"}).status, 0);
+    const ProgramResult run = Header({"plain.qeli"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.output.find("0xFFFFFFFF"), std::string::npos);
+    EXPECT_NE(run.output.find("INDEX_JOINT_1 1"), std::string::npos);
+    EXPECT_EQ(run.output, Header({"plain.bin", "--names", "plain.qeli"}).output);
+}
+
 TEST_F(SkelHeader, FromASceneAndFromItsFileIsTheSame) {
     const ProgramResult fromScene = Header({"hero.qeli", "--prefix", "HERO"});
     EXPECT_EQ(fromScene.status, 0);

@@ -133,6 +133,9 @@ TEST_F(SkeletonVerify, FaultsOfLevelsOfDetailAreNamed) {
     ExpectFault(Table<skeleton_lods>(Header().lods)->count, 0, "lods.count is 0");
     ExpectFault(*Table<std::uint32_t>(Header().lods), 1000000,
                 "lods.count is 1000000: the rows go on to 0x16E3904, beyond the end at 0x0840");
+    ExpectFault(
+        *Table<std::uint32_t>(Header().lods), 0xFFFFFFFFu,
+        "lods.count is 4294967295: the rows go on to 0x18000002EC, beyond the end at 0x0840");
     ExpectFault(Remap(1)[10], 0, "lods.remap[1][10] is 0, not 8");
     ExpectFault(Remap(0)[2], 1, "lods.remap[0][2] is 1, not 2");
     Remap(0)[0] = 0xFFFF;
