@@ -42,6 +42,48 @@ TEST_F(QeliLimits, ShortLinksThroughALongNameDoNotFillTheDisk) {
     EXPECT_EQ(folder.ReadFile("out.qeli"), "old");
 }
 
+/// Links of few bytes to a target behind a name of `nameSize`; written, they name the whole path. A
+/// filler is written as it stands, a comment is not written at all.
+std::string ManyShortLinks(int nameSize, std::size_t filler, std::size_t comment) {
+    std::string members;
+    for (int i = 0; i < 240; ++i) members += "<member path=\"||a\" membership=\"\"/>";
+    const std::string name(static_cast<std::size_t>(nameSize), 'y');
+    return Document("<scene><instance name=\"i\" target=\"|" + name + "\"/></scene><scene name=\"" +
+                    name + "\"><joint name=\"a\"/></scene><objset name=\"" +
+                    std::string(filler, 's') + "\" type=\"set\">" + members + "</objset><!--" +
+                    std::string(comment, 'c') + "-->");
+}
+
+TEST_F(QeliLimits, AWrittenDocumentMayReachTheLimitToTheByte) {
+    const auto excess = [](const std::string& written, const std::string& document) {
+        return static_cast<long>(written.size()) -
+               static_cast<long>((64u << 20) + 32 * document.size());
+    };
+    const int nameSize = 400000;
+    std::string document = ManyShortLinks(1000, 0, 0);
+    ASSERT_EQ(Run("convert", document).status, 0);
+    const std::size_t small = folder.ReadFile("out.qeli").size();
+    document = ManyShortLinks(2000, 0, 0);
+    ASSERT_EQ(Run("convert", document).status, 0);
+    const std::size_t perThousand = folder.ReadFile("out.qeli").size() - small;
+    const std::string bare = ManyShortLinks(nameSize, 0, 0);
+    const long over = excess(std::string(small + 399 * perThousand, ' '), bare);
+    ASSERT_GT(over, 31 * 32);
+    for (const long past : {0, 1}) {
+        // A byte of the filler adds one to what is written and 32 to the limit, a comment's
+        // only 32.
+        const long filler = ((past - over) % 32 + 32) % 32;
+        const long comment = (over - 31 * filler - past) / 32;
+        document = ManyShortLinks(nameSize, static_cast<std::size_t>(filler),
+                                  static_cast<std::size_t>(comment));
+        const ProgramResult run = Run("convert", document);
+        EXPECT_EQ(run.status, past) << run.errors;
+        if (past == 0) {
+            EXPECT_EQ(excess(folder.ReadFile("out.qeli"), document), 0);
+        }
+    }
+}
+
 TEST_F(QeliLimits, DefaultsThatAreWrittenOutAreFarFromTheLimit) {
     for (const std::string element : {"camera", "light", "joint"}) {
         const ProgramResult run =

@@ -114,6 +114,24 @@ TEST_F(OldDocumentTest, ManyNamesAreRefused) {
               0u);
 }
 
+TEST_F(OldDocumentTest, ADocumentOfMoreBytesThanItsTreeMayHoldIsRefusedUnread) {
+    EXPECT_EQ(
+        ThrownText([] { ParseOldDocument(nullptr, (std::size_t{1} << 30) + 1); }),
+        "Document limit exceeded: more than 1073741824 bytes in a document of an old version");
+    // At the limit it is read: here up to the fault in its first piece.
+    const std::string piece(1u << 20, 'x');
+    EXPECT_EQ(ThrownText([&] { ParseOldDocument(piece.data(), std::size_t{1} << 30); }),
+              ParseError(4, 1, 1));
+}
+
+TEST_F(OldDocumentTest, MoreElementsInOneThanTheStagesCanLookAtAreRefused) {
+    const std::string most = "<a>" + Repeated("<b/>", 5000000);
+    EXPECT_EQ(Refusal(most + "</c>"), ParseError(76, 1, static_cast<int>(most.size()) + 5));
+    EXPECT_EQ(Refusal(most + "<b/></a>"),
+              "Document limit exceeded: more than 5000000 elements in one Line 1 Column " +
+                  std::to_string(most.size() + 3));
+}
+
 TEST_F(OldDocumentTest, EntitiesAreReplaced) {
     EXPECT_EQ(Written("<!DOCTYPE a [<!ENTITY e 'x&f;'><!ENTITY f '<b/>y'><!ENTITY g '&#38;#60;1'>]>"
                       "<a c='&lt;&g;'>&e;&e;&amp;</a>"),
