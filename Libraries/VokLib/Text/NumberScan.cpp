@@ -87,9 +87,18 @@ float BeyondRange(std::string_view digits, std::int64_t digitWeight, char expone
     return magnitude > 0 ? std::numeric_limits<float>::infinity() : 0.0f;
 }
 
+/// An exponent "p+-3" is none, but std::from_chars of GCC's library reads a sign behind the plus.
+std::string_view WithoutTwoSigns(std::string_view text) {
+    std::size_t letter = 0;
+    while (letter < text.size() && (IsHexDigit(text[letter]) || text[letter] == '.')) ++letter;
+    return text.substr(letter).size() > 2 && text[letter + 1] == '+' && !IsDigit(text[letter + 2])
+               ? text.substr(0, letter)
+               : text;
+}
+
 bool ScanDigits(std::string_view text, float& value) {
     const bool isHex = BeginsWithWord(text, "0x");
-    if (isHex) text.remove_prefix(2);
+    if (isHex) text = WithoutTwoSigns(text.substr(2));
     const auto isDigitAt = [&](std::size_t at) {
         return at < text.size() && (isHex ? IsHexDigit(text[at]) : IsDigit(text[at]));
     };

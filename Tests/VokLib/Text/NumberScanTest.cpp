@@ -72,6 +72,15 @@ TEST(NumberScan, HexadecimalFloats) {
     EXPECT_EQ(ScanFloat("0x1.8"), 1.5f);
     EXPECT_EQ(ScanFloat("0x1p99999999999"), kInfinity);
     EXPECT_EQ(ScanFloat("0x1p-99999999999"), 0.0f);
+    // Two signs are no exponent, and the number ends in front of them.
+    EXPECT_EQ(ScanFloat("0x0904p+-3y"), 2308.0f);
+    EXPECT_EQ(ScanFloat("0x0904P++3"), 2308.0f);
+    EXPECT_EQ(ScanFloat("0x1.8p--3"), 1.5f);
+    EXPECT_EQ(ScanFloat("0x1p+"), 1.0f);
+    EXPECT_EQ(ScanFloat("0x1p+3"), 8.0f);
+    EXPECT_EQ(ScanFloat("0x1p+-999999"), 1.0f);
+    EXPECT_EQ(ScanFloat("1e+-3"), 1.0f);
+    EXPECT_EQ(ScanFloat("1e-+3"), 1.0f);
     EXPECT_TRUE(ScansAsNothing("0x"));
     EXPECT_TRUE(ScansAsNothing("0xg"));
     EXPECT_TRUE(ScansAsNothing("0x.p1"));
