@@ -49,11 +49,11 @@ int CompanionCommands::Run(int argc, const char* const* argv) {
     }
     try {
         app.parse(argc, argv);
+        for (const Command& command : commands)
+            if (command.app->parsed()) return command.run();
     } catch (const CLI::ParseError& error) {
         return app.exit(error) == 0 ? 0 : kWrongUsage;
     }
-    for (const Command& command : commands)
-        if (command.app->parsed()) return command.run();
     return kWrongUsage;
 }
 

@@ -18,7 +18,8 @@ class CompanionCommands {
     CLI::App& Add(const char* name, const char* words, std::function<int()> run);
 
     /// Gives the exit status: of the command, 0 behind a help text, 2 behind a line on standard
-    /// error for wrong usage. What the command throws passes on.
+    /// error for wrong usage, which a command tells by a CLI::ValidationError when its arguments
+    /// alone do not show it. What else the command throws passes on.
     [[nodiscard]] int Run(int argc, const char* const* argv);
 
   private:

@@ -10,6 +10,7 @@
 
 #include <Platform/FileIdentity.h>
 #include <Platform/Paths.h>
+#include <QelTools/AsciiText.h>
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -51,13 +52,17 @@ void AddNames(CLI::App& command, std::vector<std::string>& values) {
         ->allow_extra_args(false);
 }
 
+bool HasEnding(const std::string& path, const std::string& ending) {
+    return QelTools::Common::ToLowerAscii(path).ends_with(ending);
+}
+
 /// The form of a picture, by the end of its name.
 bool IsPage(const std::string& path) {
-    return path.ends_with(".html") || path.ends_with(".htm");
+    return HasEnding(path, ".html") || HasEnding(path, ".htm");
 }
 
 std::string RefuseOtherEnding(const std::string& path) {
-    return IsPage(path) || path.ends_with(".svg")
+    return IsPage(path) || HasEnding(path, ".svg")
                ? std::string()
                : "\"" + path + "\" ends in neither .svg nor .html";
 }
@@ -127,12 +132,23 @@ bool Diff(const Arguments& arguments) {
     const Names names = Names::Load(arguments.names);
     const Description::Skeleton before = Description::Describe(first, names);
     const Description::Skeleton after = Description::Describe(second, names);
-    const SkeletonDifference difference = Compare(before, after);
+    SkeletonDifference difference = Compare(before, after);
+    difference.otherBytesAt = FindOtherBytes(first, second);
     if (arguments.isJson)
         PrintJson(DiffJson(difference, before, after));
     else
         DiffText(difference, before, after, std::cout);
     return !difference.IsEmpty();
+}
+
+/// What an option has nothing to say about shows only when IN is looked into.
+void RefuseIdleOptions(const HeaderOptions& options) {
+    const bool isFile = HoldsSkeleton(options.in);
+    if (isFile && options.hasMultipleRoots)
+        throw CLI::ValidationError("--multi-root",
+                                   options.in + " is a skeleton file: its roots are settled");
+    if (!isFile && !options.names.empty())
+        throw CLI::ValidationError("--names", options.in + " is a scene: it has its own names");
 }
 
 void AddCheck(CompanionCommands& commands, Arguments& arguments) {
@@ -170,6 +186,7 @@ void AddHeader(CompanionCommands& commands, Arguments& arguments) {
     CLI::App& command = commands.Add(
         "header", "Print C constants: index, hash and parent of each joint, and the signature.",
         [&] {
+            RefuseIdleOptions(arguments.header);
             PrintHeader(arguments.header, std::cout);
             return 0;
         });

@@ -1,11 +1,11 @@
 #include "Diff.h"
+#include "LongestAscending.h"
 
 #include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
 #include <limits>
-#include <map>
 #include <unordered_map>
 
 using namespace Description;
@@ -31,28 +31,6 @@ std::vector<int> MatchJoints(const Skeleton& skeleton, const Skeleton& other) {
         }
     }
     return matches;
-}
-
-/// Which of these numbers, no two alike, belong to a longest ascending run of them: the joints that
-/// kept their order.
-std::vector<bool> LongestAscending(const std::vector<int>& numbers) {
-    std::vector<std::size_t> tails;  // the place of the lowest end of a run of each length
-    std::vector<int> previous(numbers.size(), -1);
-    for (std::size_t i = 0; i < numbers.size(); ++i) {
-        const auto at = std::lower_bound(
-            tails.begin(), tails.end(), numbers[i],
-            [&numbers](std::size_t place, int number) { return numbers[place] < number; });
-        if (at != tails.begin()) previous[i] = static_cast<int>(*(at - 1));
-        if (at == tails.end())
-            tails.push_back(i);
-        else
-            *at = i;
-    }
-    std::vector<bool> isKept(numbers.size(), false);
-    for (int i = tails.empty() ? -1 : static_cast<int>(tails.back()); i >= 0;
-         i = previous[static_cast<std::size_t>(i)])
-        isKept[static_cast<std::size_t>(i)] = true;
-    return isKept;
 }
 
 double Square(double number) {
@@ -112,106 +90,30 @@ bool CompareTransforms(const Joint& a, const Joint& b, SkeletonDifference::Trans
     return isMoved || isTurned || isScaled;
 }
 
-using Facts = std::map<std::string, std::string>;
-
-/// Two of one name get numbers: nothing is lost.
-void AddFact(Facts& facts, const std::string& what, const std::string& numbers) {
-    std::string name = what;
-    for (int number = 2; !facts.emplace(name, numbers).second; ++number)
-        name = what + " (" + std::to_string(number) + ")";
+std::string LevelText(const LodRow& row) {
+    return std::to_string(row.members) + " members, " + std::to_string(row.limit) +
+           " joints left without it";
 }
 
-std::string TargetText(const Skeleton& skeleton, const Target& target, ConstraintKind kind) {
-    std::string text = "weight " + NumberText(target.weight);
-    if (kind == ConstraintKind::Translation || kind == ConstraintKind::Scale)
-        text += ", offset " + VectorText(target.offset);
-    if (kind == ConstraintKind::Aim)
-        text += ", aim " + VectorText(target.aim) + ", up " + VectorText(target.up) +
-                ", global up " + VectorText(target.globalUp) + ", world up " +
-                std::to_string(target.worldUp) + ", up object " +
-                LabelOf(skeleton, target.upObject);
-    if (kind == ConstraintKind::Parent)
-        text += ", translation " + VectorText(target.translation) + ", rotation " +
-                VectorText(target.rotation);
-    return text;
-}
-
-void AddFacts(const Skeleton& skeleton, const DrivenKeys& keys, const std::string& stage,
-              Facts& facts) {
-    for (const DrivenObject& object : keys.objects)
-        AddFact(facts, "rotation of " + LabelOf(skeleton, object.joint) + " in driven keys",
-                std::string("order ") + RotationOrderText(object.rotationOrder) + ", axis " +
-                    VectorText(object.rotationAxis) + ", orient " + VectorText(object.jointOrient));
-    for (const Output& output : keys.outputs)
-        for (const Curve& curve : output.curves) {
-            std::string text = stage + ", keys";
-            for (std::size_t k = 0; k < curve.times.size(); ++k) {
-                text += ' ' + NumberText(curve.times[k]);
-                if (k < curve.coefficients.size()) text += ' ' + VectorText(curve.coefficients[k]);
-            }
-            AddFact(facts, output.target.label + " driven by " + curve.input.label, text);
-        }
-}
-
-void AddFacts(const Skeleton& skeleton, const JointConstraints& item, const std::string& stage,
-              Facts& facts) {
-    for (const Constraint& constraint : item.constraints) {
-        const std::string what = std::string(KindText(constraint.kind)) + " of " +
-                                 LabelOf(skeleton, constraint.joint) + " by ";
-        for (const Target& target : constraint.targets)
-            AddFact(facts, what + LabelOf(skeleton, target.joint),
-                    stage + ", " + TargetText(skeleton, target, constraint.kind));
-    }
-}
-
-void AddFacts(const char* title, const std::vector<ExternalChannel>& channels, Facts& facts) {
-    for (const ExternalChannel& channel : channels)
-        AddFact(facts, title + channel.label, "kind " + std::to_string(channel.kind));
-}
-
-Facts ProceduralFacts(const Skeleton& skeleton) {
-    Facts facts;
-    AddFacts("external input ", skeleton.externalInputs, facts);
-    AddFacts("external output ", skeleton.externalOutputs, facts);
-    for (std::size_t i = 0; i < skeleton.items.size(); ++i) {
-        const std::string stage = "item " + std::to_string(i);
-        std::visit([&](const auto& item) { AddFacts(skeleton, item, stage, facts); },
-                   skeleton.items[i]);
-    }
-    return facts;
-}
-
-Facts LevelFacts(const Skeleton& skeleton) {
-    Facts facts;
-    for (std::size_t i = 0; i < skeleton.lods.size(); ++i)
-        facts.emplace("row " + std::to_string(i),
-                      std::to_string(skeleton.lods[i].members) + " members, " +
-                          std::to_string(skeleton.lods[i].limit) + " joints left without it");
-    return facts;
-}
-
-std::vector<SkeletonDifference::Fact> CompareFacts(const Facts& before, const Facts& after) {
+std::vector<SkeletonDifference::Fact> CompareLevels(const std::vector<LodRow>& before,
+                                                    const std::vector<LodRow>& after) {
+    const auto textOf = [](const std::vector<LodRow>& rows, std::size_t row) {
+        return row < rows.size() ? std::optional(LevelText(rows[row])) : std::nullopt;
+    };
     std::vector<SkeletonDifference::Fact> facts;
-    for (const auto& [what, numbers] : before) {
-        const auto found = after.find(what);
-        if (found == after.end())
-            facts.push_back({what, numbers, std::nullopt});
-        else if (found->second != numbers)
-            facts.push_back({what, numbers, found->second});
-    }
-    for (const auto& [what, numbers] : after)
-        if (!before.contains(what)) facts.push_back({what, std::nullopt, numbers});
-    std::stable_sort(facts.begin(), facts.end(),
-                     [](const auto& a, const auto& b) { return a.what < b.what; });
+    for (std::size_t row = 0; row < std::max(before.size(), after.size()); ++row)
+        if (textOf(before, row) != textOf(after, row))
+            facts.push_back(
+                {"row " + std::to_string(row), textOf(before, row), textOf(after, row)});
     return facts;
 }
 
 }  // namespace
 
-bool SkeletonDifference::IsEmpty() const {
+bool SkeletonDifference::IsDescriptionSame() const {
     return isSameSignature && added.empty() && removed.empty() && moved.empty() &&
            reparented.empty() && flagged.empty() && releveled.empty() && transformed.empty() &&
-           levels.empty() && procedural.empty();
+           levels.empty() && procedural.empty() && order.empty();
 }
 
 SkeletonDifference Compare(const Skeleton& before, const Skeleton& after) {
@@ -246,7 +148,14 @@ SkeletonDifference Compare(const Skeleton& before, const Skeleton& after) {
         SkeletonDifference::Transform transform{pair};
         if (CompareTransforms(a, b, transform)) difference.transformed.push_back(transform);
     }
-    difference.levels = CompareFacts(LevelFacts(before), LevelFacts(after));
-    difference.procedural = CompareFacts(ProceduralFacts(before), ProceduralFacts(after));
+    difference.levels = CompareLevels(before.lods, after.lods);
+    CompareProcedural(before, after, difference);
     return difference;
+}
+
+std::optional<std::size_t> FindOtherBytes(const SkeletonFile& before, const SkeletonFile& after) {
+    const std::span<const char> a = before.Bytes(), b = after.Bytes();
+    const auto [inA, inB] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+    if (inA == a.end() && inB == b.end()) return std::nullopt;
+    return static_cast<std::size_t>(inA - a.begin()) / 4 * 4;
 }

@@ -104,18 +104,21 @@ Json DiffJson(const SkeletonDifference& difference, const Skeleton& before, cons
                                           {"after", rewriting.after}});
         transformed.push_back(std::move(entry));
     }
-    return {{"same", difference.IsEmpty()},
-            {"sameSignature", difference.isSameSignature},
-            {"signatures", std::array{HashText(before.signature), HashText(after.signature)}},
-            {"added", joints(difference.added, after)},
-            {"removed", joints(difference.removed, before)},
-            {"moved", pairs(difference.moved)},
-            {"reparented", std::move(reparented)},
-            {"scaleCompensation", pairs(difference.flagged)},
-            {"levels", pairs(difference.releveled)},
-            {"transformed", std::move(transformed)},
-            {"levelsOfDetail", FactsJson(difference.levels)},
-            {"procedural", FactsJson(difference.procedural)}};
+    return {
+        {"same", difference.IsEmpty()},
+        {"sameSignature", difference.isSameSignature},
+        {"signatures", std::array{HashText(before.signature), HashText(after.signature)}},
+        {"added", joints(difference.added, after)},
+        {"removed", joints(difference.removed, before)},
+        {"moved", pairs(difference.moved)},
+        {"reparented", std::move(reparented)},
+        {"scaleCompensation", pairs(difference.flagged)},
+        {"levels", pairs(difference.releveled)},
+        {"transformed", std::move(transformed)},
+        {"levelsOfDetail", FactsJson(difference.levels)},
+        {"procedural", FactsJson(difference.procedural)},
+        {"order", FactsJson(difference.order)},
+        {"otherBytesAt", difference.otherBytesAt ? Json(*difference.otherBytesAt) : Json(nullptr)}};
 }
 
 void DiffText(const SkeletonDifference& difference, const Skeleton& before, const Skeleton& after,
@@ -153,5 +156,10 @@ void DiffText(const SkeletonDifference& difference, const Skeleton& before, cons
               });
     PrintFacts("levels of detail", difference.levels, out);
     PrintFacts("procedural", difference.procedural, out);
-    if (difference.IsEmpty()) out << "no differences\n";
+    PrintFacts("order of evaluation", difference.order, out);
+    if (difference.IsEmpty())
+        out << "no differences\n";
+    else if (difference.IsDescriptionSame())
+        out << "other bytes from " << OffsetText(*difference.otherBytesAt)
+            << " on, though all that is compared joint by joint and item by item is the same\n";
 }

@@ -37,13 +37,28 @@ struct SkeletonDifference {
     std::vector<Pair> releveled;  ///< dropped with another row
     std::vector<Transform> transformed;
     std::vector<Fact> levels;      ///< rows of the level of detail table
-    std::vector<Fact> procedural;  ///< items, constraints and curves
+    std::vector<Fact> procedural;  ///< external channels, targets of constraints, curves
+    /// Targets and curves of both that are evaluated in another order, or in another constraint,
+    /// output or item than what is in front of them; `before` and `after` are their places.
+    std::vector<Fact> order;
+    /// Where the files differ in one byte order; not set by Compare. What it alone tells is in
+    /// nothing that a skeleton is described by.
+    std::optional<std::size_t> otherBytesAt;
 
-    bool IsEmpty() const;
+    /// Nothing differs but bytes that no description shows.
+    bool IsDescriptionSame() const;
+    bool IsEmpty() const { return IsDescriptionSame() && !otherBytesAt; }
 };
 
 /// Joints are the same where their hashes are; those without one, where their indices are.
 SkeletonDifference Compare(const Description::Skeleton& before, const Description::Skeleton& after);
+/// The part of it that deals with items.
+void CompareProcedural(const Description::Skeleton& before, const Description::Skeleton& after,
+                       SkeletonDifference& difference);
+/// Where the first four bytes stand that differ when both are in one byte order, the same on every
+/// machine. The places of tables and what stands between them follow from what the tables hold, so
+/// that equal skeletons have equal bytes.
+std::optional<std::size_t> FindOtherBytes(const SkeletonFile& before, const SkeletonFile& after);
 
 /// docs/skel-diff.schema.json tells the form.
 Json DiffJson(const SkeletonDifference& difference, const Description::Skeleton& before,

@@ -79,7 +79,8 @@ void PrintTarget(const Skeleton& skeleton, const Target& target, ConstraintKind 
         if (target.worldUp == SKELETON_WORLD_UP_VECTOR)
             out << ", the direction up " << VectorText(target.globalUp);
         else if (target.worldUp == SKELETON_WORLD_UP_OBJECT_TRANSLATION)
-            out << ", up towards " << LabelOf(skeleton, target.upObject);
+            out << ", up towards " << LabelOf(skeleton, target.upObject) << ", global up "
+                << VectorText(target.globalUp);
         else
             out << ", up along " << VectorText(target.globalUp) << " of "
                 << LabelOf(skeleton, target.upObject);

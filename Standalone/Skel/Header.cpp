@@ -112,14 +112,17 @@ class Identifiers {
 
 }  // namespace
 
-void PrintHeader(const HeaderOptions& options, std::ostream& out) {
-    if (Platform::Exists(options.in) && !Platform::IsRegularFile(options.in) &&
-        !Platform::IsFolder(options.in))
-        throw DocumentFailure({options.in},
+bool HoldsSkeleton(const std::string& path) {
+    if (Platform::Exists(path) && !Platform::IsRegularFile(path) && !Platform::IsFolder(path))
+        throw DocumentFailure({path},
                               "This is no regular file; it would have to be read twice, for a "
                               "scene and a skeleton file are told apart by their contents");
-    PrintHeader(LooksLikeSkeleton(options.in) ? FromFile(options) : FromScene(options),
-                options.prefix, out);
+    return LooksLikeSkeleton(path);
+}
+
+void PrintHeader(const HeaderOptions& options, std::ostream& out) {
+    PrintHeader(HoldsSkeleton(options.in) ? FromFile(options) : FromScene(options), options.prefix,
+                out);
 }
 
 void PrintHeader(const HeaderContents& contents, const std::string& prefix, std::ostream& out) {

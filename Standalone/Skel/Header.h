@@ -27,6 +27,10 @@ struct HeaderOptions {
     bool hasMultipleRoots = false;   ///< of a scene: all of its roots are one skeleton
 };
 
+/// True for a skeleton file, sound or not; anything else is taken for a scene. Throws for what
+/// cannot be read, or only once.
+bool HoldsSkeleton(const std::string& path);
+
 /// Prints C constants for the index, hash and parent of each joint and for the signature, so that
 /// an engine's code neither hashes nor searches. Throws for what cannot be read or baked.
 void PrintHeader(const HeaderOptions& options, std::ostream& out);

@@ -48,18 +48,12 @@ std::size_t ExpectedSize(const std::string& path) {
     return error ? 0 : static_cast<std::size_t>(std::min<std::uintmax_t>(size, kTooLong));
 }
 
-std::string PlaceText(std::size_t offset) {
-    char place[24];
-    std::snprintf(place, sizeof place, "0x%04lX", static_cast<unsigned long>(offset));
-    return place;
-}
-
 std::string FaultLines(const std::string& path, std::span<const skeleton_fault> faults,
                        std::size_t count) {
     std::string lines;
     for (const skeleton_fault& fault : faults) {
         if (!lines.empty()) lines += '\n';
-        lines += path + ": " + PlaceText(fault.offset) + ": " + fault.text;
+        lines += path + ": " + OffsetText(fault.offset) + ": " + fault.text;
     }
     if (count > faults.size())
         lines += "\n" + path + ": and " + std::to_string(count - faults.size()) + " more";
@@ -87,7 +81,7 @@ SkeletonFile::Image SkeletonFile::Read(const std::string& path) {
         image.size == kMagicBytes && std::memcmp(image.Bytes(), "SK08", kMagicBytes) == 0;
     const std::size_t expected = ExpectedSize(path);
     if (isSkeleton && expected == kTooLong)
-        throw SkeletonFileFault(path + ": " + PlaceText(SKELETON_LONGEST_FILE_) +
+        throw SkeletonFileFault(path + ": " + OffsetText(SKELETON_LONGEST_FILE_) +
                                 ": the file is longer than its offsets reach");
     std::size_t room = std::max(expected + 1, kBlockBytes);
     while (isSkeleton && image.size < kTooLong) {
@@ -129,4 +123,10 @@ bool LooksLikeSkeleton(const std::string& path) {
     const std::size_t size = std::fread(magic, 1, kMagicBytes, file.get());
     if (std::ferror(file.get()) != 0) FailToRead(path, errno);
     return size == kMagicBytes && std::memcmp(magic, "SK08", kMagicBytes) == 0;
+}
+
+std::string OffsetText(std::size_t offset) {
+    char place[24];
+    std::snprintf(place, sizeof place, "0x%04lX", static_cast<unsigned long>(offset));
+    return place;
 }

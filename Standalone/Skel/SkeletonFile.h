@@ -31,6 +31,8 @@ class SkeletonFile {
     const skeleton_header& Header() const {
         return *reinterpret_cast<const skeleton_header*>(image.lines.data());
     }
+    /// In this machine's byte order.
+    std::span<const char> Bytes() const { return {image.lines.front().bytes, image.size}; }
     bool IsBigEndian() const { return isBigEndian; }
     std::size_t Size() const { return image.size; }
 
@@ -57,3 +59,6 @@ class SkeletonFile {
 /// True for a file that starts like a skeleton file, sound or not. What cannot be read throws a
 /// SkeletonFileFault.
 bool LooksLikeSkeleton(const std::string& path);
+
+/// "0x01A4": a place in a file.
+std::string OffsetText(std::size_t offset);

@@ -111,6 +111,20 @@ TEST_F(SkelHeader, OfSeveralRootsTheFirstIsTakenUnlessAllAreWanted) {
               std::string::npos);
 }
 
+TEST_F(SkelHeader, OptionsThatHaveNothingToSayAreRefused) {
+    const auto expectWrong = [this](const std::vector<std::string>& arguments,
+                                    const std::string& words) {
+        const ProgramResult run = Header(arguments);
+        EXPECT_EQ(run.status, 2);
+        EXPECT_EQ(run.output, "");
+        EXPECT_EQ(run.errors, "skel: " + words + "\nRun skel --help for more information.\n");
+    };
+    expectWrong({"hero.bin", "--multi-root"},
+                "--multi-root: hero.bin is a skeleton file: its roots are settled");
+    expectWrong({"hero.qeli", "--names", "hero.qeli"},
+                "--names: hero.qeli is a scene: it has its own names");
+}
+
 TEST_F(SkelHeader, AScenesFaultsAreToldAsWhenBaking) {
     folder.WriteFile("bad.qeli", Document(R"(<scene><joint name="a"><node name="n"><joint name="b"/>
         </node></joint></scene>)"));

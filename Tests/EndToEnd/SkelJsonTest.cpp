@@ -139,6 +139,27 @@ TEST_F(SkelJson, EveryDiffHasTheFormOfItsSchema) {
     EXPECT_FALSE(other["procedural"].empty());
 }
 
+TEST_F(SkelJson, ADiffTellsOrderAndWhereBytesBeginToDiffer) {
+    std::ifstream in(Seed("parts-little"), std::ios::binary);
+    std::string bytes{std::istreambuf_iterator<char>(in), {}};
+    const std::size_t belt = 0x670;  // three targets of one constraint
+    bytes[belt] = 3;
+    bytes[belt + 16] = 1;
+    folder.WriteFile("grouped", bytes);
+    const Json json = Print(
+        {"diff", "--json", Seed("parts-big"), "grouped", "--names", Scene("skeleton-parts.qeli")},
+        "skel-diff.schema.json", 1);
+    EXPECT_EQ(json["same"], false);
+    EXPECT_EQ(json["procedural"], Json::array());
+    EXPECT_EQ(json["order"], Json::parse(R"([{"what": "orientation of Belt by Arm",
+        "before": "item 2, constraint 0, target 1", "after": "item 2, constraint 1, target 0"}])"));
+    EXPECT_EQ(json["otherBytesAt"], belt);
+    const Json same = Print({"diff", "--json", Seed("parts-big"), Seed("parts-little")},
+                            "skel-diff.schema.json", 0);
+    EXPECT_EQ(same["order"], Json::array());
+    EXPECT_EQ(same["otherBytesAt"], nullptr);
+}
+
 TEST_F(SkelJson, ADiffShowsNumbersThatMeanTheSamePose) {
     std::ifstream in(Seed("roots"), std::ios::binary);
     std::string bytes{std::istreambuf_iterator<char>(in), {}};

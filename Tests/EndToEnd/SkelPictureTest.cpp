@@ -112,6 +112,12 @@ TEST_F(SkelPicture, OtherEndingsAndTheFileItselfAreRefused) {
     EXPECT_EQ(folder.ReadFile("own.svg"), folder.ReadFile(Seed("biped")));
 }
 
+TEST_F(SkelPicture, TheEndingMayBeInCapitals) {
+    EXPECT_EQ(Draw(Seed("biped"), "a.SVG"), Draw(Seed("biped"), "a.svg"));
+    EXPECT_EQ(Draw(Seed("biped"), "a.HTML"), Draw(Seed("biped"), "a.html"));
+    EXPECT_EQ(Draw(Seed("biped"), "a.Htm"), Draw(Seed("biped"), "a.html"));
+}
+
 TEST_F(SkelPicture, AMissingFolderIsNotMade) {
     const ProgramResult run = folder.Run("skel", {"picture", Seed("biped"), "new/a.svg"});
     EXPECT_EQ(run.status, 1);
