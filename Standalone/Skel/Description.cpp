@@ -67,7 +67,7 @@ std::vector<ExternalChannel> ExternalsOf(const skeleton_external_channel* table,
         ExternalChannel& channel = channels.emplace_back();
         channel.hash = table[i].channel_hash;
         channel.kind = table[i].kind;
-        channel.name = names.FindChannel(channel.hash);
+        channel.name = names.FindChannel(channel.hash, channel.kind == SKELETON_EXTERNAL_MATERIAL);
         channel.label = channel.name.value_or(HashText(channel.hash));
     }
     return channels;

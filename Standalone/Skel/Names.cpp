@@ -4,6 +4,7 @@
 #include "LoadDocument.h"
 
 #include <VokLib/Objects/Animation/VokAnimChannel.h>
+#include <VokLib/Objects/Animation/VokBlend.h>
 #include <VokLib/Objects/Nodes/VokJoint.h>
 #include <VokLib/Tree/VokItHierarchy.h>
 #include <VokLib/Tree/VokWorld.h>
@@ -28,6 +29,8 @@ void Names::Add(const std::string& scenePath) {
             if (!channel.IsDrivenKey()) continue;
             AddChannel(channel.GetChannel());
             AddChannel(channel.attributes.GetString("inputChannel"));
+        } else if (object.IsExactly(VokBlend::TypeId())) {
+            AddChannel(static_cast<const VokBlend&>(object).channel);
         }
     }
 }
@@ -37,12 +40,17 @@ std::optional<std::string> Names::Find(const Table& table, std::uint32_t hash) {
     return found == table.end() ? std::nullopt : std::optional(found->second);
 }
 
-/// The scene alone does not say whether a channel is a material's, which keeps its letter case and
-/// loses its component: both hashes lead to the name.
+/// Of the two kinds of output of one hash a file holds the first; the other one's name is better
+/// than none.
+std::optional<std::string> Names::FindChannel(std::uint32_t hash, bool isMaterial) const {
+    const std::optional<std::string> name = Find(isMaterial ? materialChannels : channels, hash);
+    return name ? name : Find(isMaterial ? channels : materialChannels, hash);
+}
+
+/// What the scene is baked into says whether a channel is a material's, the scene alone does not.
 void Names::AddChannel(const std::string& name) {
     channels.try_emplace(skeleton_hash_lower(name.data(), name.size()), ReadableText(name));
-    channels.try_emplace(skeleton_hash_exact(name.data(), name.size()), ReadableText(name));
-    if (name.size() < 2 || name.back() < '0' || name.back() > '3') return;
-    const std::string bare = name.substr(0, name.size() - 1);
-    channels.try_emplace(skeleton_hash_exact(bare.data(), bare.size()), ReadableText(bare));
+    const bool hasComponent = name.size() > 1 && name.back() >= '0' && name.back() <= '3';
+    const std::string bare = name.substr(0, name.size() - (hasComponent ? 1 : 0));
+    materialChannels.try_emplace(skeleton_hash_exact(bare.data(), bare.size()), ReadableText(bare));
 }

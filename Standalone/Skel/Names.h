@@ -18,9 +18,8 @@ class Names {
     static Names Load(const std::vector<std::string>& scenePaths);
 
     std::optional<std::string> FindJoint(std::uint32_t hash) const { return Find(joints, hash); }
-    std::optional<std::string> FindChannel(std::uint32_t hash) const {
-        return Find(channels, hash);
-    }
+    /// A material's channel is hashed in the letter case in which it is written.
+    std::optional<std::string> FindChannel(std::uint32_t hash, bool isMaterial) const;
 
   private:
     using Table = std::unordered_map<std::uint32_t, std::string>;
@@ -29,5 +28,6 @@ class Names {
     void AddChannel(const std::string& name);
 
     Table joints;
-    Table channels;
+    Table channels;          // by the hash of what is in lower case
+    Table materialChannels;  // by that of the name as it stands, without a component
 };

@@ -228,6 +228,42 @@ TEST_F(SkelRun, DumpShowsDrivenKeysAndConstraints) {
     EXPECT_EQ(text.find(" 0x0x"), std::string::npos);
 }
 
+TEST_F(SkelRun, ChannelsOfMaterialsAreNamedInTheirLetterCase) {
+    const auto driven = [](const char* material, const std::string& channel) {
+        return std::string("<anim name=\"k\" target=\"|") + material +
+               "\"><animChannel name=\"k\" channel=\"" + channel +
+               "\" inputObject=\"||hips\" inputChannel=\"rotateX\"><animData "
+               "interp=\"QELCurve\" numKeys=\"2\" keyStride=\"4\"><keyValues>0 1 0 0 0 0 0 0"
+               "</keyValues><keyTimes>0 1</keyTimes></animData></animChannel></anim>";
+    };
+    folder.WriteFile("mixed.qeli",
+                     Document("<scene><joint name=\"hips\"/></scene><material name=\"m\" url=\"\"/>"
+                              "<material name=\"n\" url=\"\"/><material name=\"o\" url=\"\"/>"
+                              "<blendshapeController name=\"face\"/>" +
+                              driven("m", "MiXed") + driven("n", "mixed") + driven("o", "MIXED1") +
+                              driven("face", "Smile3")));
+    ASSERT_EQ(folder.Rigbake({"-in", "mixed.qeli", "-out", "mixed"}).status, 0);
+    const std::string text = Run({"dump", "mixed", "--names", "mixed.qeli"}).output;
+    for (const char* line :
+         {"\n    MiXed[0] from hips.rotateX,", "\n    mixed[0] from hips.rotateX,",
+          "\n    MIXED[1] from hips.rotateX,", "\n    Smile3 from hips.rotateX,"})
+        EXPECT_NE(text.find(line), std::string::npos) << line << text;
+}
+
+TEST_F(SkelRun, ChannelsThatABlendWritesHaveNames) {
+    folder.WriteFile(
+        "blend.qeli",
+        Document("<scene><joint name=\"hips\"/></scene><blendshapeController name=\"face\"/>"
+                 "<blend name=\"sum\" target=\"|face\" channel=\"Smile\"/>"
+                 "<anim name=\"k\" target=\"|sum\"><animChannel name=\"k\" channel=\"input0\" "
+                 "inputObject=\"||hips\" inputChannel=\"rotateX\"><animData interp=\"QELCurve\" "
+                 "numKeys=\"2\" keyStride=\"4\"><keyValues>0 1 0 0 0 0 0 0</keyValues><keyTimes>0 1"
+                 "</keyTimes></animData></animChannel></anim>"));
+    ASSERT_EQ(folder.Rigbake({"-in", "blend.qeli", "-out", "blend"}).status, 0);
+    const std::string text = Run({"dump", "blend", "--names", "blend.qeli"}).output;
+    EXPECT_NE(text.find("\n    Smile from hips.rotateX,"), std::string::npos) << text;
+}
+
 TEST_F(SkelRun, WithoutAFittingSceneHashesStandForNames) {
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{"dump", "parts-little"},
