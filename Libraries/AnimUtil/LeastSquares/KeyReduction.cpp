@@ -1,5 +1,7 @@
 #include "LeastSquares/KeyReduction.h"
 
+#include "LeastSquares/HermiteBasis.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -118,11 +120,12 @@ bool KeyReduction::IsWithinTolerance(const Span& span) const {
 
 bool KeyReduction::IsSegmentWithinTolerance(int a, int b) const {
     const CurveSegment segment = keys.SegmentBetween(a, b);
+    const HermiteBasis basis(segment.startTime, segment.endTime);
     const int last = keys.At(b).sample;
     for (int i = keys.At(a).sample; i <= last; ++i) {
         const CurveSample& sample = (*keys.samples)[static_cast<std::size_t>(i)];
         if (sample.soft) continue;
-        const Components value = segment.Evaluate(sample.time);
+        const Components value = Combine(segment, basis.ValueWeights(sample.time));
         const Components& wanted = i == last ? sample.positionBefore : sample.positionAfter;
         float sum = 0;
         for (std::size_t c = 0; c < static_cast<std::size_t>(settings.componentCount); ++c) {

@@ -1,10 +1,8 @@
 #pragma once
 
 #include "LeastSquares/CurveKey.h"
-#include "LeastSquares/DenseMatrix.h"
-#include "LeastSquares/FixedPool.h"
+#include "LeastSquares/NormalEquations.h"
 
-#include <array>
 #include <vector>
 
 namespace Qel::LeastSquares {
@@ -29,49 +27,26 @@ class SpanSolver {
     void Solve(int left, int right);
 
   private:
-    static constexpr int kMaxVariables = 36;
-
-    /// One coefficient of a variable, in the list of its rows.
-    struct Entry {
-        int row;
-        float coefficient;
-        Entry* next;
-    };
-    struct Variable {
-        Entry* first = nullptr;
-        Entry* last = nullptr;
-    };
     /// The samples of one segment that give rows of one kind.
     struct SampleRange {
         int first = 0;
         int count = 0;  // of samples
     };
 
-    void NumberVariables(int left, int right);
-    void BuildRows(int left, int right, int component);
+    int NumberVariables(int left, int right);
+    void AddRows(int left, int right);
     /// The samples from key to key, without those of fixed keys, and without the last one where the
     /// next segment shares it: a sample counts once.
     SampleRange RangeBetween(int a, int b, bool sharesLast) const;
-    void AddPositionRows(int a, int b, int component);
-    void AddTangentRows(int a, int b, int component);
+    void AddPositionRows(int a, int b, SegmentRows& rows) const;
+    void AddTangentRows(int a, int b, SegmentRows& rows) const;
     template <class Visit>
     void ForChosenSamples(const SampleRange& range, Visit visit) const;
-    void AddRow(int a, int b, const HermiteWeights& weights, float target, float rowWeight,
-                int component);
-    void AddEntry(int variable, float coefficient, float target);
-    void FormNormalMatrix();
-    void SolveNormalEquations();
     void StoreSolution(int left, int right, int component);
-    void FreeEntries();
 
     KeyList& keys;
     SolverSettings settings;
-    FixedPool entryPool;
-    int variableCount = 0;
-    int nextRow = 0;
-    std::array<Variable, kMaxVariables> variables{};
-    std::vector<double> rightHandSide;
-    std::vector<double> normalMatrix;
+    NormalEquations equations;
     std::vector<double> orthogonalMatrix;
     std::vector<double> upperMatrix;
     std::vector<double> rotatedSide;
