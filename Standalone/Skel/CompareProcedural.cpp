@@ -75,6 +75,14 @@ Relation RelationOf(const EvaluationStep& first, const EvaluationStep& second) {
     return first.group == second.group ? Relation::OneGroup : Relation::OneItem;
 }
 
+/// In both the one stands right behind the other, in one constraint or output: they go together.
+bool IsBehind(const StepLists& lists, std::size_t number, std::size_t next) {
+    const StepLists::Pair &a = lists.common[number], &b = lists.common[next];
+    return b.before == a.before + 1 && b.after == a.after + 1 &&
+           RelationOf(lists.before[a.before], lists.before[b.before]) == Relation::OneGroup &&
+           RelationOf(lists.after[a.after], lists.after[b.after]) == Relation::OneGroup;
+}
+
 /// Steps that both have are in the same order, constraint by constraint and item by item. Numbers
 /// of items and places say nothing alone: one that came or went moves those of all behind it.
 std::vector<Fact> CompareOrder(const StepLists& lists) {
@@ -99,7 +107,8 @@ std::vector<Fact> CompareOrder(const StepLists& lists) {
     std::vector<Fact> facts;
     for (std::size_t number = 0; number < lists.common.size(); ++number) {
         const auto [i, k] = lists.common[number];
-        if (isTold[number])
+        if (isTold[number] &&
+            !(number > 0 && isTold[number - 1] && IsBehind(lists, number - 1, number)))
             facts.push_back(
                 {lists.after[k].what, lists.before[i].placeText, lists.after[k].placeText});
     }

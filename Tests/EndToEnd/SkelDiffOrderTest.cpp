@@ -125,6 +125,16 @@ TEST_F(SkelDiffOrder, ConstraintsInAnotherOrderAreTold) {
               "      item 0, constraint 1, target 0\n");
 }
 
+TEST_F(SkelDiffOrder, AConstraintThatMovesAsAWholeIsToldOnce) {
+    const std::string both = Orientation("a", {"t", "u"});
+    const std::string other = Orientation("b", {"t", "u", "t"});
+    EXPECT_EQ(Differences(both + other, other + both),
+              "order of evaluation 1\n"
+              "  ! orientation of a by t:\n"
+              "      item 0, constraint 0, target 0\n"
+              "      item 0, constraint 1, target 0\n");
+}
+
 TEST_F(SkelDiffOrder, CurvesOfOneChannelInAnotherOrderAreTold) {
     EXPECT_EQ(Differences(Driven("a", "t") + Driven("a", "u"), Driven("a", "u") + Driven("a", "t")),
               "order of evaluation 1\n"
