@@ -119,7 +119,7 @@ std::vector<Fact> CompareOrder(const StepLists& lists) {
 void CompareExternals(const std::string& title, const std::vector<ExternalChannel>& before,
                       const std::vector<ExternalChannel>& after, std::vector<Fact>& facts) {
     const auto kindOf = [](const ExternalChannel& channel) {
-        return "kind " + std::to_string(channel.kind);
+        return std::string(ExternalKindText(channel.kind));
     };
     auto a = before.begin(), b = after.begin();
     while (a != before.end() || b != after.end()) {

@@ -241,6 +241,11 @@ const char* KindText(ConstraintKind kind) {
     return kTexts[static_cast<std::size_t>(kind)];
 }
 
+const char* ExternalKindText(std::uint32_t kind) {
+    static constexpr const char* kTexts[] = {"other", "blend shape controller", "material"};
+    return kTexts[kind];
+}
+
 const char* RotationOrderText(std::uint32_t order) {
     static constexpr const char* kTexts[] = {"xyz", "yzx", "zxy", "xzy", "yxz", "zyx"};
     return kTexts[order];

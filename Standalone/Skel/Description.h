@@ -126,6 +126,8 @@ std::string HashText(std::uint32_t hash);
 const std::string& LabelOf(const Skeleton& skeleton, int joint);
 /// "aim"
 const char* KindText(ConstraintKind kind);
+/// "blend shape controller"
+const char* ExternalKindText(std::uint32_t kind);
 /// "zyx"
 const char* RotationOrderText(std::uint32_t order);
 

@@ -40,12 +40,11 @@ void PrintLods(const Skeleton& skeleton, std::ostream& out) {
 
 void PrintExternals(const char* title, const std::vector<ExternalChannel>& channels,
                     std::ostream& out) {
-    static constexpr const char* kKinds[] = {"other", "blend shape controller", "material"};
     if (channels.empty()) return;
     out << '\n' << title << ' ' << channels.size() << '\n';
     for (std::size_t i = 0; i < channels.size(); ++i)
         out << "  " << i << ' ' << channels[i].label << ": hash " << HashText(channels[i].hash)
-            << ", " << kKinds[channels[i].kind] << '\n';
+            << ", " << ExternalKindText(channels[i].kind) << '\n';
 }
 
 void Print(const Skeleton& skeleton, const DrivenKeys& keys, std::ostream& out) {

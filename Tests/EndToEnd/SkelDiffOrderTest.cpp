@@ -12,7 +12,7 @@ constexpr const char* kSample = RIGBAKE_SOURCE_ROOT "/Fuzz/Seeds/Skeleton/parts-
 constexpr const char* kSampleNames = RIGBAKE_SOURCE_ROOT "/Tests/Documents/skeleton-parts.qeli";
 
 constexpr const char* kJoints = R"(<scene><joint name="root"><joint name="a"/><joint name="b"/>
-    <joint name="t"/><joint name="u"/></joint></scene>)";
+    <joint name="t"/><joint name="u"/><joint name="v"/></joint></scene>)";
 
 std::string Orientation(const std::string& joint, const std::vector<std::string>& targets) {
     std::string text = "<orientationConstraint name=\"c\" constrain=\"||root|" + joint + "\">";
@@ -152,12 +152,26 @@ TEST_F(SkelDiffOrder, DrivenChannelsInAnotherOrderAreTold) {
 }
 
 TEST_F(SkelDiffOrder, AConstraintThatComesToStandInALaterItemIsTold) {
-    EXPECT_EQ(Differences(Orientation("a", {"t"}) + Orientation("b", {"t"}),
-                          Orientation("a", {"t"}) + Orientation("b", {"t", "a"})),
+    const std::string first = Orientation("u", {"t"}) + Orientation("a", {"t"});
+    EXPECT_EQ(Differences(first + Orientation("b", {"t"}), first + Orientation("b", {"t", "a"})),
               "procedural 1\n"
               "  + orientation of b by a: item 1, weight 1\n"
               "order of evaluation 1\n"
               "  ! orientation of b by t:\n"
+              "      item 0, constraint 2, target 0\n"
+              "      item 1, constraint 0, target 0\n");
+}
+
+TEST_F(SkelDiffOrder, AConstraintThatCameToTheOneBehindItIsTheOneThatMoved) {
+    const std::string first = Orientation("u", {"t"});
+    const std::string last = Orientation("b", {"u"});
+    EXPECT_EQ(Differences(first + Orientation("a", {"t"}) + Orientation("v", {"u"}) + last,
+                          first + Orientation("a", {"t", "u"}) + last),
+              "procedural 2\n"
+              "  + orientation of a by u: item 1, weight 1\n"
+              "  - orientation of v by u: item 1, weight 1\n"
+              "order of evaluation 1\n"
+              "  ! orientation of a by t:\n"
               "      item 0, constraint 1, target 0\n"
               "      item 1, constraint 0, target 0\n");
 }
@@ -195,6 +209,33 @@ TEST_F(SkelDiffOrder, AnotherObjectUpIsToldWhateverItIsCalled) {
     const std::string told = Diff("a", "b", "names.qeli");
     EXPECT_EQ(told.find("procedural 1\n  ! aim of 0x"), 0u) << told;
     EXPECT_EQ(told.find("other bytes"), std::string::npos) << told;
+}
+
+TEST_F(SkelDiffOrder, ExternalChannelsOfAnotherKindAreTold) {
+    EXPECT_EQ(DifferencesOfSample([](SkeletonSample& sample) {
+                  auto* const outputs = Free(skeleton_external_outputs(sample.Procedural()));
+                  std::swap(outputs[0].kind, outputs[1].kind);
+              }),
+              "procedural 2\n"
+              "  ! external output Smile:\n      blend shape controller\n      material\n"
+              "  ! external output Wet:\n      material\n      blend shape controller\n");
+}
+
+TEST_F(SkelDiffOrder, ObjectsOfDrivenKeysInAnotherOrderAreTold) {
+    EXPECT_EQ(DifferencesOfSample([](SkeletonSample& sample) {
+                  // The second and third object and what reads them.
+                  const skeleton_driven_keys& keys = sample.Keys(1);
+                  auto* const objects = Free(
+                      static_cast<const skeleton_driven_object*>(skeleton_follow(&keys.objects)));
+                  std::swap(objects[1], objects[2]);
+                  const skeleton_driven_output* output = skeleton_driven_output_at(&keys, 0);
+                  for (const std::uint32_t curve : {0u, 1u})
+                      Free(skeleton_driven_curve_at(output, curve))->input_index = 2 - curve;
+              }),
+              "order of evaluation 1\n"
+              "  ! rotation of Hand in driven keys:\n"
+              "      item 1, object 1\n"
+              "      item 1, object 2\n");
 }
 
 TEST_F(SkelDiffOrder, BytesThatNoComparisonShowsAreNoEquality) {
