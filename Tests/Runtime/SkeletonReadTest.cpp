@@ -175,6 +175,9 @@ TEST_F(SkeletonRead, SlotsLeadToJoints) {
     EXPECT_EQ(skeleton_slot_joint(&constraints, aim->common.target), Joint("hand"));
     EXPECT_EQ(skeleton_slot_joint(&constraints, aim->up_object), Joint("spine"));
     EXPECT_EQ(skeleton_slot_joint(&constraints, SKELETON_NO_JOINT), SKELETON_NO_JOINT);
+    const std::uint32_t slots = constraints.constrained_count + constraints.target_count;
+    EXPECT_NE(skeleton_slot_joint(&constraints, slots - 1), SKELETON_NO_JOINT);
+    EXPECT_EQ(skeleton_slot_joint(&constraints, slots), SKELETON_NO_JOINT);
     EXPECT_EQ(skeleton_translations(&constraints)->offset[1], 0.1f);
     EXPECT_EQ(skeleton_scales(&constraints)->offset[0], 1.0f);
     EXPECT_EQ(skeleton_orientations(&constraints)[2].weight, 0.25f);

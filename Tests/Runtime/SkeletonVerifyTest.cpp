@@ -2,7 +2,57 @@
 
 #include <memory>
 
+namespace {
+
 using SkeletonVerify = DamagedSkeleton;
+
+std::uint32_t Rotate(std::uint32_t value, unsigned bits) {
+    return value << bits | value >> (32 - bits);
+}
+
+std::uint32_t Widened(std::uint16_t link) {
+    return static_cast<std::uint32_t>(std::int32_t{static_cast<std::int16_t>(link)});
+}
+
+/// The signature behind one more joint.
+std::uint32_t Mix(std::uint32_t signature, std::uint32_t hash, const skeleton_joint& joint) {
+    const std::uint32_t x = signature ^ hash;
+    const std::uint32_t a = Rotate(((Widened(joint.parent) + 923) * (x >> 2)) ^ x, 12);
+    const std::uint32_t b = Rotate(((Widened(joint.next_sibling) + 121) * (a >> 3)) ^ a, 7);
+    return Rotate(((Widened(joint.first_child) + 357) * (b >> 1)) ^ b, 21);
+}
+
+template <class Entry>
+skeleton_offset Append(std::string& bytes, std::size_t field, const std::vector<Entry>& table) {
+    bytes.resize((bytes.size() + 15) / 16 * 16);
+    const auto offset = static_cast<skeleton_offset>(bytes.size() - field);
+    bytes.append(reinterpret_cast<const char*>(table.data()), table.size() * sizeof(Entry));
+    return offset;
+}
+
+/// A file of joints each of which is the only child of the one in front of it, and whose hashes are
+/// in the opposite order.
+std::string ChainOfJoints(std::uint16_t count) {
+    std::vector<skeleton_joint> joints;
+    std::vector<skeleton_hash> hashes;
+    skeleton_header header = {{'S', 'K', '0', '8'}, 0, 0, count, 0, 0, 0, 0, 0, 0, {0, 0, 0}};
+    for (std::uint16_t i = 0; i < count; ++i) {
+        const bool isLast = i + 1 == count;
+        joints.push_back({0, static_cast<std::uint16_t>(i - 1), 0xFFFF,
+                          static_cast<std::uint16_t>(isLast ? 0xFFFF : i + 1)});
+        hashes.push_back({i + 1u, count - 1 - i});
+        header.signature = Mix(header.signature, static_cast<std::uint32_t>(count - i), joints[i]);
+    }
+    std::string bytes(sizeof header, '\0');
+    header.joints = Append(bytes, offsetof(skeleton_header, joints), joints);
+    header.transforms = Append(bytes, offsetof(skeleton_header, transforms),
+                               std::vector<skeleton_transform>(count));
+    header.hashes = Append(bytes, offsetof(skeleton_header, hashes), hashes);
+    std::memcpy(bytes.data(), &header, sizeof header);
+    return bytes;
+}
+
+}  // namespace
 
 TEST_F(SkeletonVerify, SoundFilesOfEitherByteOrderHaveNoFaults) {
     for (const char* name : {"parts-little", "parts-big", "roots", "biped"}) {
@@ -103,6 +153,13 @@ TEST_F(SkeletonVerify, FaultsOfTransformsAreNamed) {
     ExpectFault(Transforms()[1].scale[3], 1, "transforms[1].scale[3] is not 0");
 }
 
+TEST_F(SkeletonVerify, InfiniteNumbersAreNumbers) {
+    const float infinite = std::numeric_limits<float>::infinity();
+    Transforms()[2].translation[0] = infinite;
+    Transforms()[3].scale[1] = -infinite;
+    EXPECT_TRUE(skeleton_verify(sample.Data(), sample.Size(), nullptr));
+}
+
 TEST_F(SkeletonVerify, FaultsOfHashesAreNamed) {
     const auto hash = [](std::uint32_t value) {
         char text[16];
@@ -129,6 +186,14 @@ TEST_F(SkeletonVerify, FaultsOfHashesAreNamed) {
         << "with a filler the signature cannot be made again";
 }
 
+TEST(SkeletonSignature, TakesLinksAsSignedNumbersOf16Bits) {
+    // There are links to both sides of the 32768th joint.
+    SkeletonSample chain(ChainOfJoints(0x8003));
+    EXPECT_TRUE(skeleton_verify(chain.Data(), chain.Size(), nullptr));
+    const_cast<skeleton_header*>(chain.Header())->signature ^= 1;
+    EXPECT_FALSE(skeleton_verify(chain.Data(), chain.Size(), nullptr));
+}
+
 TEST_F(SkeletonVerify, FaultsOfLevelsOfDetailAreNamed) {
     ExpectFault(Table<skeleton_lods>(Header().lods)->count, 0, "lods.count is 0");
     ExpectFault(*Table<std::uint32_t>(Header().lods), 1000000,
@@ -153,6 +218,8 @@ TEST_F(SkeletonVerify, FaultsOfTheListOfItemsAreNamed) {
     ExpectFault(Procedural().magic[0], 'Z', "magic is 0x5A4A3031, not \"PJ01\"");
     ExpectFault(Procedural().item_count, 0, "item_count is 0");
     ExpectFault(Procedural().items_end, 8, "items_end leads to 0x034C, where no items can end");
+    ExpectFault(Procedural().items_end, Procedural().items_end + 4,
+                "items_end leads to 0x0824, where no items can end");
     ExpectFault(kinds[1], 2, "item_kinds[1] is 2, not 0 or 1");
     ExpectFault(items[0], items[0] + 16, "items[0] leads to 0x03A0, where no item begins");
     ExpectFault(items[2], items[2] + 4, "items[2] leads to 0x0624, where no item begins");
@@ -241,6 +308,7 @@ TEST_F(SkeletonVerify, FaultsOfConstraintsAreNamed) {
     ExpectFault(belt[1].constrained, 1,
                 "items[2].orientations[1].constrained is 1, another one within one constraint");
     ExpectFault(belt[1].target, 0, "items[2].orientations[1].target is 0, not from 5 to below 9");
+    ExpectFault(belt[1].target, 4, "items[2].orientations[1].target is 4, not from 5 to below 9");
     ExpectFault(belt[1].target, 9, "items[2].orientations[1].target is 9, not from 5 to below 9");
     ExpectFault(belt[1].weight, kNotANumber, "items[2].orientations[1].weight is not a number");
     ExpectFault(eye.common.constrained, 5, "items[2].aims[0].constrained is 5, not below 5");
