@@ -288,6 +288,19 @@ TEST_F(SkeletonVerify, FaultsOfDrivenCurvesAreNamed) {
         0u);
 }
 
+TEST_F(SkeletonVerify, AnExternalChannelHasComponentsOnlyWhereItIsWritten) {
+    const skeleton_driven_output* const outputs = skeleton_driven_output_at(&sample.Keys(0), 0);
+    auto& curve = Free(*skeleton_driven_curve_at(outputs, 0));
+    auto& target = Free(*skeleton_driven_target_of(outputs + 1));
+    ExpectFault(curve.input_component, 1,
+                "items[0].outputs[0].curves[0].input_component is 1, above 0");
+    ExpectFault(curve.input_index, 2,
+                "items[0].outputs[0].curves[0].input_index is 2, not below 2");
+    ExpectFault(target.component, 4, "items[0].outputs[1].targets[0].component is 4, above 3");
+    target.component = 3;
+    EXPECT_TRUE(skeleton_verify(sample.Data(), sample.Size(), nullptr));
+}
+
 TEST_F(SkeletonVerify, FaultsOfConstraintsAreNamed) {
     auto* const slots = Table<std::uint16_t>(Constraints().joints);
     auto* const belt = Table<skeleton_constraint>(Constraints().orientations);
