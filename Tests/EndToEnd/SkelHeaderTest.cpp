@@ -78,6 +78,13 @@ TEST_F(SkelHeader, AJointWithoutARecordHasNoHashFromTheSceneEither) {
     EXPECT_EQ(run.output, Header({"plain.bin", "--names", "plain.qeli"}).output);
 }
 
+TEST_F(SkelHeader, AJointWhoseHashIs0HasANameInItsSceneAndNoHash) {
+    folder.WriteFile("nought.qeli", Document("<scene><joint name=\"egtcgv3\"/></scene>"));
+    const std::string text = Header({"nought.qeli"}).output;
+    EXPECT_NE(text.find("SKELETON_INDEX_EGTCGV3 0\n"), std::string::npos) << text;
+    EXPECT_EQ(text.find("SKELETON_HASH_"), std::string::npos) << text;
+}
+
 TEST_F(SkelHeader, FromASceneAndFromItsFileIsTheSame) {
     const ProgramResult fromScene = Header({"hero.qeli", "--prefix", "HERO"});
     EXPECT_EQ(fromScene.status, 0);

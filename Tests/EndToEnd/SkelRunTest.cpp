@@ -241,13 +241,15 @@ TEST_F(SkelRun, ChannelsOfMaterialsAreNamedInTheirLetterCase) {
                               "<material name=\"n\" url=\"\"/><material name=\"o\" url=\"\"/>"
                               "<blendshapeController name=\"face\"/>" +
                               driven("m", "MiXed") + driven("n", "mixed") + driven("o", "MIXED1") +
-                              driven("n", "Mood3") + driven("o", "2") + driven("face", "Smile3")));
+                              driven("n", "Mood3") + driven("m", "w1") + driven("o", "2") +
+                              driven("face", "Smile3")));
     ASSERT_EQ(folder.Rigbake({"-in", "mixed.qeli", "-out", "mixed"}).status, 0);
     const std::string text = Run({"dump", "mixed", "--names", "mixed.qeli"}).output;
     for (const char* line :
          {"\n    MiXed[0] from hips.rotateX,", "\n    mixed[0] from hips.rotateX,",
           "\n    MIXED[1] from hips.rotateX,", "\n    Mood[3] from hips.rotateX,",
-          "\n    2[0] from hips.rotateX,", "\n    Smile3 from hips.rotateX,"})
+          "\n    2[0] from hips.rotateX,", "\n    w[1] from hips.rotateX,",
+          "\n    Smile3 from hips.rotateX,"})
         EXPECT_NE(text.find(line), std::string::npos) << line << text;
 }
 
