@@ -6,8 +6,10 @@
 #include "HandleIo_win32.h"
 #include "LinkTarget_win32.h"
 #include "OwnedHandle_win32.h"
+#include "WideText_win32.h"
 
 #include <cerrno>
+#include <charconv>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -16,10 +18,37 @@ namespace Platform {
 
 namespace {
 
-constexpr int kMostAttempts = 10000;
+constexpr unsigned int kMostAttempts = 1000;
+/// The characters of the longest name that this system's calls take.
+constexpr std::size_t kLongestName = MAX_PATH - 1;
+/// What a folder in which files can be made at all leaves the name of a file.
+constexpr std::size_t kShortName = 11;
 /// Scanners and indexers open a new file for a moment; a name that they keep busy is tried again.
 constexpr int kMostMoves = 20;
 constexpr DWORD kPauseBetweenMoves = 25;
+
+/// A number in few characters.
+std::string ShortText(unsigned long number) {
+    char digits[16];
+    return {digits, std::to_chars(digits, digits + sizeof digits, number, 36).ptr};
+}
+
+/// A name in the folder for a file that is not finished; a short one where the usual one would be
+/// longer than the system takes.
+std::string FreshName(const std::string& folder, std::size_t folderLength, unsigned int attempt) {
+    const std::string name =
+        ".unfinished-" + std::to_string(GetCurrentProcessId()) + "-" + std::to_string(attempt);
+    if (folderLength + name.size() <= kLongestName) return folder + name;
+    return folder + ".~" + ShortText(GetCurrentProcessId()) + ShortText(attempt);
+}
+
+/// How many of the system's characters the full name of a folder, or of the working directory, has
+/// with the separator at its end.
+std::size_t FullLength(const std::string& folder) {
+    const DWORD size =
+        GetFullPathNameW(WideText(folder.empty() ? "./" : folder).c_str(), 0, nullptr, nullptr);
+    return size > 0 ? size - 1 : 0;
+}
 
 std::string FolderPart(const std::string& path) {
     return path.substr(0, path.find_last_of("/\\:") + 1);
@@ -53,9 +82,10 @@ struct UnfinishedFile::File {
 };
 
 int UnfinishedFile::File::CreateIn(const std::string& folder) {
-    const std::string start = folder + ".unfinished-" + std::to_string(GetCurrentProcessId()) + "-";
-    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-        named.emplace(start + std::to_string(attempt));
+    const std::size_t folderLength = FullLength(folder);
+    if (folderLength + kShortName > kLongestName) return ENAMETOOLONG;
+    for (unsigned int attempt = 0; attempt < kMostAttempts; ++attempt) {
+        named.emplace(FreshName(folder, folderLength, attempt));
         handle.Reset(CreateFileA(named->GetName().c_str(), GENERIC_READ | GENERIC_WRITE,
                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                  CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));

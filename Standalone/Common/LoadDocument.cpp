@@ -4,6 +4,7 @@
 
 #include <Platform/ErrorText.h>
 #include <Platform/Folders.h>
+#include <Platform/OpenForReading.h>
 #include <VokLib/Base/VokException.h>
 #include <VokLib/Document/VokParse.h>
 #include <VokLib/Document/VokParseFailure.h>
@@ -28,9 +29,7 @@ constexpr const char* kEntitiesAreNotRead =
 /// The system's reason why a file does not open; the reader itself tells none.
 std::string OpenFailureReason(const std::string& path) {
     if (Platform::IsFolder(path)) return ": " + Platform::ErrorText(EISDIR);
-    std::FILE* const file = std::fopen(path.c_str(), "rb");
-    if (file == nullptr) return ": " + Platform::ErrorText(errno);
-    std::fclose(file);
+    if (Platform::OpenForReading(path) == nullptr) return ": " + Platform::ErrorText(errno);
     return {};
 }
 

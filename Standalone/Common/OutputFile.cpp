@@ -5,15 +5,19 @@
 #include <Platform/ErrorText.h>
 #include <Platform/FileTests.h>
 #include <Platform/Folders.h>
+#include <Platform/OpenForReading.h>
 #include <Platform/TemporaryFile.h>
 
 #include <cerrno>
+#include <cstdio>
+#include <fstream>
 #include <iostream>
 #include <utility>
 
 namespace {
 
 constexpr const char* kStandardOutput = "-";
+constexpr std::size_t kBlockBytes = 1 << 16;
 
 std::string Reason(int error) {
     return error != 0 ? ": " + Platform::ErrorText(error) : std::string();
@@ -35,22 +39,10 @@ OutputFile::OutputFile(std::string typedPath) : path(std::move(typedPath)), isKe
     }
     const int failure = isKept ? unfinished.CreateBeside(path) : unfinished.CreateTemporary();
     if (failure != 0) FailUnfinished(failure);
-    errno = 0;
-    stream.open(unfinished.GetName(), std::ios::binary | std::ios::trunc);
-    if (!stream) FailUnfinished(errno);
 }
 
 void OutputFile::Finish() {
-    // The stream keeps no reason; where it failed long ago, the last attempt here fails alike.
-    errno = 0;
-    stream.flush();
-    if (!stream) {
-        stream.clear();
-        stream << ' ' << std::flush;
-        FailUnfinished(errno);
-    }
-    stream.close();
-    if (!stream) FailUnfinished(errno);
+    if (!stream.flush()) FailUnfinished(buffer.GetError());
 }
 
 void OutputFile::Publish() {
@@ -70,11 +62,15 @@ void OutputFile::Publish() {
 
 void OutputFile::CopyTo(std::ostream& out) {
     errno = 0;
-    std::ifstream in(unfinished.GetName(), std::ios::binary);
-    if (!in || in.peek() == std::ifstream::traits_type::eof()) FailUnfinished(errno);
-    out << in.rdbuf();
+    const Platform::OpenedFile in = Platform::OpenForReading(unfinished.GetName());
+    if (in == nullptr) FailUnfinished(errno);
+    char block[kBlockBytes];
+    std::size_t count = std::fread(block, 1, sizeof block, in.get());
+    if (count == 0) FailUnfinished(errno);
+    for (; count > 0 && out; count = std::fread(block, 1, sizeof block, in.get()))
+        out.write(block, static_cast<std::streamsize>(count));
     out.flush();
-    if (!out || in.bad()) Fail(errno);
+    if (!out || std::ferror(in.get()) != 0) Fail(errno);
 }
 
 void OutputFile::Fail(int error) const {

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "UnfinishedBuffer.h"
+
 #include <Platform/UnfinishedFile.h>
 
-#include <fstream>
-#include <iosfwd>
+#include <ostream>
 #include <string>
 
 /// A file that is written under a name of its own and takes the wanted one only when it is whole;
@@ -37,5 +38,6 @@ class OutputFile {
     std::string path;
     bool isKept;
     Platform::UnfinishedFile unfinished;
-    std::ofstream stream;
+    UnfinishedBuffer buffer{unfinished};
+    std::ostream stream{&buffer};
 };

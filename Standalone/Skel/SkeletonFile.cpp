@@ -2,6 +2,7 @@
 
 #include <Platform/ErrorText.h>
 #include <Platform/Folders.h>
+#include <Platform/OpenForReading.h>
 #include <Platform/Paths.h>
 
 #include <algorithm>
@@ -22,10 +23,7 @@ constexpr std::size_t kMostFaultsShown = 256;
 
 constexpr std::size_t kTooLong = std::size_t{SKELETON_LONGEST_FILE_} + 1;
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using File = std::unique_ptr<std::FILE, CloseFile>;
+using File = Platform::OpenedFile;
 
 [[noreturn]] void FailToRead(const std::string& path, int error) {
     throw SkeletonFileFault(path + ": error: The file cannot be read" +
@@ -35,7 +33,7 @@ using File = std::unique_ptr<std::FILE, CloseFile>;
 File Open(const std::string& path) {
     if (Platform::IsFolder(path)) FailToRead(path, EISDIR);
     errno = 0;
-    File file(std::fopen(path.c_str(), "rb"));
+    File file = Platform::OpenForReading(path);
     if (!file) FailToRead(path, errno);
     return file;
 }

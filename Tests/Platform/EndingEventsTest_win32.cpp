@@ -1,4 +1,8 @@
 #include "EndingEvents_win32.h"
+
+#include <Platform/OpenForReading.h>
+#include <Platform/UnfinishedFile.h>
+
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -6,6 +10,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
 
 namespace {
@@ -55,6 +60,11 @@ void BeTheChild(const std::string& folder) {
     const Platform::RemoveOnEvent one(folder + "/one");
     const Platform::RemoveOnEvent two(folder + "/two");
     { const Platform::RemoveOnEvent other(folder + "/other"); }
+    // One that is being written, and read back.
+    Platform::UnfinishedFile unfinished;
+    if (unfinished.CreateBeside(folder + "/stranger") != 0 || unfinished.Write("text", 4) != 0)
+        std::_Exit(static_cast<int>(kNothingSent));
+    const Platform::OpenedFile reader = Platform::OpenForReading(unfinished.GetName());
     EndByEvent(folder);
 }
 
@@ -85,7 +95,7 @@ DWORD RunChild(const std::string& folder, DWORD event) {
 TEST(EndingEventsChild, WaitsForItsEvent) {
     const char* const folder = std::getenv(kFolderVariable);
     if (folder == nullptr)
-        GTEST_SKIP() << "for the other test's child and for Tests/Windows/console_events";
+        GTEST_SKIP() << "for the other test's child and for Tests/Windows/console";
     BeTheChild(folder);
 }
 
@@ -96,12 +106,14 @@ TEST_P(EndingEvents, TheNamedFilesAreGoneWhenAnEventEndsTheProcess) {
     for (const char* name : {"one", "two", "other", "stranger"}) folder.WriteFile(name, "");
     const DWORD status = RunChild(folder.Path(), GetParam());
     if (status == kNothingSent)
-        GTEST_SKIP() << "no event can be sent here; Tests/Windows/console_events types one";
+        GTEST_SKIP() << "no event can be sent here; Tests/Windows/console types one";
     EXPECT_NE(status, kOutlived);
     EXPECT_FALSE(folder.Has("one"));
     EXPECT_FALSE(folder.Has("two"));
     EXPECT_TRUE(folder.Has("other"));
     EXPECT_TRUE(folder.Has("stranger"));
+    for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
+        EXPECT_NE(entry.path().filename().string().front(), '.') << entry.path();
 }
 
 INSTANTIATE_TEST_SUITE_P(OfTheConsole, EndingEvents,

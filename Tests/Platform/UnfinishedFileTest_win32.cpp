@@ -170,6 +170,30 @@ TEST_F(UnfinishedFile, AFileThatStaysBusyStaysAsItWas) {
     EXPECT_EQ(CountFiles(), 1);
 }
 
+TEST_F(UnfinishedFile, AFolderThatLeavesTheUsualNameNoRoomTakesAFile) {
+    // No folder's name may be longer, so that each can hold a file with a short name.
+    constexpr std::size_t kLongestFolder = 247;
+    for (std::size_t length = 230; length <= kLongestFolder; ++length) {
+        const std::string deep = folder.Path(std::string(length - folder.Path().size() - 1, 'x'));
+        ASSERT_TRUE(fs::create_directory(deep));
+        EXPECT_EQ(Replace(deep + "/out"), 0) << length;
+        EXPECT_EQ(folder.ReadFile(deep + "/out"), "new") << length;
+        EXPECT_EQ(Replace(deep + "/out"), 0) << length;
+        fs::remove(deep + "/out");
+        EXPECT_TRUE(fs::remove(deep)) << "something else was left in it";
+    }
+}
+
+TEST_F(UnfinishedFile, TwoAreUnfinishedWhereOnlyShortNamesFit) {
+    const std::string deep = folder.Path(std::string(247 - folder.Path().size() - 1, 'x'));
+    ASSERT_TRUE(fs::create_directory(deep));
+    Platform::UnfinishedFile other;
+    ASSERT_EQ(file.CreateBeside(deep + "/one"), 0);
+    ASSERT_EQ(other.CreateBeside(deep + "/two"), 0);
+    EXPECT_NE(file.GetName(), other.GetName());
+    EXPECT_LT(other.GetName().size(), std::size_t{MAX_PATH});
+}
+
 TEST_F(UnfinishedFile, WhatIsMissingGivesThePortableErrorNumber) {
     EXPECT_EQ(file.CreateBeside(folder.Path("none/out")), ENOENT);
     EXPECT_EQ(file.CreateBeside(""), ENOENT);

@@ -1,5 +1,6 @@
 #include "Document/ParseMachine.h"
 
+#include <Platform/OpenForReading.h>
 #include <VokLib/Document/VokParse.h>
 #include <VokLib/Tree/ThrowVokException.h>
 
@@ -12,17 +13,13 @@ namespace {
 
 constexpr std::size_t kBlockBytes = 0x100000;
 
-struct CloseFile {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
 }  // namespace
 
 void VokParse::ParseFile(VokWorld& world, const std::string& path) {
     machine->ForgetResults();
     CheckFactories();
     errno = 0;
-    const std::unique_ptr<std::FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
+    const Platform::OpenedFile file = Platform::OpenForReading(path);
     if (file == nullptr && errno == ENOMEM) throw std::bad_alloc();
     if (file == nullptr) ThrowVokException("File open error: \"" + path + "\"");
     // Blocks are read straight into the buffer below.
