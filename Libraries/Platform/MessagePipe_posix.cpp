@@ -1,3 +1,4 @@
+#include <Platform/ErrorText.h>
 #include <Platform/MessagePipe.h>
 
 #include "RuntimeFolder_posix.h"
@@ -131,6 +132,10 @@ void Pause(int milliseconds) {
 }  // namespace
 
 const std::uint32_t kNoReplyInTime = ETIMEDOUT;
+
+std::string PipeErrorText(std::uint32_t error) {
+    return ErrorText(static_cast<int>(error));
+}
 
 std::uint32_t MessagePipe::Open(const PipeAddress& address) {
     OwnedDescriptor folder;

@@ -42,6 +42,19 @@ DWORD Await(HANDLE pipe, OVERLAPPED& operation, int patience, DWORD& count) {
 
 const std::uint32_t kNoReplyInTime = ERROR_SEM_TIMEOUT;
 
+std::string PipeErrorText(std::uint32_t error) {
+    char text[512];
+    // English, as are the words around it, where the system has any.
+    for (const DWORD language : {MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), 0}) {
+        DWORD length = FormatMessageA(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS |
+                                          FORMAT_MESSAGE_MAX_WIDTH_MASK,
+                                      nullptr, error, language, text, sizeof text, nullptr);
+        while (length > 0 && (text[length - 1] == ' ' || text[length - 1] == '.')) --length;
+        if (length > 0) return {text, length};
+    }
+    return "Unknown error " + std::to_string(error);
+}
+
 std::uint32_t MessagePipe::Open(const PipeAddress& address) {
     const HANDLE opened =
         CreateFileA(PipePath(address).c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ,

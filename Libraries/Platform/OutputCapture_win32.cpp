@@ -41,6 +41,8 @@ namespace {
 constexpr int kStandardOutput = 1;
 constexpr unsigned int kPipeSize = 1024;
 constexpr DWORD kTerminated = 1;
+/// A thread that is ended by force may take its time over it: a driver may hold it.
+constexpr DWORD kTimeToGo = 1000;
 
 HANDLE HandleOf(int descriptor) {
     return reinterpret_cast<HANDLE>(_get_osfhandle(descriptor));
@@ -149,8 +151,9 @@ bool OutputCapture::Stop(std::chrono::milliseconds wait) {
         return true;
     }
     TerminateThread(thread, kTerminated);
-    // What it was given must stay until it has really gone.
-    WaitForSingleObject(thread, INFINITE);
+    // What it was given must stay until it has really gone, be it for good.
+    if (WaitForSingleObject(thread, kTimeToGo) != WAIT_OBJECT_0)
+        static_cast<void>(new std::shared_ptr<Copy>(stopping));
     return false;
 }
 

@@ -21,4 +21,8 @@ void PrepareStandardStreams() {
     std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
 }
 
+bool IsReaderGone(int error) {
+    return error == EPIPE;
+}
+
 }  // namespace Platform

@@ -6,8 +6,10 @@
 #include <io.h>
 #include <windows.h>
 
+#include <cerrno>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 
 namespace Platform {
 
@@ -43,6 +45,34 @@ void OpenOnNullDevice(int descriptor, std::FILE* stream, const char* mode) {
     if (_fileno(stream) != descriptor) LeadTo(descriptor, stream, mode);
 }
 
+UINT lettersBefore = 0;
+
+void RestoreLetters() {
+    SetConsoleOutputCP(lettersBefore);
+}
+
+/// An event ends the process without what std::atexit has noted.
+BOOL WINAPI RestoreLettersAtEvent(DWORD) {
+    RestoreLetters();
+    return FALSE;
+}
+
+bool IsConsole(DWORD stream) {
+    DWORD mode = 0;
+    return GetConsoleMode(GetStdHandle(stream), &mode) != 0;
+}
+
+/// Names go out as they came in; a console has letters of its own for their bytes. They are the
+/// console's, and stay with it when the process has ended, so they are put back.
+void ShareLettersWithConsole() {
+    lettersBefore = GetConsoleOutputCP();
+    if (lettersBefore == 0 || lettersBefore == GetACP()) return;
+    if (!IsConsole(STD_OUTPUT_HANDLE) && !IsConsole(STD_ERROR_HANDLE)) return;
+    if (!SetConsoleOutputCP(GetACP())) return;
+    std::atexit(RestoreLetters);
+    SetConsoleCtrlHandler(&RestoreLettersAtEvent, TRUE);
+}
+
 }  // namespace
 
 void PrepareStandardStreams() {
@@ -51,6 +81,15 @@ void PrepareStandardStreams() {
     OpenOnNullDevice(2, stderr, "w");
     // This system's library takes buffering by lines for buffering by blocks.
     std::setvbuf(stdout, nullptr, _IONBF, 0);
+    ShareLettersWithConsole();
+}
+
+// The system's library has one number for all but one of the ways in which a pipe's reader may be
+// gone, and the same for much else.
+bool IsReaderGone(int error) {
+    if (error != EINVAL) return error == EPIPE;
+    const unsigned long own = _doserrno;
+    return own == ERROR_NO_DATA || own == ERROR_PIPE_NOT_CONNECTED || own == ERROR_BROKEN_PIPE;
 }
 
 }  // namespace Platform

@@ -37,7 +37,7 @@ int EndStandardOutput(int status) {
         std::cout.clear();
         if (std::cout.flush()) std::cout.put('\n').flush();
     }
-    if (errno != EPIPE)
+    if (!Platform::IsReaderGone(errno))
         std::cerr << "standard output: error: The file cannot be written"
                   << (errno != 0 ? ": " + Platform::ErrorText(errno) : std::string()) << std::endl;
     return status != 0 ? status : kFailed;

@@ -6,7 +6,6 @@
 #include <HashClient/ProxyLog.h>
 #include <HashClient/ProxyMessage.h>
 #include <Platform/Clock.h>
-#include <Platform/ErrorText.h>
 #include <Platform/MessagePipe.h>
 #include <Platform/MessagePipeServer.h>
 #include <Platform/Paths.h>
@@ -34,7 +33,7 @@ void Report(const std::string& text) {
 }
 
 int ReportPipe(std::uint32_t error) {
-    Report("The pipe cannot be opened: " + Platform::ErrorText(static_cast<int>(error)));
+    Report("The pipe cannot be opened: " + Platform::PipeErrorText(error));
     return kFailed;
 }
 

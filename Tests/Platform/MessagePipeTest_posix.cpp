@@ -58,6 +58,10 @@ class MessagePipeTest : public testing::Test {
     int patience = 5000;
 };
 
+TEST(PipeErrorText, IsTheSystemsOwn) {
+    EXPECT_EQ(Platform::PipeErrorText(EADDRINUSE), "Address already in use");
+}
+
 TEST_F(MessagePipeTest, AMessageGoesOutAndOneComesBack) {
     const RawSocket server;
     const RawSocket other(Opened(server));

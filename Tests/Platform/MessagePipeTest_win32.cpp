@@ -70,6 +70,12 @@ class MessagePipeTest : public testing::Test {
     std::uint32_t error = 99;
 };
 
+TEST(PipeErrorText, IsTheSystemsOwn) {
+    EXPECT_EQ(Platform::PipeErrorText(ERROR_ACCESS_DENIED), "Access denied");
+    EXPECT_EQ(Platform::PipeErrorText(ERROR_PIPE_BUSY), "Pipe busy");
+    EXPECT_EQ(Platform::PipeErrorText(0x20000000), "Unknown error 536870912");
+}
+
 TEST_F(MessagePipeTest, AMessageGoesOutAndOneComesBack) {
     const RawPipe server;
     OpenWithMessages();

@@ -1,10 +1,12 @@
 #include <Platform/SharedLogFile.h>
 
+#include "Support/DebuggerLines_win32.h"
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <filesystem>
@@ -51,6 +53,15 @@ TEST(SharedLogFile, TheLockOfAProcessThatDiedIsNoHindrance) {
     const SharedLogFile log(folder.Path("log"), "RigbakeTestAbandoned");
     log.Append("mine");
     EXPECT_EQ(folder.ReadFile("log"), "mine");
+}
+
+TEST(SendToDebugger, ItsTextArrivesThere) {
+    DebuggerLines debugger;
+    Platform::SendToDebugger("one\n");
+    Platform::SendToDebugger("100%s");
+    const std::vector<std::string> lines = debugger.Stop();
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "one\n"), 1);
+    EXPECT_EQ(std::count(lines.begin(), lines.end(), "100%s"), 1);
 }
 
 TEST(SharedLogFile, AFileThatCannotBeOpenedIsPassedOver) {

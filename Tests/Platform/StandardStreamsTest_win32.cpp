@@ -2,7 +2,9 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <io.h>
+#include <windows.h>
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 
@@ -19,9 +21,36 @@ TEST(StandardStreamsDeathTest, WritingIntoABrokenPipeIsAnOrdinaryError) {
                     int ends[2];
                     if (_pipe(ends, 1024, _O_BINARY) != 0) return false;
                     _close(ends[0]);
-                    return _write(ends[1], "x", 1) == -1;
+                    return _write(ends[1], "x", 1) == -1 && Platform::IsReaderGone(errno) &&
+                           _write(77, "x", 1) == -1 && !Platform::IsReaderGone(errno);
                 }),
                 testing::ExitedWithCode(0), "");
+}
+
+TEST(StandardStreams, AReaderIsGoneInSeveralWays) {
+    for (const DWORD own : {ERROR_NO_DATA, ERROR_PIPE_NOT_CONNECTED, ERROR_BROKEN_PIPE}) {
+        _doserrno = own;
+        EXPECT_TRUE(Platform::IsReaderGone(EINVAL)) << own;
+    }
+    _doserrno = ERROR_INVALID_PARAMETER;
+    EXPECT_FALSE(Platform::IsReaderGone(EINVAL));
+    EXPECT_FALSE(Platform::IsReaderGone(ENOSPC));
+}
+
+TEST(StandardStreamsDeathTest, AConsoleTakesTheLettersOfNamesUntilTheEnd) {
+    DWORD mode = 0;
+    if (!GetConsoleMode(GetStdHandle(STD_OUTPUT_HANDLE), &mode))
+        GTEST_SKIP() << "needs a console; Tests/Windows/console runs it at one";
+    constexpr UINT kOtherLetters = 850;
+    ASSERT_TRUE(SetConsoleOutputCP(kOtherLetters));
+    // The process that is to die has this console for its standard output as well.
+    EXPECT_EXIT(
+        {
+            Platform::PrepareStandardStreams();
+            std::exit(GetConsoleOutputCP() == GetACP() ? 0 : 1);
+        },
+        testing::ExitedWithCode(0), "");
+    EXPECT_EQ(GetConsoleOutputCP(), kOtherLetters);
 }
 
 TEST(StandardStreamsDeathTest, ClosedDescriptorsAreOpenedOnTheNullDevice) {

@@ -25,6 +25,9 @@ enum class PipeExchange { Done, NotConnected, BadPipe, Failed };
 /// The error of an exchange to which no reply came in time.
 extern const std::uint32_t kNoReplyInTime;
 
+/// The system's own words for such a number.
+std::string PipeErrorText(std::uint32_t error);
+
 /// The client's end of a pipe. Child processes do not inherit it.
 class MessagePipe {
   public:
