@@ -16,6 +16,7 @@ void AddFlags(BakeInput& input, unsigned first, unsigned second) {
     static constexpr std::array<const char*, 4> kAxes = {"", "keep", "y", "z"};
     if (const unsigned axis = (first >> 3) & 3; axis != 0) add({"-changeUpAxis", kAxes[axis]});
     if ((first & 0x20) != 0) add({"-changeUpAxisAnimation", (second & 1) != 0 ? "false" : "true"});
+    input.turnsAnimation = (first & 0x30) == 0x30 && (second & 1) == 0;
     input.makesTwo = (first & 0x40) == 0;
 
     if (input.makesTwo)

@@ -12,6 +12,7 @@ struct BakeInput {
     bool updatesOld = true;
     bool makesTwo = false;  ///< one file in each byte order
     bool writesLog = false;
+    bool turnsAnimation = false;  ///< to another up axis, animation too
     std::string_view document;
 };
 

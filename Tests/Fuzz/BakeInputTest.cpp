@@ -26,6 +26,13 @@ TEST(BakeInput, TwoBytesReachEveryFlag) {
             EXPECT_EQ(input.document, "<");
             reached.insert(input.flags.begin(), input.flags.end());
             if (input.writesLog) reached.insert("-log");
+            const auto has = [&](const std::string& flag, const std::string& value) {
+                const auto at = std::find(input.flags.begin(), input.flags.end(), flag);
+                return at != input.flags.end() && at[1] == value;
+            };
+            EXPECT_EQ(input.turnsAnimation,
+                      has("-changeUpAxisAnimation", "true") &&
+                          (has("-changeUpAxis", "y") || has("-changeUpAxis", "z")));
         }
     for (const char* flag :
          {"-multiRoot", "-outputDrivenKeys", "-ojc", "-changeUpAxis", "-changeUpAxisAnimation",

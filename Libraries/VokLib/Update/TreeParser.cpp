@@ -19,6 +19,9 @@ namespace {
 /// The messages of the update name no document; who asked for it knows which one it was.
 const std::string kNoName;
 
+/// What an attribute counts that no byte of the document stands for.
+constexpr std::size_t kAddedBytes = 64;
+
 }  // namespace
 
 /// What the parser calls, with its own context as user data. Exceptions do not travel through its C
@@ -46,8 +49,8 @@ struct TreeParser::Callbacks {
                       int defaultedCount, const xmlChar** attributes) {
         TreeParser& parser = Of(user);
         const bool passes = Passes(parser, [&] {
-            parser.CheckStart();
-            parser.CountAddedText(spaceCount, spaces, attributeCount, attributes);
+            parser.CheckStart(spaceCount, attributeCount);
+            parser.CountAddedText(spaceCount, spaces, attributeCount, defaultedCount, attributes);
         });
         if (passes)
             xmlSAX2StartElementNs(user, name, prefix, uri, spaceCount, spaces, attributeCount,
@@ -126,20 +129,28 @@ TextPlace TreeParser::GetPlace() const {
     return PlaceOf(*context);
 }
 
-void TreeParser::CheckStart() {
+void TreeParser::CheckStart(int spaceCount, int attributeCount) {
     const auto depth = static_cast<std::size_t>(std::max(context->nodeNr, 0));
     if (depth == VokLimits::kMaxElementDepth)
         Fail("more than " + std::to_string(VokLimits::kMaxElementDepth) + " nested elements",
              GetPlace());
     deepest = std::max(deepest, depth + 1);
-    if (childCounts.size() < depth + 2) childCounts.resize(depth + 2);
-    childCounts[depth + 1] = 0;
-    if (++childCounts[depth] > VokLimits::kMaxOldChildren)
+    if (opened.size() < depth + 2) opened.resize(depth + 2);
+    opened[depth + 1].children = 0;
+    if (++opened[depth].children > VokLimits::kMaxOldChildren)
         Fail("more than " + std::to_string(VokLimits::kMaxOldChildren) + " elements in one",
              GetPlace());
-    if (static_cast<std::size_t>(xmlDictSize(context->dict)) > VokLimits::kMaxOldNames)
-        Fail("more than " + std::to_string(VokLimits::kMaxOldNames) + " different names",
+    opened[depth + 1].spaces = opened[depth].spaces + static_cast<std::size_t>(spaceCount);
+    if (opened[depth + 1].spaces > VokLimits::kMaxOldNamespaces)
+        Fail("more than " + std::to_string(VokLimits::kMaxOldNamespaces) +
+                 " namespaces declared at one place",
              GetPlace());
+    // With those that the document type adds, which the scan of the markup does not see.
+    if (static_cast<std::size_t>(attributeCount) > VokLimits::kMaxAttributes)
+        Fail(
+            "more than " + std::to_string(VokLimits::kMaxAttributes) + " attributes on one element",
+            GetPlace());
+    CheckNames();
     if (depth == 0 && context->hasExternalSubset != 0) {
         ThrowVokException(
             "Failed to parse out of date .qeli document. Its document type names an external file; "
@@ -147,11 +158,18 @@ void TreeParser::CheckStart() {
     }
 }
 
+void TreeParser::CheckNames() {
+    if (static_cast<std::size_t>(xmlDictSize(context->dict)) > VokLimits::kMaxOldNames)
+        Fail("more than " + std::to_string(VokLimits::kMaxOldNames) + " different names",
+             GetPlace());
+}
+
 void TreeParser::CountAddedText(int spaceCount, const xmlChar** spaces, int attributeCount,
-                                const xmlChar** attributes) {
+                                int defaultedCount, const xmlChar** attributes) {
     // Without a document type nothing stands there but what was read.
     if (context->myDoc == nullptr || context->myDoc->intSubset == nullptr) return;
-    std::size_t byteCount = 0;
+    // Each takes room in the tree, however short it is.
+    std::size_t byteCount = kAddedBytes * static_cast<std::size_t>(spaceCount + defaultedCount);
     for (int i = 0; i < spaceCount; ++i) byteCount += FromXml(spaces[2 * i + 1]).size();
     for (int i = 0; i < attributeCount; ++i)
         byteCount += static_cast<std::size_t>(attributes[5 * i + 4] - attributes[5 * i + 3]);

@@ -37,10 +37,16 @@ class TreeParser : public DocumentParser {
 
   private:
     struct Callbacks;
-    void CheckStart();
+    /// Of one element inside another.
+    struct Opened {
+        std::size_t children = 0;
+        std::size_t spaces = 0;  // namespaces that are declared on it and around it
+    };
+    void CheckStart(int spaceCount, int attributeCount);
+    void CheckNames();
     /// Of attributes and namespace declarations, which a document type may add to each element.
     void CountAddedText(int spaceCount, const xmlChar** spaces, int attributeCount,
-                        const xmlChar** attributes);
+                        int defaultedCount, const xmlChar** attributes);
     void CountEntity(const xmlEntity* entity);
     void Grow(std::size_t byteCount);
     [[noreturn]] static void Fail(const std::string& text, TextPlace place);
@@ -50,6 +56,6 @@ class TreeParser : public DocumentParser {
     std::size_t size;
     std::size_t grown = 0;  // bytes that stand for others, or were added
     std::size_t deepest = 0;
-    std::vector<std::size_t> childCounts;  // of the open elements, from the document down
+    std::vector<Opened> opened;  // the document and the open elements, from the root down
     std::unique_ptr<xmlParserCtxt, XmlDeleter<xmlFreeParserCtxt>> context;
 };

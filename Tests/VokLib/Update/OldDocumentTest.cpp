@@ -188,6 +188,44 @@ TEST_F(OldDocumentTest, DefaultAttributesThatBlowUpEndInAnError) {
     EXPECT_EQ(Refusal(spaces + "<a>" + Repeated("<b/>", 10000) + "</a>").rfind(kTooMuch, 0), 0u);
 }
 
+/// Short ones cost as much as long ones: the parser compares each with all before it, at every
+/// element.
+TEST_F(OldDocumentTest, ShortDefaultAttributesAreCountedToo) {
+    const auto type = [](int count, const std::string& name) {
+        std::string list = "<!DOCTYPE a [<!ATTLIST b";
+        for (int i = 0; i < count; ++i) list += " " + name + std::to_string(i) + " CDATA 'u'";
+        return list + ">]>";
+    };
+    EXPECT_EQ(Refusal(type(256, "c") + "<a><b/></a>"), "");
+    EXPECT_EQ(Refusal(type(257, "c") + "<a><b/></a>")
+                  .rfind("Document limit exceeded: more than 256 "
+                         "attributes on one element Line 1",
+                         0),
+              0u);
+    for (const std::string name : {"c", "xmlns:c"})
+        EXPECT_EQ(
+            Refusal(type(99, name) + "<a>" + Repeated("<b/>", 1000) + "</a>").rfind(kTooMuch, 0),
+            0u);
+}
+
+TEST_F(OldDocumentTest, ManyNamespacesAtOnePlaceAreRefused) {
+    const auto nested = [](int count) {
+        std::string open, close;
+        for (int i = 0; i < count; ++i) {
+            const std::string number = std::to_string(i);
+            open += "<b xmlns:c" + number + "='u' xmlns:d" + number + "='v'>";
+            close += "</b>";
+        }
+        return open + close;
+    };
+    EXPECT_EQ(Refusal("<a>" + Repeated(nested(50), 20) + "</a>"), "");
+    EXPECT_EQ(Refusal("<a xmlns:z='w'>" + nested(50) + "</a>")
+                  .rfind("Document limit exceeded: more than 100 namespaces declared at one place "
+                         "Line 1 Column ",
+                         0),
+              0u);
+}
+
 TEST_F(OldDocumentTest, ExternalFilesAreNotRead) {
     const std::string words = "external files are not read.";
     for (const std::string type :

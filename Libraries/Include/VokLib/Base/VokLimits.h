@@ -33,6 +33,9 @@ inline constexpr std::size_t kMaxOldDocumentBytes = 1u << 30;
 inline constexpr std::size_t kMaxOldChildren = 5000000;
 /// Different names and short texts.
 inline constexpr std::size_t kMaxOldNames = 100000;
+/// Namespaces declared on an element and those around it: each name with a prefix is looked up
+/// among them, in the tree and by each stage.
+inline constexpr std::size_t kMaxOldNamespaces = 100;
 /// Bytes that its document type may add, as entities and default attributes, beyond twice the bytes
 /// of the document.
 inline constexpr std::size_t kFreeAddedBytes = 4u << 20;
