@@ -24,6 +24,12 @@ int WriteAll(int descriptor, const char* bytes, std::size_t size) {
     return 0;
 }
 
+int Resize(int descriptor, off_t size) {
+    while (ftruncate(descriptor, size) != 0)
+        if (errno != EINTR) return errno;
+    return 0;
+}
+
 int Flush(int descriptor) {
     while (fsync(descriptor) != 0) {
         if (errno == EINTR) continue;

@@ -21,6 +21,8 @@ namespace {
 constexpr int kMostAttempts = 10000;
 /// Here the system shows open files, also those without a name.
 constexpr const char* kOpenFiles = "/proc/self/fd/";
+/// What the making of a file needs.
+constexpr mode_t kOwnerReadsAndWrites = S_IRUSR | S_IWUSR;
 
 std::string FolderPart(const std::string& path) {
     const std::size_t end = path.rfind('/');
@@ -35,8 +37,10 @@ int CopyPermissions(int descriptor, const struct stat& from) {
     // To give a file away is a right that few have; it then stays the user's own.
     const bool isGiven = fchown(descriptor, from.st_uid, from.st_gid) == 0;
     if (!isGiven && fchown(descriptor, static_cast<uid_t>(-1), from.st_gid) != 0) errno = 0;
-    const mode_t granted = isGiven ? 07777 : 0777;
-    return fchmod(descriptor, from.st_mode & granted) == 0 ? 0 : errno;
+    // Who could write the old file as one of its group can write the new one as its owner.
+    const mode_t mode =
+        isGiven ? from.st_mode & 07777 : (from.st_mode & 0777) | kOwnerReadsAndWrites;
+    return fchmod(descriptor, mode) == 0 ? 0 : errno;
 }
 
 }  // namespace
@@ -47,9 +51,10 @@ struct UnfinishedFile::File {
         if (named) unlink(named->GetName().c_str());
     }
 
+    int LookAtReplaced(const std::string& path);
     int CreateIn(const std::string& inFolder, mode_t mode);
     int CreateNamed(mode_t mode);
-    int TakePermissions(const std::string& path);
+    int OpenToOwner();
     int TakeName();
     int CopyUnderName();
     int Publish();
@@ -57,9 +62,22 @@ struct UnfinishedFile::File {
     int descriptor = -1;
     std::string folder;
     std::string target;
-    std::optional<RemoveOnSignal> named;  // absent while the file has no name
+    std::optional<struct stat> permissions;  // to be set in the end
+    std::optional<RemoveOnSignal> named;     // absent while the file has no name
     std::string name;
 };
+
+/// Finds out what stands at the name that is to be taken.
+int UnfinishedFile::File::LookAtReplaced(const std::string& path) {
+    struct stat status;
+    struct stat followed;
+    if (stat(path.c_str(), &status) != 0) return errno == ENOENT ? 0 : errno;
+    // The system's own links lead to files that have another name by now, or none.
+    if (stat(target.c_str(), &followed) != 0) return errno == ENOENT ? EBUSY : errno;
+    if (followed.st_ino != status.st_ino || followed.st_dev != status.st_dev) return EBUSY;
+    permissions = status;
+    return 0;
+}
 
 int UnfinishedFile::File::CreateIn(const std::string& inFolder, mode_t mode) {
     folder = inFolder;
@@ -67,9 +85,21 @@ int UnfinishedFile::File::CreateIn(const std::string& inFolder, mode_t mode) {
     if (access(kOpenFiles, X_OK) == 0)
         descriptor = open(parent, O_TMPFILE | O_RDWR | O_CLOEXEC, mode);
     // What stands in the way of a file without a name shows here again, or it is no matter.
-    if (descriptor < 0) return CreateNamed(mode);
-    name = kOpenFiles + std::to_string(descriptor);
-    return 0;
+    if (descriptor < 0) {
+        if (const int error = CreateNamed(mode); error != 0) return error;
+    } else {
+        name = kOpenFiles + std::to_string(descriptor);
+    }
+    return OpenToOwner();
+}
+
+/// For users whose mask takes that from any new file.
+int UnfinishedFile::File::OpenToOwner() {
+    struct stat status;
+    if (fstat(descriptor, &status) != 0) return errno;
+    if ((status.st_mode & kOwnerReadsAndWrites) == kOwnerReadsAndWrites) return 0;
+    permissions = status;
+    return fchmod(descriptor, kOwnerReadsAndWrites) == 0 ? 0 : errno;
 }
 
 int UnfinishedFile::File::CreateNamed(mode_t mode) {
@@ -83,16 +113,6 @@ int UnfinishedFile::File::CreateNamed(mode_t mode) {
         if (error != EEXIST) return error;
     }
     return EEXIST;
-}
-
-int UnfinishedFile::File::TakePermissions(const std::string& path) {
-    struct stat status;
-    struct stat followed;
-    if (stat(path.c_str(), &status) != 0) return errno == ENOENT ? 0 : errno;
-    if (stat(target.c_str(), &followed) != 0) return errno;
-    // The system's own links lead to files that have another name by now.
-    if (followed.st_ino != status.st_ino || followed.st_dev != status.st_dev) return EBUSY;
-    return CopyPermissions(descriptor, status);
 }
 
 /// Gives a file without a name a fresh one.
@@ -115,8 +135,7 @@ int UnfinishedFile::File::CopyUnderName() {
     struct stat status;
     if (fstat(descriptor, &status) != 0) return errno;
     const int source = std::exchange(descriptor, -1);
-    int error = CreateNamed(0600);
-    if (error == 0) error = CopyPermissions(descriptor, status);
+    int error = CreateNamed(kOwnerReadsAndWrites);
     char buffer[65536];
     for (off_t at = 0; error == 0;) {
         const ssize_t count = pread(source, buffer, sizeof buffer, at);
@@ -127,12 +146,16 @@ int UnfinishedFile::File::CopyUnderName() {
         at += count;
     }
     close(source);
+    // Writing takes some of them away.
+    if (error == 0) error = CopyPermissions(descriptor, status);
     return error != 0 ? error : Flush(descriptor);
 }
 
 int UnfinishedFile::File::Publish() {
+    // Now that all is written: it takes some of them away, and they may not allow it.
+    int error = permissions ? CopyPermissions(descriptor, *permissions) : 0;
     // A crash of the machine must not leave the new name with nothing behind it.
-    int error = Flush(descriptor);
+    if (error == 0) error = Flush(descriptor);
     if (error == 0 && !named) error = TakeName();
     if (error != 0) return error;
     error = CloseWritten(std::exchange(descriptor, -1));
@@ -149,9 +172,10 @@ int UnfinishedFile::CreateBeside(const std::string& path) {
     if (path.empty()) return ENOENT;
     auto creating = std::make_unique<File>();
     if (const int error = FollowLinks(path, creating->target); error != 0) return error;
-    if (const int error = creating->CreateIn(FolderPart(creating->target), 0666); error != 0)
+    if (const int error = creating->LookAtReplaced(path); error != 0) return error;
+    const mode_t mode = creating->permissions ? kOwnerReadsAndWrites : 0666;
+    if (const int error = creating->CreateIn(FolderPart(creating->target), mode); error != 0)
         return error;
-    if (const int error = creating->TakePermissions(path); error != 0) return error;
     file = std::move(creating);
     return 0;
 }
@@ -160,7 +184,8 @@ int UnfinishedFile::CreateTemporary() {
     auto creating = std::make_unique<File>();
     std::string folder = TemporaryFolder();
     if (folder.back() != '/') folder += '/';
-    if (const int error = creating->CreateIn(folder, 0600); error != 0) return error;
+    if (const int error = creating->CreateIn(folder, kOwnerReadsAndWrites); error != 0)
+        return error;
     file = std::move(creating);
     return 0;
 }

@@ -20,11 +20,13 @@ struct WholeFile::Target {
         if (inPlace >= 0) close(inPlace);
     }
 
-    int OpenKept(const std::string& path);
+    int OpenKept();
     int Reserve(off_t size);
     int ReserveByGrowing(off_t size);
     int SaveInPlace(const char* bytes, std::size_t size);
+    int CheckName() const;
 
+    std::string path;
     UnfinishedFile unfinished;
     int unfinishedError = 0;  // why there is no file beside
     int inPlace = -1;         // the file that is there, open for writing
@@ -44,7 +46,7 @@ int OpenForWriting(const std::string& path, int options) {
 /// What says that the folder takes no other file, or not under this name, rather than that
 /// something is wrong with the disk.
 bool IsFoldersRefusal(int error) {
-    constexpr int kRefusals[] = {EACCES, EPERM, EROFS, EBUSY, ENOENT, ENAMETOOLONG};
+    constexpr int kRefusals[] = {EACCES, EPERM, EROFS, EBUSY, ENAMETOOLONG};
     return std::find(std::begin(kRefusals), std::end(kRefusals), error) != std::end(kRefusals);
 }
 
@@ -59,7 +61,7 @@ bool IsDisks(int error) {
 
 }  // namespace
 
-int WholeFile::Target::OpenKept(const std::string& path) {
+int WholeFile::Target::OpenKept() {
     inPlace = OpenForWriting(path, 0);
     if (inPlace < 0) return errno;
     isKept = true;
@@ -91,8 +93,18 @@ int WholeFile::Target::ReserveByGrowing(off_t size) {
     // Some find out only now that there is no room.
     if (error == 0) error = Flush(inPlace);
     if (error == 0 && lseek(inPlace, 0, SEEK_SET) < 0) error = errno;
-    if (error != 0 && ftruncate(inPlace, status.st_size) != 0) return errno;
-    return error;
+    if (error == 0) return 0;
+    const int cutError = Resize(inPlace, status.st_size);
+    return cutError != 0 ? cutError : error;
+}
+
+/// Whoever has moved the file or its folder away must not be told that the name has the content.
+int WholeFile::Target::CheckName() const {
+    struct stat opened;
+    struct stat named;
+    if (fstat(inPlace, &opened) != 0 || stat(path.c_str(), &named) != 0) return errno;
+    const bool isSame = opened.st_dev == named.st_dev && opened.st_ino == named.st_ino;
+    return isSame ? 0 : ENOENT;
 }
 
 int WholeFile::Target::SaveInPlace(const char* bytes, std::size_t size) {
@@ -102,10 +114,12 @@ int WholeFile::Target::SaveInPlace(const char* bytes, std::size_t size) {
         return error != 0 ? error : closeError;
     }
     const DeferSignals untilItIsWhole;
+    if (const int error = CheckName(); error != 0) return error;
     if (const int error = Reserve(static_cast<off_t>(size)); error != 0) return error;
     int error = WriteAll(inPlace, bytes, size);
-    if (error == 0 && ftruncate(inPlace, static_cast<off_t>(size)) != 0) error = errno;
+    if (error == 0) error = Resize(inPlace, static_cast<off_t>(size));
     if (error == 0) error = Flush(inPlace);
+    if (error == 0) error = CheckName();
     const int closeError = CloseWritten(std::exchange(inPlace, -1));
     return error != 0 ? error : closeError;
 }
@@ -115,12 +129,13 @@ WholeFile::~WholeFile() = default;
 
 int WholeFile::Open(const std::string& path) {
     auto opening = std::make_unique<Target>();
+    opening->path = path;
     struct stat status;
     int error = 0;
     if (stat(path.c_str(), &status) != 0) {
         error = errno == ENOENT ? opening->unfinished.CreateBeside(path) : errno;
     } else if (S_ISREG(status.st_mode)) {
-        error = opening->OpenKept(path);
+        error = opening->OpenKept();
     } else {
         opening->inPlace = OpenForWriting(path, O_TRUNC);
         if (opening->inPlace < 0) error = errno;

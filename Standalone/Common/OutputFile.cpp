@@ -36,6 +36,8 @@ OutputFile::OutputFile(std::string typedPath) : path(std::move(typedPath)), isKe
         if (Platform::IsFolder(path)) Fail(EISDIR);
         errno = EACCES;
         if (!Platform::IsWritable(path)) Fail(errno);
+        // What can be neither read nor written passes that test.
+        if (Platform::Exists(path) && !Platform::GrantsWrite(path)) Fail(errno);
     }
     const int failure = isKept ? unfinished.CreateBeside(path) : unfinished.CreateTemporary();
     if (failure != 0) FailUnfinished(failure);

@@ -44,6 +44,17 @@ TEST(EndingSignals, TheNamedFilesAreGoneAndTheProcessEndsByTheSignal) {
     }
 }
 
+TEST(EndingSignals, NoOtherSignalComesWhileTheFilesAreRemoved) {
+    EXPECT_EQ(EndingSignalOf([] {
+                  const Platform::RemoveOnSignal one("none");
+                  struct sigaction action {};
+                  sigaction(SIGTERM, nullptr, &action);
+                  for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGPIPE, SIGALRM})
+                      if (sigismember(&action.sa_mask, number) != 1) raise(SIGABRT);
+              }),
+              0);
+}
+
 TEST(EndingSignals, AFileWhoseObjectIsGoneStays) {
     const TemporaryFolder folder;
     folder.WriteFile("one", "");

@@ -2,12 +2,14 @@
 
 #include "Platform/FewDescriptors.h"
 #include "Platform/StandardOutput.h"
+#include "Platform/SystemCalls.h"
 #include "Support/TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
 
+#include <cerrno>
 #include <chrono>
 #include <cstdio>
 #include <filesystem>
@@ -167,6 +169,28 @@ TEST(OutputCapture, ALogThatDoesNotTakeEverythingIsTold) {
     close(file);
     EXPECT_EQ(capture.GetLogFault(), "No space left on device");
     EXPECT_EQ(folder.ReadFile("out"), "a line\n");
+}
+
+TEST(OutputCapture, AFailureThatShowsWhenTheLogIsClosedIsTold) {
+    const TemporaryFolder folder;
+    SystemCalls calls;
+    OutputCapture capture;
+    ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+    calls.inFrontOfClosing = [](int) { return EDQUOT; };
+    EXPECT_TRUE(capture.Stop());
+    EXPECT_EQ(capture.GetLogFault(), "Disk quota exceeded");
+}
+
+TEST(OutputCapture, WhatCannotBeReadForTheLogIsTold) {
+    const TemporaryFolder folder;
+    SystemCalls calls;
+    int reads = 0;
+    calls.inFrontOfReading = [&reads] { return ++reads == 1 ? EINTR : EIO; };
+    OutputCapture capture;
+    ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+    EXPECT_TRUE(capture.Stop());
+    EXPECT_EQ(reads, 2);
+    EXPECT_EQ(capture.GetLogFault(), "Input/output error");
 }
 
 TEST(OutputCapture, ALogWhoseNameGoesToAnotherFileIsTold) {

@@ -21,4 +21,12 @@ class SystemCalls {
     std::function<int(int descriptor)> inFrontOfFlushing;
     /// May change what the system said.
     std::function<void(const char* path, struct stat& status)> behindLooking;
+    std::function<int()> inFrontOfLinking;
+    std::function<int()> inFrontOfRenaming;
+    /// From a pipe.
+    std::function<int()> inFrontOfReading;
+    std::function<int()> inFrontOfReadingAt;
+    std::function<int(off_t size)> inFrontOfResizing;
+    /// For regular files only; they are closed all the same.
+    std::function<int(int descriptor)> inFrontOfClosing;
 };

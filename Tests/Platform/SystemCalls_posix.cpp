@@ -15,9 +15,9 @@ bool Fails(int error) {
     return error != 0;
 }
 
-bool IsRegular(int descriptor) {
+bool Is(mode_t type, int descriptor) {
     struct stat status {};
-    return fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    return fstat(descriptor, &status) == 0 && (status.st_mode & S_IFMT) == type;
 }
 
 }  // namespace
@@ -41,7 +41,7 @@ int fallocate(int descriptor, int mode, off_t offset, off_t size) {
 }
 
 ssize_t write(int descriptor, const void* bytes, size_t size) {
-    if (watching != nullptr && watching->inFrontOfWriting && IsRegular(descriptor) &&
+    if (watching != nullptr && watching->inFrontOfWriting && Is(S_IFREG, descriptor) &&
         Fails(watching->inFrontOfWriting(lseek(descriptor, 0, SEEK_CUR), size)))
         return -1;
     return syscall(SYS_write, descriptor, bytes, size);
@@ -52,6 +52,47 @@ int fsync(int descriptor) {
         Fails(watching->inFrontOfFlushing(descriptor)))
         return -1;
     return static_cast<int>(syscall(SYS_fsync, descriptor));
+}
+
+ssize_t read(int descriptor, void* bytes, size_t size) {
+    if (watching != nullptr && watching->inFrontOfReading && Is(S_IFIFO, descriptor) &&
+        Fails(watching->inFrontOfReading()))
+        return -1;
+    return syscall(SYS_read, descriptor, bytes, size);
+}
+
+ssize_t pread(int descriptor, void* bytes, size_t size, off_t at) {
+    if (watching != nullptr && watching->inFrontOfReadingAt &&
+        Fails(watching->inFrontOfReadingAt()))
+        return -1;
+    return syscall(SYS_pread64, descriptor, bytes, size, at);
+}
+
+int ftruncate(int descriptor, off_t size) noexcept {
+    if (watching != nullptr && watching->inFrontOfResizing &&
+        Fails(watching->inFrontOfResizing(size)))
+        return -1;
+    return static_cast<int>(syscall(SYS_ftruncate, descriptor, size));
+}
+
+int close(int descriptor) {
+    const int error = watching != nullptr && watching->inFrontOfClosing && Is(S_IFREG, descriptor)
+                          ? watching->inFrontOfClosing(descriptor)
+                          : 0;
+    const int result = static_cast<int>(syscall(SYS_close, descriptor));
+    return Fails(error) ? -1 : result;
+}
+
+int linkat(int from, const char* path, int to, const char* newPath, int flags) noexcept {
+    if (watching != nullptr && watching->inFrontOfLinking && Fails(watching->inFrontOfLinking()))
+        return -1;
+    return static_cast<int>(syscall(SYS_linkat, from, path, to, newPath, flags));
+}
+
+int rename(const char* from, const char* to) noexcept {
+    if (watching != nullptr && watching->inFrontOfRenaming && Fails(watching->inFrontOfRenaming()))
+        return -1;
+    return static_cast<int>(syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
 }
 
 int stat(const char* __restrict path, struct stat* __restrict status) noexcept {

@@ -146,6 +146,102 @@ TEST_F(UnfinishedFile, TheContentIsOnTheDiskBeforeItTakesTheName) {
     EXPECT_EQ(CountFiles(), 1);
 }
 
+TEST_F(UnfinishedFile, WhoMayWriteAFileOfAnotherAsOneOfItsGroupMayWriteTheNewOne) {
+    if (geteuid() != 0) GTEST_SKIP() << "only the superuser can set this up";
+    const std::string out = folder.WriteFile("out", "old");
+    chmod(folder.Path().c_str(), 0777);
+    chmod(out.c_str(), 0060);
+    ASSERT_EQ(chown(out.c_str(), 1, getegid()), 0);
+    {
+        const OrdinaryUser user;
+        ASSERT_EQ(Replace(out), 0);
+    }
+    EXPECT_EQ(ModeOf(out), 0660u);
+}
+
+TEST_F(UnfinishedFile, PermissionsThatForbidReadingAndWritingComeInTheEnd) {
+    const std::string out = folder.WriteFile("out", "old");
+    chmod(folder.Path().c_str(), 0777);
+    if (geteuid() == 0) {
+        ASSERT_EQ(chown(out.c_str(), 65534, getegid()), 0);
+    }
+    for (const mode_t mode : {0200u, 0222u, 0000u, 04755u, 02711u}) {
+        chmod(out.c_str(), mode);
+        {
+            const OrdinaryUser user;
+            ASSERT_EQ(file.CreateBeside(out), 0);
+            std::ofstream(file.GetName()) << "new";
+            EXPECT_EQ(ContentOf(file.GetName()), "new");
+            EXPECT_EQ(file.Publish(), 0);
+        }
+        EXPECT_EQ(ModeOf(out), mode);
+        chmod(out.c_str(), 0644);
+    }
+    const std::string fresh = folder.Path("fresh");
+    const mode_t mask = umask(0777);
+    {
+        const OrdinaryUser user;
+        EXPECT_EQ(file.CreateBeside(fresh), 0);
+        std::ofstream(file.GetName()) << "new";
+        EXPECT_EQ(ContentOf(file.GetName()), "new");
+        EXPECT_EQ(file.Publish(), 0);
+    }
+    umask(mask);
+    EXPECT_EQ(ModeOf(fresh), 0u);
+}
+
+/// Systems that make files without a name and cannot give them one.
+class UnfinishedFileWithoutLinks : public UnfinishedFile {
+  protected:
+    UnfinishedFileWithoutLinks() {
+        calls.inFrontOfLinking = [] { return EPERM; };
+    }
+
+    /// Replaces "out" by more than is copied at once.
+    int ReplaceByMuch() {
+        const std::string out = folder.Path("out");
+        if (const int error = file.CreateBeside(out); error != 0) return error;
+        if (const int error = file.Write(kMuch.data(), kMuch.size()); error != 0) return error;
+        return file.Publish();
+    }
+
+    const std::string kMuch = std::string(100000, 'x') + "end";
+    SystemCalls calls;
+};
+
+TEST_F(UnfinishedFileWithoutLinks, GetACopyUnderANameWithAllPermissions) {
+    chmod(folder.WriteFile("out", "old").c_str(), 04751);
+    ASSERT_EQ(ReplaceByMuch(), 0);
+    EXPECT_EQ(folder.ReadFile("out"), kMuch);
+    EXPECT_EQ(ModeOf(folder.Path("out")), 04751u);
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(UnfinishedFileWithoutLinks, GetACopyThatIsOnTheDiskBeforeItTakesTheName) {
+    folder.WriteFile("out", "old");
+    struct stat flushed {};
+    calls.inFrontOfFlushing = [&](int descriptor) { return fstat(descriptor, &flushed); };
+    ASSERT_EQ(ReplaceByMuch(), 0);
+    struct stat published {};
+    stat(folder.Path("out").c_str(), &published);
+    EXPECT_EQ(flushed.st_ino, published.st_ino);
+    EXPECT_EQ(flushed.st_size, published.st_size);
+}
+
+TEST_F(UnfinishedFileWithoutLinks, KeepTheOldFileWhenTheCopyFails) {
+    folder.WriteFile("out", "old");
+    int reads = 0;
+    calls.inFrontOfReadingAt = [&] { return ++reads == 2 ? EIO : 0; };
+    EXPECT_EQ(ReplaceByMuch(), EIO);
+    EXPECT_EQ(reads, 2);
+    EXPECT_EQ(folder.ReadFile("out"), "old");
+    EXPECT_EQ(CountFiles(), 1);
+    reads = 0;
+    calls.inFrontOfReadingAt = [&] { return ++reads == 2 ? EINTR : 0; };
+    EXPECT_EQ(ReplaceByMuch(), 0);
+    EXPECT_EQ(folder.ReadFile("out"), kMuch);
+}
+
 TEST_F(UnfinishedFile, AsManyLinksAreFollowedAsTheSystemFollows) {
     std::string last = "free";
     for (int i = 1; i <= 40; ++i) {

@@ -4,12 +4,16 @@
 #include "Support/OrdinaryUser.h"
 #include "Support/TemporaryFolder.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
+#include <filesystem>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -80,6 +84,124 @@ TEST_F(WholeFileInPlace, AFullDiskThatShowsWhenItIsFlushedLeavesTheOldContent) {
     calls.inFrontOfFlushing = [](int) { return ENOSPC; };
     EXPECT_EQ(Save(kLonger), ENOSPC);
     EXPECT_EQ(folder.ReadFile("out"), kOld);
+}
+
+TEST_F(WholeFileInPlace, TheWholeContentIsOnTheDiskInTheEnd) {
+    std::string lastFlushed;
+    calls.inFrontOfFlushing = [&](int) {
+        lastFlushed = folder.ReadFile("out");
+        return 0;
+    };
+    EXPECT_EQ(Save("new"), 0);
+    EXPECT_EQ(lastFlushed, "new");
+    EXPECT_EQ(Save(kLonger), 0);
+    EXPECT_TRUE(lastFlushed == kLonger);
+    calls.inFrontOfFlushing = [](int) { return EIO; };
+    EXPECT_EQ(Save("new"), EIO);
+}
+
+TEST_F(WholeFileInPlace, AnEndOfTheOldContentThatCannotBeCutOffIsAFailure) {
+    calls.inFrontOfResizing = [](off_t size) {
+        EXPECT_EQ(size, 3);
+        return EIO;
+    };
+    EXPECT_EQ(Save("new"), EIO);
+    int interruptions = 0;
+    calls.inFrontOfResizing = [&](off_t) { return interruptions++ < 3 ? EINTR : 0; };
+    EXPECT_EQ(Save("new"), 0);
+    EXPECT_EQ(interruptions, 4);
+    EXPECT_EQ(folder.ReadFile("out"), "new");
+}
+
+TEST_F(WholeFileInPlace, AFailureThatShowsWhenItIsClosedIsOne) {
+    calls.inFrontOfClosing = [](int) { return EDQUOT; };
+    EXPECT_EQ(Save("new"), EDQUOT);
+    calls.inFrontOfClosing = [](int) { return EINTR; };
+    EXPECT_EQ(Save("newer"), 0);
+    EXPECT_EQ(folder.ReadFile("out"), "newer");
+}
+
+TEST_F(WholeFileInPlace, ItIsForAFolderThatTakesNoOtherFileAndNotForABrokenDisk) {
+    chmod(folder.Path().c_str(), 0777);
+    chmod(folder.Path("out").c_str(), 0666);
+    int error = 0;
+    calls.inFrontOfRenaming = [&error] { return error; };
+    for (const int refusal : {EACCES, EPERM, EROFS, EBUSY, ENAMETOOLONG}) {
+        error = refusal;
+        EXPECT_EQ(Save(kLonger), 0) << refusal;
+        EXPECT_TRUE(folder.ReadFile("out") == kLonger);
+        EXPECT_EQ(Save(kOld), 0);
+    }
+    for (const int fault : {ENOENT, ENOSPC, EDQUOT, EIO, ENOTDIR, EXDEV}) {
+        error = fault;
+        EXPECT_EQ(Save(kLonger), fault);
+        EXPECT_EQ(folder.ReadFile("out"), kOld);
+    }
+}
+
+TEST_F(WholeFileInPlace, AFolderThatIsGoneIsAFailure) {
+    const std::string inner = folder.Path("inner");
+    chmod(folder.Path().c_str(), 0777);
+    for (const bool isReplaced : {false, true}) {
+        SCOPED_TRACE(isReplaced);
+        const std::string moved = folder.Path(isReplaced ? "replaced" : "removed");
+        std::filesystem::create_directory(inner);
+        chmod(inner.c_str(), 0777);
+        chmod(folder.WriteFile("inner/out", kOld).c_str(), 0666);
+        const OrdinaryUser user;
+        Platform::WholeFile file;
+        ASSERT_EQ(file.Open(inner + "/out"), 0);
+        std::filesystem::rename(inner, moved);
+        if (isReplaced) {
+            std::filesystem::create_directory(inner);
+            folder.WriteFile("inner/out", "another");
+            chmod(inner.c_str(), 0555);
+        }
+        EXPECT_EQ(file.Save(kLonger.data(), kLonger.size()), ENOENT);
+        if (isReplaced) {
+            EXPECT_EQ(folder.ReadFile("inner/out"), "another");
+            chmod(inner.c_str(), 0755);
+        } else {
+            EXPECT_FALSE(std::filesystem::exists(inner));
+        }
+    }
+    EXPECT_EQ(folder.ReadFile("removed/out"), kOld);
+    EXPECT_EQ(folder.ReadFile("replaced/out"), kOld);
+}
+
+TEST_F(WholeFileInPlace, AFileThatIsMovedAwayWhileItIsWrittenIsAFailure) {
+    chmod(folder.Path().c_str(), 0777);
+    bool isRefused = true;
+    calls.inFrontOfRenaming = [&] { return std::exchange(isRefused, false) ? EACCES : 0; };
+    calls.inFrontOfResizing = [this](off_t) {
+        std::filesystem::rename(folder.Path("out"), folder.Path("elsewhere"));
+        return 0;
+    };
+    EXPECT_EQ(Save("new"), ENOENT);
+    EXPECT_FALSE(std::filesystem::exists(folder.Path("out")));
+}
+
+TEST_F(WholeFileInPlace, AFileThatHasNoNameAnyMoreIsReachedThroughTheSystemsLink) {
+    chmod(folder.Path().c_str(), 0777);
+    for (const bool isTaken : {false, true}) {
+        const int open = ::open(folder.Path("out").c_str(), O_RDWR);
+        ASSERT_GE(open, 0);
+        std::filesystem::remove(folder.Path("out"));
+        // So the system's link calls it.
+        if (isTaken) folder.WriteFile("out (deleted)", "another");
+        const std::string link = "/proc/self/fd/" + std::to_string(open);
+        Platform::WholeFile file;
+        ASSERT_EQ(file.Open(link), 0);
+        EXPECT_EQ(file.Save("new", 3), 0);
+        char content[10] = {};
+        EXPECT_EQ(pread(open, content, sizeof content, 0), 3);
+        EXPECT_STREQ(content, "new");
+        close(open);
+        if (isTaken) {
+            EXPECT_EQ(folder.ReadFile("out (deleted)"), "another");
+        }
+        folder.WriteFile("out", kOld);
+    }
 }
 
 TEST_F(WholeFileInPlace, SignalsWaitWhileTheFileIsNotWhole) {

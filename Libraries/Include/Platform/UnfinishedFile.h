@@ -18,9 +18,10 @@ class UnfinishedFile {
     UnfinishedFile& operator=(const UnfinishedFile&) = delete;
 
     /// Starts an empty file that Publish can put in place of `path`, which may be a free name or a
-    /// link to either. It has the permissions (and, where the user may give it away, the owner or
-    /// at least the group) of the file there; where there is none, those of any new file of the
-    /// user.
+    /// link to either. When it is published, it gets the permissions (and, where the user may give it
+    /// away, the owner or at least the group) of the file there; one that becomes the user's own
+    /// can be read and written by its owner in any case, and loses the bits that run it as another.
+    /// Where there is no file, it has the permissions of any new file of the user.
     [[nodiscard]] int CreateBeside(const std::string& path);
     /// Starts an empty file for the user alone in the folder for temporary files.
     [[nodiscard]] int CreateTemporary();

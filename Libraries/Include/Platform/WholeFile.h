@@ -21,7 +21,8 @@ class WholeFile {
     [[nodiscard]] int Open(const std::string& path);
 
     /// Makes these bytes the whole content, once. 0, or the system's error number: a file that is
-    /// replaced is then as it was, one that is written in place may be not.
+    /// replaced is then as it was; one that is written in place may be not when the disk breaks,
+    /// and one that no longer has the name (ENOENT) may hold them.
     [[nodiscard]] int Save(const char* bytes, std::size_t size);
 
   private:
