@@ -36,9 +36,12 @@ void PrintFiles(const std::string& path) {
 void WriteDependencyFile(const std::string& path, const std::string& out,
                          const std::string& target) {
     std::vector<std::string> files = FilesOf(path);
-    files.insert(files.begin(), path);
     if (Platform::LeadToOneFile(path, out))
         throw DocumentFailure({out}, "The dependency file would replace the document");
+    for (const std::string& file : files)
+        if (Platform::LeadToOneFile(file, out))
+            throw DocumentFailure({out}, "The dependency file would replace a file that it lists");
+    files.insert(files.begin(), path);
     OutputFile file(out);
     file.GetStream() << DependencyFileText(target, files);
     file.Finish();

@@ -120,6 +120,9 @@ void Picture(const Arguments& arguments) {
         IsPage(arguments.out) ? MakePage(skeleton, title) : DrawSvg(skeleton, title);
     if (Platform::LeadToOneFile(arguments.in, arguments.out))
         throw SkeletonFileFault(arguments.out + ": error: The picture would replace the file");
+    for (const std::string& scene : arguments.names)
+        if (Platform::LeadToOneFile(scene, arguments.out))
+            throw SkeletonFileFault(arguments.out + ": error: The picture would replace the scene");
     OutputFile out(arguments.out);
     out.GetStream() << text;
     out.Finish();

@@ -118,6 +118,23 @@ TEST_F(QeliFiles, TheDependencyFileNeverReplacesTheDocument) {
     EXPECT_EQ(folder.ReadFile("art/hero.qeli"), before);
 }
 
+TEST_F(QeliFiles, TheDependencyFileNeverReplacesAFileThatItLists) {
+    std::filesystem::create_directory(folder.GetPath() / "lib");
+    folder.WriteFile("lib/my props.qeli", "props");
+    std::filesystem::create_hard_link(folder.GetPath() / "lib/my props.qeli",
+                                      folder.GetPath() / "hard");
+    for (const std::string out :
+         {"lib/my props.qeli", "art/../lib/my props.qeli", "hard", "./art/cost$#1.qeli"}) {
+        const ProgramResult run =
+            Run({"files", "art/hero.qeli", "--depfile", out, "--target", "x"});
+        EXPECT_EQ(run.status, 1);
+        EXPECT_EQ(run.errors,
+                  out + ": error: The dependency file would replace a file that it lists\n");
+    }
+    EXPECT_EQ(folder.ReadFile("lib/my props.qeli"), "props");
+    EXPECT_FALSE(folder.Has("art/cost$#1.qeli"));
+}
+
 TEST_F(QeliFiles, ADependencyFileThatCannotBeWrittenIsNamed) {
     const ProgramResult run =
         Run({"files", "art/hero.qeli", "--depfile", "none/hero.d", "--target", "hero.bin"});

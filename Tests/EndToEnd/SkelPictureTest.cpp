@@ -101,7 +101,7 @@ TEST_F(SkelPicture, LongLinesAreWrapped) {
     EXPECT_TRUE(whole.ends_with(", target_number_19"));
 }
 
-TEST_F(SkelPicture, OtherEndingsAndTheFileItselfAreRefused) {
+TEST_F(SkelPicture, OtherEndingsAndWhatIsReadAreRefused) {
     ProgramResult run = folder.Run("skel", {"picture", Seed("biped"), "a.png"});
     EXPECT_EQ(run.status, 2);
     EXPECT_NE(run.errors.find("\"a.png\" ends in neither .svg nor .html"), std::string::npos);
@@ -110,6 +110,11 @@ TEST_F(SkelPicture, OtherEndingsAndTheFileItselfAreRefused) {
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.errors, "./own.svg: error: The picture would replace the file\n");
     EXPECT_EQ(folder.ReadFile("own.svg"), folder.ReadFile(Seed("biped")));
+    folder.WriteFile("scene.svg", OneJointDocument());
+    run = folder.Run("skel", {"picture", Seed("biped"), "./scene.svg", "--names", "scene.svg"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors, "./scene.svg: error: The picture would replace the scene\n");
+    EXPECT_EQ(folder.ReadFile("scene.svg"), OneJointDocument());
 }
 
 TEST_F(SkelPicture, TheEndingMayBeInCapitals) {
