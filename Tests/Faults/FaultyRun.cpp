@@ -35,8 +35,16 @@ void SetNumber(const char* name, long value) {
     if (value != 0) setenv(name, std::to_string(value).c_str(), 1);
 }
 
+/// A program that is started by another than its user does not load what is put ahead of it.
+void StayUser() {
+    const uid_t user = geteuid();
+    if (user == getuid()) return;
+    if (seteuid(getuid()) != 0 || setresuid(user, user, user) != 0) _exit(98);
+}
+
 [[noreturn]] void BecomeProgram(const std::string& folder, const std::string& program,
                                 const std::vector<std::string>& arguments, const Fault& fault) {
+    StayUser();
     if (chdir(folder.c_str()) != 0) _exit(99);
     dup2(open("/dev/null", O_RDONLY), STDIN_FILENO);
     Redirect(kOutput, STDOUT_FILENO);

@@ -22,6 +22,7 @@ struct FaultyResult {
     long count = 0;      ///< the allocations or calls of a run that came to its end
 };
 
-/// Runs a built program in a folder with a library ahead of its own that makes the fault.
+/// Runs a built program in a folder with a library ahead of its own that makes the fault. While an
+/// OrdinaryUser lives, it is that user's.
 FaultyResult RunWithFault(const std::string& folder, const std::string& program,
                           const std::vector<std::string>& arguments, const Fault& fault);

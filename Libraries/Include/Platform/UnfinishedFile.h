@@ -18,8 +18,8 @@ class UnfinishedFile {
     UnfinishedFile& operator=(const UnfinishedFile&) = delete;
 
     /// Starts an empty file that Publish can put in place of `path`, which may be a free name or a
-    /// link to either. When it is published, it gets the permissions (and, where the user may give it
-    /// away, the owner or at least the group) of the file there; one that becomes the user's own
+    /// link to either. When it is published, it gets the permissions (and, where the user may give
+    /// it away, the owner or at least the group) of the file there; one that becomes the user's own
     /// can be read and written by its owner in any case, and loses the bits that run it as another.
     /// Where there is no file, it has the permissions of any new file of the user.
     [[nodiscard]] int CreateBeside(const std::string& path);
