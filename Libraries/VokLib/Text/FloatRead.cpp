@@ -76,8 +76,49 @@ float Detail::ReadAnyFloat(const char*& cursor, const char* end) {
     return static_cast<float>(negative ? -value : value);
 }
 
+float Detail::ReadShortFloat(const char*& cursor, const char* end) {
+    const char* p = cursor;
+    const bool negative = p != end && *p == '-';
+    if (negative || (p != end && *p == '+')) ++p;
+
+    std::uint64_t digits = 0;
+    std::ptrdiff_t exponent = 0;
+    if (!TakeDigits(p, end, digits)) return ReadAnyFloat(cursor, end);
+    if (p != end && *p == '.') {
+        const char* const fraction = ++p;
+        if (!TakeDigits(p, end, digits)) return ReadAnyFloat(cursor, end);
+        exponent = fraction - p;
+    }
+    if (p != end && (*p == 'e' || *p == 'E')) {
+        ++p;
+        const bool negativeExponent = p != end && *p == '-';
+        if (negativeExponent || (p != end && *p == '+')) ++p;
+        // Two digits of exponent cover every number that ends up here in practice.
+        int value = 0;
+        int count = 0;
+        for (unsigned digit = 0; p != end && (digit = DigitAt(p)) <= 9; ++p) {
+            if (++count > 2) return ReadAnyFloat(cursor, end);
+            value = value * 10 + static_cast<int>(digit);
+        }
+        // Very small numbers need the digits counted.
+        if (negativeExponent && value > 30) return ReadAnyFloat(cursor, end);
+        exponent += negativeExponent ? -value : value;
+    }
+    if (exponent <= -static_cast<std::ptrdiff_t>(kScaleCount) ||
+        exponent >= static_cast<std::ptrdiff_t>(kScaleCount))
+        return ReadAnyFloat(cursor, end);
+
+    double value = static_cast<double>(static_cast<std::int64_t>(digits));
+    if (exponent < 0)
+        value /= kScales[static_cast<std::size_t>(-exponent)];
+    else if (exponent > 0)
+        value *= kScales[static_cast<std::size_t>(exponent)];
+    cursor = p;
+    return static_cast<float>(negative ? -value : value);
+}
+
 float ReadFloat(const char* begin, const char* end) {
-    return Detail::ReadFloatAt(begin, end, end);
+    return Detail::ReadShortFloat(begin, end);
 }
 
 }  // namespace VokNumberText

@@ -1,10 +1,10 @@
 #pragma once
 
 #include <array>
-#include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+
+#include "Text/EightBytes.h"
 
 namespace VokNumberText::Detail {
 
@@ -30,9 +30,26 @@ inline constexpr std::array<double, kScaleCount> kScales = [] {
     return scales;
 }();
 
+/// The last of them that a double holds exactly.
+inline constexpr std::size_t kExactScale = 22;
+static_assert(PowerOfFive(kExactScale) < std::uint64_t{1} << 53 &&
+              PowerOfFive(kExactScale + 1) > std::uint64_t{1} << 53);
+
+/// Those up to kExactScale, and behind each its negative.
+inline constexpr std::array<double, 2 * (kExactScale + 1)> kSignedScales = [] {
+    std::array<double, 2 * (kExactScale + 1)> scales{};
+    for (std::size_t i = 0; i < scales.size(); ++i)
+        scales[i] = i % 2 == 0 ? kScales[i / 2] : -kScales[i / 2];
+    return scales;
+}();
+
 /// The number at `cursor` by the steps of the definition, whatever its length; `cursor` moves
 /// behind what was used.
 float ReadAnyFloat(const char*& cursor, const char* end);
+
+/// As ReadAnyFloat; numbers of up to fifteen digits, which are exact in an integer, take a short
+/// way.
+float ReadShortFloat(const char*& cursor, const char* end);
 
 inline unsigned DigitAt(const char* p) {
     return static_cast<unsigned char>(*p) - static_cast<unsigned>('0');
@@ -49,110 +66,66 @@ inline bool TakeDigits(const char*& p, const char* end, std::uint64_t& digits) {
     return true;
 }
 
-/// The number whose eight digits are the bytes of `digits`, the first in the lowest: neighbours are
-/// joined to numbers of two, four and eight digits.
-inline std::uint64_t JoinEightDigits(std::uint64_t digits) {
-    constexpr std::uint64_t kPairs = 0x000000FF000000FFu;
-    constexpr std::uint64_t kMillionAndHundred = (std::uint64_t{1000000} << 32) + 100;
-    constexpr std::uint64_t kTenThousandAndOne = (std::uint64_t{10000} << 32) + 1;
-    digits = digits * 10 + (digits >> 8);
-    return ((digits & kPairs) * kMillionAndHundred +
-            ((digits >> 16) & kPairs) * kTenThousandAndOne) >>
-           32;
-}
+/// A number and the first character behind what was used; null when there is none.
+struct TakenFloat {
+    float value = 0;
+    const char* behind = nullptr;
+};
 
-inline constexpr std::ptrdiff_t kReadAhead = 16;
+/// What TakeUsualFloat looks at: a sign, sixteen characters with the number's digits, and "e-9".
+inline constexpr std::ptrdiff_t kReadAhead = 20;
 
-/// Reads up to seven digits, a point and digits up to fifteen in all, without a branch on how many
-/// there are: what the writer makes of nearly every number. False, and nothing done, for any other
-/// form and where fewer than kReadAhead characters can be read.
-inline bool TakePointNumber(const char*& p, const char* readable, std::uint64_t& number,
-                            std::ptrdiff_t& exponent) {
-    if (std::endian::native != std::endian::little || readable - p < kReadAhead) return false;
-    std::uint64_t low;
-    std::uint64_t high;
-    std::memcpy(&low, p, sizeof low);
-    std::memcpy(&high, p + 8, sizeof high);
-    low ^= 0x3030303030303030u;  // digits become 0 to 9, everything else is above
-    high ^= 0x3030303030303030u;
-    const auto others = [](std::uint64_t word) {
-        return (word | (word + 0x7676767676767676u)) & 0x8080808080808080u;
-    };
-    const std::uint64_t stops = others(low);
-    if (stops == 0) return false;
-    const int whole = std::countr_zero(stops) / 8;
-    if (p[whole] != '.') return false;
-    int length;  // up to the first character behind the fraction
-    if (const std::uint64_t second = stops & (stops - 1); second != 0)
-        length = std::countr_zero(second) / 8;
-    else if (const std::uint64_t behind = others(high); behind != 0)
-        length = 8 + std::countr_zero(behind) / 8;
-    else
-        return false;
-
-    // The fraction moves down over the point, then all digits up, so that zeros stand in front.
-    const std::uint64_t wholeDigits = (std::uint64_t{1} << (8 * whole)) - 1;
-    low = (low & wholeDigits) | (((low >> 8) | (high << 56)) & ~wholeDigits);
-    high >>= 8;
-    const int shift = 8 * (17 - length);
-    if (shift < 64) {
-        high = (high << shift) | (low >> (64 - shift));
-        low <<= shift;
-        number = JoinEightDigits(low) * 100000000 + JoinEightDigits(high);
-    } else {
-        number = shift < 128 ? JoinEightDigits(low << (shift - 64)) : 0;
-    }
-    exponent = whole + 1 - length;
-    p += length;
-    return true;
-}
-
-/// As ReadAnyFloat; numbers of up to fifteen digits, which are exact in an integer, take a short
-/// way. What can be read ends at `readable`; where that is not `end`, a NUL stands there.
-inline float ReadFloatAt(const char*& cursor, const char* end, const char* readable) {
-    const char* p = cursor;
+/// What the writer makes of nearly every number, eight characters at a time: a sign or none, up to
+/// seven digits, a point, digits to fourteen in all, perhaps "e-" and one digit, and then no ink.
+/// None for any other form and where fewer than kReadAhead characters can be read.
+inline TakenFloat TakeUsualFloat(const char* p, const char* readable) {
+    using namespace EightBytes;
+    if (!kWorksHere || readable - p < kReadAhead) return {};
     // Signs come at random, so no branch hangs on them.
-    const char first = p != end ? *p : '\0';
-    const bool negative = first == '-';
-    p += static_cast<int>(negative) | static_cast<int>(first == '+');
+    const bool isNegative = *p == '-';
+    p += static_cast<int>(isNegative) | static_cast<int>(*p == '+');
+    const std::uint64_t low = LoadDigits(p);
+    const std::uint64_t others = MarkOthers(low);
+    if (others == 0) return {};
+    const std::size_t whole = FindMark(others);
+    if (p[whole] != '.') return {};
 
-    std::uint64_t digits = 0;
-    std::ptrdiff_t exponent = 0;
-    if (!TakePointNumber(p, readable, digits, exponent)) {
-        if (!TakeDigits(p, end, digits)) return ReadAnyFloat(cursor, end);
-        if (p != end && *p == '.') {
-            const char* const fraction = ++p;
-            if (!TakeDigits(p, end, digits)) return ReadAnyFloat(cursor, end);
-            exponent = fraction - p;
-        }
+    // The whole digits move up over the point, so that seven digits stand behind a zero. What the
+    // number does not have is a zero behind it, too, and in `scale`: digits and scale stay exact
+    // in a double, and their quotient is the same to the bit.
+    const std::uint64_t point = FirstMark(others);
+    std::uint64_t digits = (low & BytesBefore(point)) << 8 | (low & BytesBehind(point));
+    std::size_t scale = 7 - whole;
+    if (others == point) {
+        const std::uint64_t high = LoadDigits(p + 8);
+        const std::uint64_t ends = MarkOthers(high);
+        if (ends == 0) return {};
+        const std::size_t length = FindMark(ends);
+        digits = JoinDigits(digits) * 100000000 + JoinDigits(high & kFirstBytes[length]);
+        scale += 8;
+        p += 8 + length;
+    } else {
+        const std::size_t length = FindMark(others ^ point);
+        digits = JoinDigits(digits & kFirstBytes[length]);
+        p += length;
     }
-    if (p != end && (*p == 'e' || *p == 'E')) {
-        ++p;
-        const bool negativeExponent = p != end && *p == '-';
-        if (negativeExponent || (p != end && *p == '+')) ++p;
-        // Two digits of exponent cover every number that ends up here in practice.
-        int value = 0;
-        int count = 0;
-        for (unsigned digit = 0; p != end && (digit = DigitAt(p)) <= 9; ++p) {
-            if (++count > 2) return ReadAnyFloat(cursor, end);
-            value = value * 10 + static_cast<int>(digit);
-        }
-        // Very small numbers need the digits counted.
-        if (negativeExponent && value > 30) return ReadAnyFloat(cursor, end);
-        exponent += negativeExponent ? -value : value;
+    if (IsInk(*p)) {
+        if (*p != 'e' || p[1] != '-' || DigitAt(p + 2) > 9 || IsInk(p[3])) return {};
+        scale += DigitAt(p + 2);
+        p += 3;
+        if (scale > kExactScale) return {};
     }
-    if (exponent <= -static_cast<std::ptrdiff_t>(kScaleCount) ||
-        exponent >= static_cast<std::ptrdiff_t>(kScaleCount))
-        return ReadAnyFloat(cursor, end);
+    const double exact = static_cast<double>(static_cast<std::int64_t>(digits));
+    return {static_cast<float>(exact / kSignedScales[2 * scale + (isNegative ? 1 : 0)]), p};
+}
 
-    double value = static_cast<double>(static_cast<std::int64_t>(digits));
-    if (exponent < 0)
-        value /= kScales[static_cast<std::size_t>(-exponent)];
-    else if (exponent > 0)
-        value *= kScales[static_cast<std::size_t>(exponent)];
-    cursor = p;
-    const std::uint64_t sign = std::uint64_t{negative} << 63;
-    return static_cast<float>(std::bit_cast<double>(std::bit_cast<std::uint64_t>(value) ^ sign));
+/// As ReadAnyFloat. What can be read ends at `readable`; where that is not `end`, a NUL stands
+/// there.
+inline TakenFloat ReadFloatAt(const char* cursor, const char* end, const char* readable) {
+    if (const TakenFloat usual = TakeUsualFloat(cursor, readable); usual.behind != nullptr)
+        return usual;
+    const float value = ReadShortFloat(cursor, end);
+    return {value, cursor};
 }
 
 }  // namespace VokNumberText::Detail

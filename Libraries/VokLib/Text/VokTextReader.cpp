@@ -39,15 +39,15 @@ const char* TokenEnd(const char* p, const char* end) {
 // behind it.
 
 float TakeFloat(const char*& cursor, const char* end) {
-    const float value = VokNumberText::Detail::ReadFloatAt(cursor, end, end + kReadAhead);
-    cursor = TokenEnd(cursor, end);
-    return value;
+    const auto taken = VokNumberText::Detail::ReadFloatAt(cursor, end, end + kReadAhead);
+    cursor = TokenEnd(taken.behind, end);
+    return taken.value;
 }
 
 int TakeInt(const char*& cursor, const char* end) {
-    const int value = VokNumberText::Detail::ReadIntAt(cursor, end);
-    cursor = TokenEnd(cursor, end);
-    return value;
+    const auto taken = VokNumberText::Detail::ReadIntAt(cursor, end, end + kReadAhead);
+    cursor = TokenEnd(taken.behind, end);
+    return taken.value;
 }
 
 unsigned TakeUnsigned(const char*& cursor, const char* end) {
@@ -239,10 +239,14 @@ void VokTextReader::ReadIndexedFloats(std::vector<std::pair<int, float>>& pairs)
     const auto wanted = static_cast<std::size_t>(std::max(ReadInt(), 0));
     const char* const end = buffer + length;
     PrepareRoom(pairs, std::min(wanted, (static_cast<std::size_t>(end - cursor) + 3) / 4));
-    while (pairs.size() < wanted && (cursor = SkipBlanks(cursor, end)) != end) {
-        const int index = ReadInt();
-        pairs.emplace_back(index, ReadFloat());
+    const char* p = cursor;
+    while (pairs.size() < wanted && (p = SkipBlanks(p, end)) != end) {
+        const int index = TakeInt(p, end);
+        p = SkipBlanks(p, end);
+        pairs.emplace_back(index, p == end ? 0.0f : TakeFloat(p, end));
     }
+    cursor = p;
+    CheckCursor();
     if (pairs.size() == wanted) return;
     ClaimPadding(2 * (wanted - pairs.size()));
     pairs.reserve(wanted);

@@ -6,8 +6,13 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include <VokLib/Text/VokNumberText.h>
+#include <VokLib/Text/VokTextReader.h>
+
+#include "Text/FloatRead.h"
 
 namespace {
 
@@ -150,6 +155,103 @@ TEST(FloatRead, LongNumbersAgreeWithTheDefinition) {
         if (random() % 3 == 0) text += "e" + std::to_string(static_cast<int>(random() % 75) - 38);
         ASSERT_EQ(Bits(Read(text)), Bits(ReadByDefinition(text))) << text;
     }
+}
+
+/// One of several texts.
+template <std::size_t kCount>
+std::string_view Pick(std::mt19937& random, const std::string_view (&texts)[kCount]) {
+    return texts[random() % kCount];
+}
+
+void AppendDigits(std::string& text, std::mt19937& random, unsigned most) {
+    for (auto n = random() % (most + 1); n > 0; --n) text += static_cast<char>('0' + random() % 10);
+}
+
+/// A number in any shape that the grammar has, and in some that it has not.
+std::string MakeShape(std::mt19937& random) {
+    static constexpr std::string_view kSigns[] = {"", "", "-", "-", "+", "--", "+-"};
+    static constexpr std::string_view kPoints[] = {".", ".", ".", ".", "", "..", ",", ":", "/"};
+    static constexpr std::string_view kPowers[] = {"",   "",   "",  "e-", "e-",  "e-",
+                                                   "e+", "E-", "e", "e",  "e--", "f-"};
+    static constexpr std::string_view kTails[] = {"",   "",  "",   "",     "",     "x",    "e-3",
+                                                  ".5", "-", "\v", "\x1f", "\x7f", "\xb1", "\xff"};
+    std::string text(Pick(random, kSigns));
+    AppendDigits(text, random, random() % 4 == 0 ? 20 : 8);
+    text += Pick(random, kPoints);
+    AppendDigits(text, random, random() % 4 == 0 ? 20 : 9);
+    const std::string_view power = Pick(random, kPowers);
+    text += power;
+    if (!power.empty()) AppendDigits(text, random, 2);
+    text += Pick(random, kTails);
+    return text;
+}
+
+/// A number from a document: what the writer makes of a float, denormals and infinities included,
+/// or one in the middle between two floats, which goes to the even one.
+std::string MakeValue(std::mt19937& random) {
+    static constexpr std::string_view kHalves[] = {".25", ".75", ".125", ".875", ".5"};
+    switch (random() % 4) {
+        case 0:
+            return VokNumberText::FormatFloat(
+                std::bit_cast<float>(static_cast<std::uint32_t>(random())));
+        case 1:
+            return std::to_string((1u << 22) + random() % (1u << 21)) +
+                   std::string(Pick(random, kHalves));
+        default:
+            const float share = static_cast<float>(random() % (1u << 24)) / (1u << 24);
+            return VokNumberText::FormatFloat((share * 2 - 1) *
+                                              std::pow(10.0f, static_cast<float>(random() % 4)));
+    }
+}
+
+float ReadPlainly(const std::string& text) {
+    const char* cursor = text.data();
+    return VokNumberText::Detail::ReadAnyFloat(cursor, text.data() + text.size());
+}
+
+TEST(FloatRead, InAListNumbersOfEveryShapeReadAsThePlainReaderReadsThem) {
+    static constexpr std::string_view kBlanks[] = {" ", " ", " ", "\n", "\t", "\r\n", "  "};
+    constexpr std::size_t kInAList = 300;
+    std::mt19937 random(11);
+    for (int list = 0; list < 10000; ++list) {
+        std::string text;
+        std::vector<std::string> tokens;
+        while (tokens.size() < kInAList) {
+            std::string token = random() % 2 == 0 ? MakeShape(random) : MakeValue(random);
+            if (token.empty()) continue;
+            text += token;
+            text += Pick(random, kBlanks);
+            tokens.push_back(std::move(token));
+        }
+        // The last ends with the text.
+        text += tokens.emplace_back("-1.25e-" + std::to_string(list % 12));
+        VokTextReader reader;
+        reader.AppendText(text.data(), text.size());
+        reader.RewindText();
+        std::vector<float> values;
+        reader.ReadFloats(values, static_cast<long long>(tokens.size()));
+        for (std::size_t i = 0; i < tokens.size(); ++i)
+            ASSERT_EQ(Bits(values[i]), Bits(ReadPlainly(tokens[i]))) << '"' << tokens[i] << '"';
+    }
+}
+
+TEST(FloatRead, LooksAtNothingBehindWhatCanBeRead) {
+    for (const std::string_view text :
+         {"-1.23456789e-5 7.0", "123.456 -0.5 1.0e-12 3.5", "1234567.1234567 8",
+          "0.5\n-0.25\t+.5e-1x", "1234567812345678.5", "1.5e-1e5 1.5e-10 1.5e-1.5"})
+        for (std::size_t begin = 0; begin <= text.size(); ++begin)
+            for (std::size_t end = begin; end <= text.size(); ++end) {
+                // On the heap and as long as what can be read, so that a sanitizer sees a step
+                // beyond.
+                const std::vector<char> copy(text.begin() + static_cast<std::ptrdiff_t>(begin),
+                                             text.begin() + static_cast<std::ptrdiff_t>(end));
+                const char* const last = copy.data() + copy.size();
+                const auto taken = VokNumberText::Detail::ReadFloatAt(copy.data(), last, last);
+                const char* plain = copy.data();
+                const float value = VokNumberText::Detail::ReadAnyFloat(plain, last);
+                ASSERT_EQ(Bits(taken.value), Bits(value)) << text.substr(begin, end - begin);
+                ASSERT_EQ(taken.behind, plain) << text.substr(begin, end - begin);
+            }
 }
 
 }  // namespace
