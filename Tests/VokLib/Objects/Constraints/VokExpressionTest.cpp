@@ -67,6 +67,15 @@ TEST(VokExpression, AForeignElementLeavesTheDepthRaised) {
     EXPECT_EQ(scene.At<VokNode>("|after").GetName(), "after");
 }
 
+TEST(VokExpression, AnotherInsideLeavesTheAttributesThatItGoesBackTo) {
+    Scene scene(R"(<expression name="e"><expression name="f"><code>x</code></expression>
+        <customData name="inner"/></expression><node name="after"/>)");
+    const auto& expression = scene.First<VokExpression>();
+    ASSERT_EQ(expression.GetChildCount(), 2u);
+    EXPECT_EQ(expression.GetChild(0)->GetName(), "f");
+    EXPECT_EQ(expression.GetChild(1)->GetName(), "inner");
+}
+
 TEST(VokExpression, TheEndOfACustomAttributeRepeatsIt) {
     Scene scene(R"(<expression name="e"><customData><attribute name="a" type="string">t</attribute>
         </customData></expression>)");
