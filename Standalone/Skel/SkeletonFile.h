@@ -32,7 +32,7 @@ class SkeletonFile {
         return *reinterpret_cast<const skeleton_header*>(image.lines.data());
     }
     /// In this machine's byte order.
-    std::span<const char> Bytes() const { return {image.lines.front().bytes, image.size}; }
+    std::span<const char> Bytes() const { return {image.Bytes(), image.size}; }
     bool IsBigEndian() const { return isBigEndian; }
     std::size_t Size() const { return image.size; }
 
@@ -44,7 +44,9 @@ class SkeletonFile {
         std::vector<Line> lines;
         std::size_t size = 0;  ///< in bytes
 
-        char* Bytes() { return lines.front().bytes; }
+        // The first of all lines' bytes, not of one line's alone.
+        char* Bytes() { return reinterpret_cast<char*>(lines.data()); }
+        const char* Bytes() const { return reinterpret_cast<const char*>(lines.data()); }
         void MakeRoom(std::size_t bytes) { lines.resize(bytes / sizeof(Line) + 1); }
     };
 
