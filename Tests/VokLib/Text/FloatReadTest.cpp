@@ -173,8 +173,8 @@ std::string MakeShape(std::mt19937& random) {
     static constexpr std::string_view kPoints[] = {".", ".", ".", ".", "", "..", ",", ":", "/"};
     static constexpr std::string_view kPowers[] = {"",   "",   "",  "e-", "e-",  "e-",
                                                    "e+", "E-", "e", "e",  "e--", "f-"};
-    static constexpr std::string_view kTails[] = {"",   "",  "",   "",     "",     "x",    "e-3",
-                                                  ".5", "-", "\v", "\x1f", "\x7f", "\xb1", "\xff"};
+    static constexpr std::string_view kTails[] = {
+        "", "", "", "", "", "x", "e-3", ".5", ":", "/", "-", "\v", "\x1f", "\x7f", "\xb1", "\xff"};
     std::string text(Pick(random, kSigns));
     AppendDigits(text, random, random() % 4 == 0 ? 20 : 8);
     text += Pick(random, kPoints);
@@ -238,7 +238,8 @@ TEST(FloatRead, InAListNumbersOfEveryShapeReadAsThePlainReaderReadsThem) {
 TEST(FloatRead, LooksAtNothingBehindWhatCanBeRead) {
     for (const std::string_view text :
          {"-1.23456789e-5 7.0", "123.456 -0.5 1.0e-12 3.5", "1234567.1234567 8",
-          "0.5\n-0.25\t+.5e-1x", "1234567812345678.5", "1.5e-1e5 1.5e-10 1.5e-1.5"})
+          "0.5\n-0.25\t+.5e-1x", "1234567812345678.5", "1.5e-1e5 1.5e-10 1.5e-1.5",
+          "0.25e-3 -1.5 1.5e-10 2.5 3.5 4.5 +1234567.1234567 0.5 9.87654321e-5 .5"})
         for (std::size_t begin = 0; begin <= text.size(); ++begin)
             for (std::size_t end = begin; end <= text.size(); ++end) {
                 // On the heap and as long as what can be read, so that a sanitizer sees a step
