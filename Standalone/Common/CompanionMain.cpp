@@ -1,5 +1,6 @@
 #include "CompanionMain.h"
 
+#include "FailureText.h"
 #include "LeavesWorlds.h"
 
 #include <Platform/ErrorText.h>
@@ -45,7 +46,7 @@ int EndStandardOutput(int status) {
 
 void ReportLackOfMemory() {
     // The streams may not have come up, and they would take memory.
-    std::fprintf(stderr, "%s: error: Cannot allocate memory\n", program);
+    std::fprintf(stderr, "%s: error: %s\n", program, kOutOfMemory);
 }
 
 }  // namespace

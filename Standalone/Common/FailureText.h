@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,14 @@ struct FailurePlace {
 std::string FailureText(const FailurePlace& place, std::string_view words);
 /// The same with "warning".
 std::string WarningText(const FailurePlace& place, std::string_view words);
+
+/// A lack of memory, whose own words are for programmers.
+inline constexpr const char* kOutOfMemory = "Cannot allocate memory";
+
+/// What a failure says, for people.
+inline const char* WordsOf(const std::exception& failure) {
+    return dynamic_cast<const std::bad_alloc*>(&failure) != nullptr ? kOutOfMemory : failure.what();
+}
 
 /// A document that cannot be read or written. The text is complete, with its place.
 class DocumentFailure : public std::exception {

@@ -72,7 +72,7 @@ LoadedDocument LoadDocument(VokWorld& world, const std::string& path,
         if (fromObject != nullptr && !fromObject->GetCauseObject().empty())
             place.object = fromObject->GetCauseObject();
 
-        std::string words = failure.what();
+        std::string words = WordsOf(failure);
         if (const auto* update = dynamic_cast<const VokUpdateFailure*>(&failure))
             words += ReasonLine(update->GetMessages());
         if (words.starts_with(kUndeclaredEntity)) words += kEntitiesAreNotRead;

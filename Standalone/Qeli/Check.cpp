@@ -1,5 +1,6 @@
 #include "Check.h"
 
+#include "FailureText.h"
 #include "LeavesWorlds.h"
 #include "LoadDocument.h"
 
@@ -8,6 +9,7 @@
 #include <exception>
 #include <iostream>
 #include <memory>
+#include <new>
 
 namespace {
 
@@ -36,6 +38,9 @@ bool Check(const std::vector<std::string>& paths) {
             // The end of the program takes the last one apart.
             if (kLeavesWorlds && &path == &paths.back()) static_cast<void>(world.release());
             std::cout << path << ": OK, " << Describe(version) << std::endl;
+        } catch (const std::bad_alloc&) {
+            std::cerr << path << ": error: " << kOutOfMemory << std::endl;
+            allFine = false;
         } catch (const std::exception& failure) {
             std::cerr << failure.what() << std::endl;
             allFine = false;

@@ -71,7 +71,7 @@ void Convert(const std::string& in, const std::string& out) {
         const auto* fromObject = dynamic_cast<const VokException*>(&failure);
         const std::string object =
             fromObject != nullptr ? fromObject->GetCauseObject() : std::string();
-        throw DocumentFailure({in, 0, 0, object}, failure.what());
+        throw DocumentFailure({in, 0, 0, object}, WordsOf(failure));
     }
     file.Publish();
     Warn(lost, in);

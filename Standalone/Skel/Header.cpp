@@ -71,7 +71,7 @@ HeaderContents FromScene(const HeaderOptions& options) {
         const FailurePlace place{.file = options.in, .object = failure.GetCauseObject()};
         throw DocumentFailure(place, failure.what());
     } catch (const std::exception& failure) {
-        throw DocumentFailure({options.in}, failure.what());
+        throw DocumentFailure({options.in}, WordsOf(failure));
     }
     return contents;
 }
