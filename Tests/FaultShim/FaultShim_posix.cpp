@@ -10,6 +10,7 @@
 
 #include <dlfcn.h>
 #include <fcntl.h>
+#include <poll.h>
 #include <signal.h>
 #include <stdarg.h>
 #include <stdio.h>
@@ -165,6 +166,10 @@ size_t fread(void* buffer, size_t size, size_t count, FILE* file) {
     file->_flags |= kErrorSeen;
     return 0;
 }
+ssize_t pread(int descriptor, void* buffer, size_t size, off_t at) {
+    NEXT(pread);
+    return CallFails() ? -1 : next(descriptor, buffer, size, at);
+}
 ssize_t write(int descriptor, const void* bytes, size_t size) {
     NEXT(write);
     return CallFails() ? -1 : next(descriptor, bytes, size);
@@ -207,6 +212,10 @@ int access(const char* path, int permission) {
     NEXT(access);
     return CallFails() ? -1 : next(path, permission);
 }
+int faccessat(int folder, const char* path, int permission, int flags) {
+    NEXT(faccessat);
+    return CallFails() ? -1 : next(folder, path, permission, flags);
+}
 int linkat(int from, const char* path, int to, const char* newPath, int flags) {
     NEXT(linkat);
     return CallFails() ? -1 : next(from, path, to, newPath, flags);
@@ -215,9 +224,33 @@ int rename(const char* from, const char* to) {
     NEXT(rename);
     return CallFails() ? -1 : next(from, to);
 }
+int fchown(int descriptor, uid_t owner, gid_t group) {
+    NEXT(fchown);
+    return CallFails() ? -1 : next(descriptor, owner, group);
+}
 int fchmod(int descriptor, mode_t mode) {
     NEXT(fchmod);
     return CallFails() ? -1 : next(descriptor, mode);
+}
+off_t lseek(int descriptor, off_t offset, int from) {
+    NEXT(lseek);
+    return CallFails() ? -1 : next(descriptor, offset, from);
+}
+off64_t lseek64(int descriptor, off64_t offset, int from) {
+    NEXT(lseek64);
+    return CallFails() ? -1 : next(descriptor, offset, from);
+}
+int fallocate(int descriptor, int mode, off_t offset, off_t size) {
+    NEXT(fallocate);
+    return CallFails() ? -1 : next(descriptor, mode, offset, size);
+}
+int ftruncate(int descriptor, off_t size) {
+    NEXT(ftruncate);
+    return CallFails() ? -1 : next(descriptor, size);
+}
+int poll(pollfd* waiting, nfds_t count, int milliseconds) {
+    NEXT(poll);
+    return CallFails() ? -1 : next(waiting, count, milliseconds);
 }
 int fsync(int descriptor) {
     NEXT(fsync);

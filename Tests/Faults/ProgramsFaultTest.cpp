@@ -1,14 +1,17 @@
 #include "Faults/FaultyRun.h"
+#include "Support/OrdinaryUser.h"
 #include "Support/TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <optional>
 #include <ostream>
 #include <set>
 #include <string>
@@ -20,12 +23,15 @@ namespace {
 namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
-/// A program with arguments that makes "out" of "in.qeli".
+/// A program with arguments that makes a file of "in.qeli".
 struct Work {
     const char* name;
     const char* program;
     Texts arguments;
     bool hasLog = false;
+    const char* out = "out";
+    std::string old = "the old content";
+    bool isInPlace = false;
 };
 
 std::ostream& operator<<(std::ostream& out, const Work& work) {
@@ -37,6 +43,13 @@ const Work kLoggedBake = {"LoggedBake",
                           "rigbake",
                           {"-in", "in.qeli", "-out", "out", "-ojc", "1", "-vs", "-logfile", "log"},
                           true};
+/// An ordinary user's, where the folder takes no other file. What is there is shorter, or longer.
+const Texts kBakeInPlaceArguments = {"-in", "in.qeli", "-out", "kept/out", "-ojc", "1"};
+const Work kBakeInPlace = {"BakeInPlace",     "rigbake", kBakeInPlaceArguments, false, "kept/out",
+                           "the old content", true};
+const Work kShorterBakeInPlace = {
+    "ShorterBakeInPlace",   "rigbake", kBakeInPlaceArguments, false, "kept/out",
+    std::string(9000, 'o'), true};
 const Work kConversion = {"Conversion", "qeli", {"convert", "in.qeli", "out"}};
 
 /// A small rig with a level of detail, constraints, a driven key and texts of every kind.
@@ -60,22 +73,47 @@ constexpr const char* kRig = R"(<?xml version="1.0" encoding="ISO-8859-1"?>
 
 class FaultyWork : public testing::TestWithParam<Work> {
   protected:
-    FaultyWork() {
+    void SetUp() override {
         folder.WriteFile("in.qeli", kRig);
+        if (GetParam().isInPlace) {
+            if (!OrdinaryUserMayRun()) GTEST_SKIP() << "an ordinary user cannot reach the programs";
+            KeepFolder();
+        }
         const FaultyResult run = Run({});
-        EXPECT_EQ(run.status, 0) << run.output << run.errors;
-        wanted = folder.ReadFile("out");
+        ASSERT_EQ(run.status, 0) << run.output << run.errors;
+        wanted = Out();
         EXPECT_NE(wanted, kOld);
         log = folder.ReadFile("log");
     }
-
-    FaultyResult Run(const Fault& fault) {
-        folder.WriteFile("out", kOld);
-        return RunWithFault(folder.Path(), GetParam().program, GetParam().arguments, fault);
+    void TearDown() override {
+        if (GetParam().isInPlace) chmod(folder.Path("kept").c_str(), 0755);
     }
 
+    static bool OrdinaryUserMayRun() {
+        const OrdinaryUser user;
+        return faccessat(AT_FDCWD, RIGBAKE_PROGRAMS "/rigbake", X_OK, AT_EACCESS) == 0;
+    }
+
+    /// The output's folder takes no other file.
+    void KeepFolder() const {
+        chmod(folder.Path().c_str(), 0777);
+        fs::create_directory(folder.Path("kept"));
+        chmod(folder.WriteFile(GetParam().out, "").c_str(), 0666);
+        chmod(folder.Path("kept").c_str(), 0555);
+    }
+
+    FaultyResult Run(const Texts& arguments, const Fault& fault) const {
+        folder.WriteFile(GetParam().out, kOld);
+        std::optional<OrdinaryUser> user;
+        if (GetParam().isInPlace) user.emplace();
+        return RunWithFault(folder.Path(), GetParam().program, arguments, fault);
+    }
+    FaultyResult Run(const Fault& fault) const { return Run(GetParam().arguments, fault); }
+
+    std::string Out() const { return folder.ReadFile(GetParam().out); }
+
     Texts Leftovers() const {
-        const std::set<std::string> known = {"in.qeli", "out", "log"};
+        const std::set<std::string> known = {"in.qeli", "out", "log", "kept"};
         Texts others;
         for (const fs::directory_entry& entry : fs::directory_iterator(folder.Path()))
             if (known.count(entry.path().filename().string()) == 0)
@@ -84,12 +122,13 @@ class FaultyWork : public testing::TestWithParam<Work> {
     }
 
     /// What holds for every run that something disturbs.
-    void ExpectHonest(const FaultyResult& run) {
+    void ExpectHonest(const FaultyResult& run, bool keepsOld = true) const {
         EXPECT_EQ(run.signal, 0);
         EXPECT_TRUE(run.status == 0 || run.status == 1) << run.status;
         EXPECT_EQ(Leftovers(), Texts{});
-        EXPECT_TRUE(folder.ReadFile("out") == (run.status == 0 ? wanted : kOld))
-            << "status " << run.status;
+        if (run.status == 0 || keepsOld) {
+            EXPECT_TRUE(Out() == (run.status == 0 ? wanted : kOld)) << "status " << run.status;
+        }
         if (run.status == 0 && GetParam().hasLog && folder.ReadFile("log") != log) {
             EXPECT_NE(run.errors.find("WARNING: log file 'log' is not whole: "), std::string::npos);
         }
@@ -102,7 +141,13 @@ class FaultyWork : public testing::TestWithParam<Work> {
         return false;
     }
 
-    const std::string kOld = "the old content";
+    /// The baker's word for it is the format's own.
+    static bool SaysLackOfMemory(const FaultyResult& run) {
+        const bool isBaker = std::string_view(GetParam().program) == "rigbake";
+        return Says(run, {"Cannot allocate memory"}) || (isBaker && Says(run, {"std::bad_alloc"}));
+    }
+
+    const std::string kOld = GetParam().old;
     TemporaryFolder folder;
     std::string wanted;
     std::string log;
@@ -119,8 +164,7 @@ class FailedAllocation : public FaultyWork {
             ExpectHonest(run);
             if (run.status == 0) continue;
             // The last is what the system says of a thread without memory for its stack.
-            EXPECT_TRUE(Says(run, {"std::bad_alloc", "Cannot allocate memory",
-                                   "Resource temporarily unavailable"}))
+            EXPECT_TRUE(SaysLackOfMemory(run) || Says(run, {"Resource temporarily unavailable"}))
                 << run.output << run.errors;
         }
     }
@@ -142,21 +186,17 @@ TEST_P(FailedAllocation, EachHundredthOfAnUpdate) {
     std::vector<std::string> arguments = GetParam().arguments;
     if (std::string(GetParam().program) == "rigbake")
         arguments.insert(arguments.end(), {"-autoupdate", "1"});
-    const auto run = [&](const Fault& fault) {
-        folder.WriteFile("out", kOld);
-        return RunWithFault(folder.Path(), GetParam().program, arguments, fault);
-    };
-    const long count = run({Fault::Kind::Allocation}).count;
+    const long count = Run(arguments, {Fault::Kind::Allocation}).count;
     ASSERT_GT(count, 1000);
-    EXPECT_EQ(folder.ReadFile("out"), wanted);
+    EXPECT_EQ(Out(), wanted);
     log = folder.ReadFile("log");
     for (long number = 1; number <= count && !HasFailure(); number += 101) {
         SCOPED_TRACE("allocation " + std::to_string(number));
-        const FaultyResult result = run({Fault::Kind::Allocation, number, number % 2 == 0});
+        const FaultyResult result =
+            Run(arguments, {Fault::Kind::Allocation, number, number % 2 == 0});
         ExpectHonest(result);
         if (result.status == 0) continue;
-        EXPECT_TRUE(Says(result, {"std::bad_alloc", "Cannot allocate memory"}))
-            << result.output << result.errors;
+        EXPECT_TRUE(SaysLackOfMemory(result)) << result.output << result.errors;
     }
 }
 
@@ -171,20 +211,16 @@ TEST_P(FailedLargeUpdate, EndsSoonAfterMemoryDoes) {
         old += "<node name=\"n" + std::to_string(i) +
                "\"><translate>0 1 2</translate><scale>1 1 1</scale></node>";
     folder.WriteFile("in.qeli", old + "</joint></scene></QEL>");
-    const auto run = [&](const Fault& fault) {
-        folder.WriteFile("out", kOld);
-        return RunWithFault(folder.Path(), GetParam().program,
-                            {"-in", "in.qeli", "-out", "out", "-au", "1"}, fault);
-    };
-    const FaultyResult undisturbed = run({Fault::Kind::Allocation});
+    const Texts arguments = {"-in", "in.qeli", "-out", "out", "-au", "1"};
+    const FaultyResult undisturbed = Run(arguments, {Fault::Kind::Allocation});
     ASSERT_EQ(undisturbed.status, 0) << undisturbed.output;
     for (long point = 1; point <= 12 && !HasFailure(); ++point) {
         const long number = undisturbed.count * point / 13;
         SCOPED_TRACE("allocation " + std::to_string(number));
-        const FaultyResult result = run({Fault::Kind::Allocation, number, true});
+        const FaultyResult result = Run(arguments, {Fault::Kind::Allocation, number, true});
         ExpectHonest(result);
         EXPECT_EQ(result.status, 1);
-        EXPECT_TRUE(Says(result, {"std::bad_alloc"})) << result.output << result.errors;
+        EXPECT_TRUE(SaysLackOfMemory(result)) << result.output << result.errors;
     }
 }
 
@@ -197,7 +233,8 @@ class FailedCall : public FaultyWork {
         for (long number = 1; number <= count && !HasFailure(); ++number) {
             SCOPED_TRACE("call " + std::to_string(number));
             const FaultyResult run = Run({Fault::Kind::Call, number, false, error});
-            ExpectHonest(run);
+            // A disk that breaks while a file is written in place breaks the file.
+            ExpectHonest(run, !GetParam().isInPlace);
             if (run.status == 0) continue;
             // The tests of names and the reader have words of their own, without a reason.
             EXPECT_TRUE(
@@ -232,7 +269,7 @@ class EndedRun : public FaultyWork {
             if (run.signal != signal) {
                 EXPECT_EQ(run.status, 0);
             }
-            const std::string content = folder.ReadFile("out");
+            const std::string content = Out();
             EXPECT_TRUE(content == kOld || content == wanted);
             // Between its name and its place a file of a process that is killed stays.
             if (signal == SIGKILL) {
@@ -247,7 +284,9 @@ TEST_P(EndedRun, ByTheUser) {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) EndInFrontOfEach(signal);
 }
 
-TEST_P(EndedRun, WithoutMercy) {
+class KilledRun : public EndedRun {};
+
+TEST_P(KilledRun, WithoutMercy) {
     EndInFrontOfEach(SIGKILL);
 }
 
@@ -255,10 +294,12 @@ std::string NameOf(const testing::TestParamInfo<Work>& work) {
     return work.param.name;
 }
 
-const auto kWorks = testing::Values(kBake, kLoggedBake, kConversion);
+const auto kWorks = testing::Values(kBake, kLoggedBake, kConversion, kBakeInPlace);
 INSTANTIATE_TEST_SUITE_P(Of, FailedLargeUpdate, testing::Values(kBake), NameOf);
 INSTANTIATE_TEST_SUITE_P(Of, FailedAllocation, kWorks, NameOf);
 INSTANTIATE_TEST_SUITE_P(Of, FailedCall, kWorks, NameOf);
+INSTANTIATE_TEST_SUITE_P(OfAShorter, FailedCall, testing::Values(kShorterBakeInPlace), NameOf);
 INSTANTIATE_TEST_SUITE_P(Of, EndedRun, kWorks, NameOf);
+INSTANTIATE_TEST_SUITE_P(Of, KilledRun, testing::Values(kBake, kLoggedBake, kConversion), NameOf);
 
 }  // namespace
