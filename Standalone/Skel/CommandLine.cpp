@@ -197,7 +197,8 @@ void AddHeader(CompanionCommands& commands, Arguments& arguments) {
                 "A skeleton file, or the scene it is baked from");
     command
         .add_option("--prefix", arguments.header.prefix,
-                    "What the constants' names begin with (SKELETON)")
+                    "What the constants' names begin with (SKELETON), another for each skeleton "
+                    "that one source file includes")
         ->type_name("NAME")
         ->check(RefuseNoIdentifier);
     command.add_flag("--multi-root", arguments.header.hasMultipleRoots,

@@ -146,5 +146,8 @@ void PrintHeader(const HeaderContents& contents, const std::string& prefix, std:
         else
             out << joint.parent << '\n';
     }
-    out << "\n#endif\n";
+    // Included twice it stays silent; behind another skeleton's it must not vanish without a word.
+    out << "\n#elif " << prefix << "_SIGNATURE != " << Description::HashText(contents.signature)
+        << "u\n#error \"Two skeletons have the prefix " << prefix
+        << ": give each its own, skel header --prefix\"\n#endif\n";
 }

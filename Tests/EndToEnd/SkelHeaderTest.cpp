@@ -34,6 +34,8 @@ constexpr const char* kHeader =
 #define HERO_HASH_2ND 0x7A7B0E9Au
 #define HERO_PARENT_2ND 0
 
+#elif HERO_SIGNATURE != 0xSIGNATUREu
+#error "Two skeletons have the prefix HERO: give each its own, skel header --prefix"
 #endif
 )";
 
@@ -177,6 +179,30 @@ TEST_F(SkelHeader, AnyNamesMakeConstantsThatCompile) {
                      "unsigned odd[] = {for_INDEX_INT, for_HASH_CLASS, for_SIGNATURE,\n"
                      "    for_HASH_SIGNATURE, for_PARENT_12 + 0u, for_HASH_H__FT};\n");
     ExpectToCompile("use.c");
+}
+
+TEST_F(SkelHeader, AnotherSkeletonWithTheSamePrefixStopsTheCompiler) {
+    folder.WriteFile("other.qeli", Document("<scene><joint name=\"hips\"/></scene>"));
+    folder.WriteFile("hero.h", Header({"hero.qeli"}).output);
+    folder.WriteFile("other.h", Header({"other.qeli"}).output);
+    folder.WriteFile("named.h", Header({"other.qeli", "--prefix", "OTHER"}).output);
+    folder.WriteFile("two.c", "#include \"hero.h\"\n#include \"other.h\"\n");
+    folder.WriteFile("twice.c",
+                     "#include \"hero.h\"\n#include \"named.h\"\n#include \"hero.h\"\n"
+                     "int counts[] = {SKELETON_JOINT_COUNT, OTHER_JOINT_COUNT};\n");
+    ExpectToCompile("twice.c");
+    if (IsSkipped()) return;
+    for (const char* compiler : {"cc -std=c11", "c++ -x c++"}) {
+        EXPECT_NE(std::system(("cd '" + folder.GetPath().string() + "' && " + compiler +
+                               " -c two.c 2>errors")
+                                  .c_str()),
+                  0);
+        EXPECT_NE(folder.ReadFile("errors").find(
+                      "Two skeletons have the prefix SKELETON: give each its own, skel header "
+                      "--prefix"),
+                  std::string::npos)
+            << folder.ReadFile("errors");
+    }
 }
 
 TEST_F(SkelHeader, CompilesAsCAndAsCpp) {
