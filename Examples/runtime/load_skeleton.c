@@ -101,6 +101,10 @@ static void print_skeleton(const skeleton_header* skeleton) {
 
 int main(int argc, char** argv) {
     int status = EXIT_SUCCESS;
+    if (argc < 2) {
+        fprintf(stderr, "Usage: load_skeleton FILE...\n");
+        return 2;
+    }
     for (int i = 1; i < argc; ++i) {
         size_t size;
         void* const bytes = read_file(argv[i], &size);

@@ -115,7 +115,8 @@ skeleton_refuse_(skeleton_check_* check, uint64_t at, const char* format, ...) {
         const size_t room = sizeof fault->text;
         size_t used = 0;
         va_list values;
-        fault->offset = SKELETON_CAST(size_t, at);
+        /* A cast would be idle where the two types are one. */
+        fault->offset = at & SIZE_MAX;
         for (size_t i = 0; i < check->depth; ++i)
             used += SKELETON_CAST(
                 size_t, snprintf(fault->text + used, room - used, "%s[%llu].", check->path[i].name,

@@ -125,8 +125,9 @@ static inline int skeleton_check_block_end_(skeleton_check_* check, skeleton_row
     const uint64_t end = skeleton_next_table_(check, tables, block->at + 4, 0, "end");
     if (end == 0) return 0;
     if (!block->is_limit_end || end == block->limit) return 1;
-    return skeleton_refuse_(check, end, "goes on to 0x%04llX behind its last table",
-                            SKELETON_U_(block->limit));
+    return skeleton_refuse_(check, block->at + 4,
+                            "end leads to 0x%04llX, but the item goes on to 0x%04llX",
+                            SKELETON_U_(end), SKELETON_U_(block->limit));
 }
 
 #endif

@@ -192,7 +192,9 @@ static inline void skeleton_check_constraints_(skeleton_check_* check,
     uint64_t joints;
     int is_sound;
     if (block->limit - at < sizeof(skeleton_joint_constraints)) {
-        skeleton_refuse_(check, at, "ends within the header of its constraints");
+        skeleton_refuse_(check, at + offsetof(skeleton_joint_constraints, end),
+                         "end is at 0x%04llX at most, within the header of its constraints",
+                         SKELETON_U_(block->limit));
         return;
     }
     constrained_count =
@@ -208,7 +210,9 @@ static inline void skeleton_check_constraints_(skeleton_check_* check,
     if (joints != 0 && skeleton_check_slots_(check, joints, 0, constrained_count))
         skeleton_check_slots_(check, joints, constrained_count, target_count);
     if (skeleton_check_lists_(check, &tables, at) == 0 && is_sound)
-        is_sound = skeleton_refuse_(check, at, "holds no constraints");
+        is_sound =
+            skeleton_refuse_(check, at + offsetof(skeleton_joint_constraints, orientation_count),
+                             "orientation_count is 0, as are the counts of the other lists");
     if (is_sound) skeleton_check_block_end_(check, &tables, block);
 }
 

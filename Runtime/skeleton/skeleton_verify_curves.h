@@ -12,19 +12,10 @@ typedef struct skeleton_driven_layout_ {
     uint64_t curve_count;
     uint32_t object_count, driven_count, output_count;
     uint32_t external_input_count, external_output_count;
-    int is_header_sound, are_curves_sound, are_targets_sound;
+    int is_header_sound; /* no fault of it is noted yet: a table may still disagree with it */
+    int are_curves_sound, are_targets_sound;
     int are_curves_told; /* the outputs tell whose each curve is */
 } skeleton_driven_layout_;
-
-/* The first fault of the header is noted, though it may show late: when it disagrees with a table.
- */
-static inline void skeleton_refuse_header_(skeleton_check_* check, skeleton_driven_layout_* block,
-                                           size_t field, const char* format, uint64_t stated,
-                                           uint64_t wanted) {
-    if (block->is_header_sound)
-        block->is_header_sound = skeleton_refuse_(check, block->at + field, format,
-                                                  SKELETON_U_(stated), SKELETON_U_(wanted));
-}
 
 /* What an index beside a channel's type must stay below. */
 static inline uint32_t skeleton_channel_room_(const skeleton_check_* check,
@@ -192,9 +183,10 @@ static inline void skeleton_check_curves_(skeleton_check_* check, skeleton_drive
     }
     block->times = place;
     skeleton_check_all_times_(check, block);
-    if (block->are_curves_sound && used != block->object_count)
-        skeleton_refuse_header_(check, block, offsetof(skeleton_driven_keys, object_count),
-                                "object_count is %llu, not %llu", block->object_count, used);
+    if (block->is_header_sound && block->are_curves_sound && used != block->object_count)
+        block->is_header_sound = skeleton_refuse_(
+            check, block->at + offsetof(skeleton_driven_keys, object_count),
+            "object_count is %llu, not %llu", SKELETON_U_(block->object_count), SKELETON_U_(used));
 }
 
 /* The keys, named by their curve. */

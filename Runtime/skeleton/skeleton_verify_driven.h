@@ -52,10 +52,11 @@ static inline void skeleton_check_driven_objects_(skeleton_check_* check,
                                                   skeleton_driven_layout_* block) {
     const uint64_t rows = skeleton_driven_rows_(check, block);
     uint64_t table;
-    if (rows > block->object_count)
-        skeleton_refuse_header_(check, block, offsetof(skeleton_driven_keys, object_count),
-                                "object_count is %llu, but there are rows for %llu",
-                                block->object_count, rows);
+    if (block->is_header_sound && rows > block->object_count)
+        block->is_header_sound =
+            skeleton_refuse_(check, block->at + offsetof(skeleton_driven_keys, object_count),
+                             "object_count is %llu, but there are rows for %llu",
+                             SKELETON_U_(block->object_count), SKELETON_U_(rows));
     table = skeleton_next_table_(check, &block->tables,
                                  block->at + offsetof(skeleton_driven_keys, objects), 4 * rows,
                                  "objects");
@@ -116,8 +117,7 @@ static inline int skeleton_check_output_target_(skeleton_check_* check, uint64_t
 static inline void skeleton_check_outputs_(skeleton_check_* check, skeleton_driven_layout_* block) {
     const uint64_t size = sizeof(skeleton_driven_output);
     const uint64_t limit = block->tables.limit;
-    const uint64_t outputs_end = block->outputs + size * block->output_count;
-    uint64_t curve = skeleton_align_(outputs_end);
+    uint64_t curve = block->outputs + size * block->output_count; /* on a boundary: no padding */
     uint64_t behind_curves = 0;
     int is_sound = 1;
     block->curves = curve;
@@ -139,7 +139,7 @@ static inline void skeleton_check_outputs_(skeleton_check_* check, skeleton_driv
     if (block->targets == 0) return;
     block->are_curves_told = block->targets == behind_curves;
     block->curve_count = (block->targets - block->curves) / sizeof(skeleton_driven_curve);
-    block->are_curves_sound = skeleton_check_padding_(check, outputs_end, block->curves, "curves");
+    block->are_curves_sound = 1;
     block->are_targets_sound =
         !block->are_curves_told || skeleton_check_padding_(check, curve, block->targets, "targets");
 }
@@ -164,10 +164,11 @@ static inline int skeleton_check_targets_(skeleton_check_* check, skeleton_drive
         if (!is_sound) return 0;
         if (is_rotation && index == driven) ++driven;
     }
-    if (driven != block->driven_count)
-        skeleton_refuse_header_(check, block, offsetof(skeleton_driven_keys, driven_object_count),
-                                "driven_object_count is %llu, not %llu", block->driven_count,
-                                driven);
+    if (block->is_header_sound && driven != block->driven_count)
+        block->is_header_sound =
+            skeleton_refuse_(check, block->at + offsetof(skeleton_driven_keys, driven_object_count),
+                             "driven_object_count is %llu, not %llu",
+                             SKELETON_U_(block->driven_count), SKELETON_U_(driven));
     return 1;
 }
 
@@ -189,7 +190,9 @@ static inline void skeleton_check_driven_keys_(skeleton_check_* check, uint64_t 
     skeleton_driven_layout_ block;
     memset(&block, 0, sizeof block);
     if (item->limit - at < sizeof(skeleton_driven_keys)) {
-        skeleton_refuse_(check, at, "ends within the header of its driven keys");
+        skeleton_refuse_(check, at + offsetof(skeleton_driven_keys, end),
+                         "end is at 0x%04llX at most, within the header of its driven keys",
+                         SKELETON_U_(item->limit));
         return;
     }
     block.at = at;
@@ -203,11 +206,12 @@ static inline void skeleton_check_driven_keys_(skeleton_check_* check, uint64_t 
         skeleton_u32_(check, procedural + offsetof(skeleton_procedural, external_input_count));
     block.external_output_count =
         skeleton_u32_(check, procedural + offsetof(skeleton_procedural, external_output_count));
-    if (block.driven_count > block.object_count)
-        skeleton_refuse_header_(check, &block, offsetof(skeleton_driven_keys, driven_object_count),
-                                "driven_object_count is %llu, above the %llu of object_count",
-                                block.driven_count, block.object_count);
-    if (block.output_count == 0 && block.is_header_sound)
+    if (block.is_header_sound && block.driven_count > block.object_count)
+        block.is_header_sound =
+            skeleton_refuse_(check, at + offsetof(skeleton_driven_keys, driven_object_count),
+                             "driven_object_count is %llu, above the %llu of object_count",
+                             SKELETON_U_(block.driven_count), SKELETON_U_(block.object_count));
+    if (block.is_header_sound && block.output_count == 0)
         block.is_header_sound = skeleton_refuse_(
             check, at + offsetof(skeleton_driven_keys, output_count), "output_count is 0");
     skeleton_check_driven_objects_(check, &block);

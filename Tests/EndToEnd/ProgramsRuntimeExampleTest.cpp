@@ -82,3 +82,26 @@ TEST_F(RuntimeExample, RefusesADamagedFileWithItsPlace) {
     EXPECT_EQ(Load("damaged", false), "damaged: 0x006A: joints[7].parent is 9, not below 7\n");
     EXPECT_EQ(Load("absent", false), "absent: cannot be read\n");
 }
+
+TEST_F(RuntimeExample, WithoutAFileTellsItsUsage) {
+    EXPECT_EQ(Shell("./load >out 2>errors; test $? -eq 2"), 0);
+    EXPECT_EQ(folder.ReadFile("out"), "");
+    EXPECT_EQ(folder.ReadFile("errors"), "Usage: load_skeleton FILE...\n");
+}
+
+TEST_F(RuntimeExample, TheHeaderIsSilentUnderStricterWarnings) {
+    folder.WriteFile("use.c", "#include <skeleton/skeleton.h>\n");
+    const std::string flags =
+        " -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Wundef -Wformat=2 "
+        "-Werror -fsyntax-only -I '" RIGBAKE_SOURCE_ROOT "/Runtime' ";
+    EXPECT_EQ(Shell("cc -std=c11 -Wstrict-prototypes" + flags + "use.c 2>errors"), 0)
+        << folder.ReadFile("errors");
+    // Only one of the compilers knows of casts that do nothing.
+    if (Shell("c++ -Werror -Wuseless-cast -x c++ -fsyntax-only /dev/null 2>errors") == 0)
+        folder.WriteFile("flags", "-Wuseless-cast");
+    else
+        folder.WriteFile("flags", "");
+    EXPECT_EQ(
+        Shell("c++ -std=c++11 -Wold-style-cast $(cat flags)" + flags + "-x c++ use.c 2>errors"), 0)
+        << folder.ReadFile("errors");
+}

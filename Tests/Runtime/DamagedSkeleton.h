@@ -49,9 +49,11 @@ class DamagedSkeleton : public testing::Test {
         skeleton_fault fault;
         ASSERT_FALSE(skeleton_verify(sample.Data(), sample.Size(), &fault)) << text;
         EXPECT_EQ(fault.text, text);
-        EXPECT_EQ(fault.offset, static_cast<std::size_t>(static_cast<const char*>(place) -
-                                                         static_cast<const char*>(sample.Data())))
-            << text;
+        EXPECT_EQ(fault.offset, PlaceOf(place)) << text;
+    }
+    std::size_t PlaceOf(const void* part) {
+        return static_cast<std::size_t>(static_cast<const char*>(part) -
+                                        static_cast<const char*>(sample.Data()));
     }
 
     SkeletonSample sample = SkeletonSample::Load("parts-little");
