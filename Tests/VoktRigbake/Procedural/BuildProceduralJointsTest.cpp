@@ -194,6 +194,30 @@ TEST(ProceduralJoints, ConstraintsOfOneStageAreOrderedByTypeThenByDocument) {
     EXPECT_EQ(items.scaleItems.size(), 1u);
 }
 
+TEST(ProceduralJoints, AJointAndItsParentMayBeConstrainedInOneItem) {
+    RigScene rig(kJoints + Orientation("o", "d", "a") +
+                 Constraint("orientationConstraint", "p", "||root|d|e", {"||root|a"}));
+    const auto procedural = rig.WithConstraints().Build();
+    ASSERT_EQ(KindsOf(procedural.get()), "C");
+    const auto& item = std::get<JointConstraints>(procedural->items[0]);
+    EXPECT_EQ(item.constrainedJoints, (std::set<std::int32_t>{4, 5}));
+    EXPECT_EQ(item.orientationItems.size(), 2u);
+}
+
+TEST(ProceduralJoints, AnAimWithAnUpObjectAloneConstrainsItsJointWithoutAnEntry) {
+    // Nothing waits for it: its joint may be the up object of another aim of the same item.
+    const std::string up = R"(<upobject name="||root|c" transform="rotate"/>)";
+    RigScene rig(kJoints + Constraint("aimConstraint", "x", "||root|c", {}, up) +
+                 Constraint("aimConstraint", "y", "||root|a", {"||root|b"}, up));
+    const auto procedural = rig.WithConstraints().Build();
+    ASSERT_EQ(KindsOf(procedural.get()), "C");
+    const auto& item = std::get<JointConstraints>(procedural->items[0]);
+    EXPECT_EQ(item.constrainedJoints, (std::set<std::int32_t>{1, 3}));
+    EXPECT_EQ(item.targetJoints, (std::set<std::int32_t>{2, 3}));
+    ASSERT_EQ(item.aimItems.size(), 1u);
+    EXPECT_EQ(item.aimItems[0].constraint->GetName(), "y");
+}
+
 TEST(ProceduralJoints, TypesDecideWhichOfTwoFaultsIsReported) {
     // The translation constraint stands last in the document and is added first.
     EXPECT_EQ(BuildFailure(R"(<scene name="x"><node name="n"/></scene>)" +
