@@ -21,6 +21,7 @@ int LastErrorNumber() {
         case ERROR_LOCK_VIOLATION:
         case ERROR_CANNOT_MAKE:
         case ERROR_DELETE_PENDING:
+        case ERROR_USER_MAPPED_FILE:
             return EACCES;
         case ERROR_WRITE_PROTECT:
             return EROFS;

@@ -87,8 +87,8 @@ int UnfinishedFile::File::CreateIn(const std::string& folder) {
     for (unsigned int attempt = 0; attempt < kMostAttempts; ++attempt) {
         named.emplace(FreshName(folder, folderLength, attempt));
         handle.Reset(CreateFileA(named->GetName().c_str(), GENERIC_READ | GENERIC_WRITE,
-                                 FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                 CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+                                 FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, CREATE_NEW,
+                                 FILE_ATTRIBUTE_NORMAL, nullptr));
         if (handle.IsValid()) return 0;
         const int error = LastErrorNumber();
         named.reset();

@@ -33,28 +33,35 @@ bool IsFoldersRefusal(int error) {
     return error == EACCES || error == EROFS || error == ENAMETOOLONG;
 }
 
+/// Whether nobody may put another file in this one's place, as opposed to a file that somebody uses
+/// at the moment, which must stay as it is.
+bool IsNeverReplaced(const std::string& path) {
+    const OwnedHandle file(CreateFileA(path.c_str(), DELETE,
+                                       FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                       nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    return !file.IsValid() && GetLastError() == ERROR_ACCESS_DENIED;
+}
+
 }  // namespace
 
 int WholeFile::Target::SaveInPlace(const char* bytes, std::size_t size) {
     const OwnedHandle file(OpenForWriting(path));
     if (!file.IsValid()) return LastErrorNumber();
-    // A disk that has no room for the new content must not cost the old one.
+    // A disk that has no room for the new content must not cost the old one, nor must a program
+    // that has the old one mapped into its memory and so keeps it from getting shorter.
     LARGE_INTEGER before;
     LARGE_INTEGER end;
     end.QuadPart = static_cast<LONGLONG>(size);
     if (!GetFileSizeEx(file.Get(), &before)) return LastErrorNumber();
     const DeferEvents untilItIsWhole;
-    if (end.QuadPart > before.QuadPart) {
-        if (!SetFilePointerEx(file.Get(), end, nullptr, FILE_BEGIN) || !SetEndOfFile(file.Get())) {
-            const int error = LastErrorNumber();
-            SetFilePointerEx(file.Get(), before, nullptr, FILE_BEGIN);
-            SetEndOfFile(file.Get());
-            return error;
-        }
-        SetFilePointerEx(file.Get(), {}, nullptr, FILE_BEGIN);
+    if (!SetFilePointerEx(file.Get(), end, nullptr, FILE_BEGIN) || !SetEndOfFile(file.Get())) {
+        const int error = LastErrorNumber();
+        SetFilePointerEx(file.Get(), before, nullptr, FILE_BEGIN);
+        SetEndOfFile(file.Get());
+        return error;
     }
+    if (!SetFilePointerEx(file.Get(), {}, nullptr, FILE_BEGIN)) return LastErrorNumber();
     if (const int error = WriteAll(file.Get(), bytes, size); error != 0) return error;
-    if (!SetEndOfFile(file.Get())) return LastErrorNumber();
     return Flush(file.Get());
 }
 
@@ -82,13 +89,11 @@ int WholeFile::Open(const std::string& path) {
 
 int WholeFile::Save(const char* bytes, std::size_t size) {
     if (target->device.IsValid()) return WriteAll(target->device.Get(), bytes, size);
-    int error = target->unfinishedError;
-    if (error == 0) {
-        error = target->unfinished.Write(bytes, size);
-        if (error != 0) return error;
-        error = target->unfinished.Publish();
-    }
-    if (!target->isThere || !IsFoldersRefusal(error)) return error;
+    if (const int error = target->unfinishedError; error != 0)
+        return IsFoldersRefusal(error) ? target->SaveInPlace(bytes, size) : error;
+    if (const int error = target->unfinished.Write(bytes, size); error != 0) return error;
+    const int error = target->unfinished.Publish();
+    if (error != EACCES || !target->isThere || !IsNeverReplaced(target->path)) return error;
     return target->SaveInPlace(bytes, size);
 }
 

@@ -4,9 +4,12 @@
 
 #include <gtest/gtest.h>
 #include <windows.h>
+// Behind the header on which it stands.
+#include <sddl.h>
 
 #include <cerrno>
 #include <filesystem>
+#include <utility>
 
 namespace {
 
@@ -57,6 +60,91 @@ TEST(WholeFile, AFileThatSomebodyHasOpenIsNotReplaced) {
     EXPECT_EQ(Save(out, "new"), EACCES);
     CloseHandle(reader);
     EXPECT_EQ(folder.ReadFile("out"), "old");
+}
+
+/// A view of a file in memory, of which no handle is open any more.
+class MappedFile {
+  public:
+    explicit MappedFile(const std::string& path) {
+        const HANDLE file = CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr,
+                                        OPEN_EXISTING, 0, nullptr);
+        const HANDLE mapping = CreateFileMappingA(file, nullptr, PAGE_READONLY, 0, 0, nullptr);
+        view = MapViewOfFile(mapping, FILE_MAP_READ, 0, 0, 0);
+        CloseHandle(mapping);
+        CloseHandle(file);
+        EXPECT_NE(view, nullptr);
+    }
+    MappedFile(const MappedFile&) = delete;
+    MappedFile& operator=(const MappedFile&) = delete;
+    ~MappedFile() { UnmapViewOfFile(view); }
+
+  private:
+    void* view;
+};
+
+TEST(WholeFile, AFileThatSomebodyHasInMemoryStaysAsItWas) {
+    const TemporaryFolder folder;
+    const std::string old(200'000, 'o');
+    const std::string out = folder.WriteFile("out", old);
+    for (const std::size_t size : {4096, 200'000, 400'000}) {
+        {
+            const MappedFile user(out);
+            EXPECT_EQ(Save(out, std::string(size, 'n')), EACCES) << size;
+            EXPECT_TRUE(folder.ReadFile("out") == old) << size;
+        }
+        EXPECT_EQ(std::distance(fs::directory_iterator(folder.Path()), fs::directory_iterator()),
+                  1);
+    }
+    EXPECT_EQ(Save(out, "new"), 0);
+    EXPECT_EQ(folder.ReadFile("out"), "new");
+}
+
+/// Who may do what with a folder, in the system's own words.
+void SetPermissions(const std::string& folder, const char* words) {
+    PSECURITY_DESCRIPTOR permissions = nullptr;
+    ASSERT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorA(words, SDDL_REVISION_1,
+                                                                     &permissions, nullptr));
+    EXPECT_TRUE(SetFileSecurityA(folder.c_str(), DACL_SECURITY_INFORMATION, permissions));
+    LocalFree(permissions);
+}
+
+/// A folder that takes no other file while the object lives.
+class ClosedFolder {
+  public:
+    explicit ClosedFolder(std::string name) : folder(std::move(name)) {
+        SetPermissions(folder, "D:P(A;;FRFX;;;WD)");
+    }
+    ClosedFolder(const ClosedFolder&) = delete;
+    ClosedFolder& operator=(const ClosedFolder&) = delete;
+    ~ClosedFolder() { SetPermissions(folder, "D:P(A;OICI;FA;;;WD)"); }
+
+  private:
+    std::string folder;
+};
+
+TEST(WholeFile, InAFolderThatTakesNoOtherFileTheContentIsWrittenInPlace) {
+    const TemporaryFolder folder;
+    const std::string out = folder.WriteFile("out", std::string(200'000, 'o'));
+    const ClosedFolder closed(folder.Path());
+    ASSERT_NE(Save(folder.Path("other"), "new"), 0);
+    for (const std::size_t size : {4096, 200'000, 400'000}) {
+        const std::string text(size, 'n');
+        EXPECT_EQ(Save(out, text), 0) << size;
+        EXPECT_TRUE(folder.ReadFile("out") == text) << size;
+    }
+}
+
+TEST(WholeFile, WhatSomebodyHasInMemoryIsNotMadeShorterInPlace) {
+    const TemporaryFolder folder;
+    const std::string old(200'000, 'o');
+    const std::string out = folder.WriteFile("out", old);
+    const ClosedFolder closed(folder.Path());
+    const MappedFile user(out);
+    EXPECT_EQ(Save(out, "new"), EACCES);
+    EXPECT_TRUE(folder.ReadFile("out") == old);
+    const std::string longer(400'000, 'n');
+    EXPECT_EQ(Save(out, longer), 0);
+    EXPECT_TRUE(folder.ReadFile("out") == longer);
 }
 
 TEST(WholeFile, ADeviceIsWritten) {
