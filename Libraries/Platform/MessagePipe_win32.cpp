@@ -4,9 +4,14 @@
 
 #include <windows.h>
 
+#include <algorithm>
+
 namespace Platform {
 
 namespace {
+
+/// Milliseconds between two looks for a pipe that is missing.
+constexpr DWORD kPauseBetweenLooks = 10;
 
 HANDLE PipeHandle(std::intptr_t handle) {
     return reinterpret_cast<HANDLE>(handle);
@@ -93,9 +98,18 @@ PipeExchange MessagePipe::Transact(std::span<const char> request, std::span<char
 }
 
 std::uint32_t WaitForPipe(const PipeAddress& address, std::uint32_t, int milliseconds) {
-    return WaitNamedPipeA(PipePath(address).c_str(), static_cast<DWORD>(milliseconds))
-               ? 0
-               : GetLastError();
+    const std::string path = PipePath(address);
+    const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(milliseconds);
+    for (;;) {
+        const ULONGLONG now = GetTickCount64();
+        const DWORD left = now < end ? static_cast<DWORD>(end - now) : 0;
+        // 0 would be the wait that the server has set.
+        if (WaitNamedPipeA(path.c_str(), std::max<DWORD>(left, 1))) return 0;
+        const DWORD error = GetLastError();
+        // The system waits for room in a pipe, and not at all for a pipe that is still missing.
+        if (error != ERROR_FILE_NOT_FOUND || left == 0) return error;
+        Sleep(std::min(left, kPauseBetweenLooks));
+    }
 }
 
 }  // namespace Platform
