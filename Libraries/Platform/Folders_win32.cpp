@@ -8,10 +8,14 @@
 #include <shlobj.h>
 
 #include <algorithm>
+#include <cstring>
 
 namespace Platform {
 
 namespace {
+
+/// The bytes of the longest full name that a folder can have.
+constexpr std::size_t kLongestFolder = 247;
 
 /// The system's file status, which knows no name that ends in a separator.
 bool Status(std::string path, struct _stat64& status) {
@@ -46,6 +50,8 @@ bool CreateFolders(const std::string& path) {
     // The call takes full names with backslashes alone.
     char full[MAX_PATH];
     if (_fullpath(full, path.c_str(), sizeof full) == nullptr) return false;
+    // Of a chain that ends beyond the limit the call would make the part that does not.
+    if (std::strlen(full) > kLongestFolder) return false;
     SHCreateDirectoryExA(nullptr, full, nullptr);
     // What is there already, made by whomever, is told by the look at the folder in the end.
     return IsFolder(path);

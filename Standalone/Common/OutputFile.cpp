@@ -6,6 +6,7 @@
 #include <Platform/FileTests.h>
 #include <Platform/Folders.h>
 #include <Platform/OpenForReading.h>
+#include <Platform/StandardStreams.h>
 #include <Platform/TemporaryFile.h>
 
 #include <cerrno>
@@ -72,7 +73,8 @@ void OutputFile::CopyTo(std::ostream& out) {
     for (; count > 0 && out; count = std::fread(block, 1, sizeof block, in.get()))
         out.write(block, static_cast<std::streamsize>(count));
     out.flush();
-    if (!out || std::ferror(in.get()) != 0) Fail(errno);
+    if (!out || std::ferror(in.get()) != 0)
+        Fail(!out && Platform::IsReaderGone(errno) ? EPIPE : errno);
 }
 
 void OutputFile::Fail(int error) const {
