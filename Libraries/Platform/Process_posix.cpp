@@ -111,6 +111,9 @@ int StartDetached(const Command& command) {
     return launch.Start(command, true, child);
 }
 
+// The session of its own has none.
+void LeaveStartersConsole() {}
+
 bool RunPipeline(const std::vector<Command>& commands) {
     std::vector<pid_t> children;
     const bool started = StartPipeline(commands, children);

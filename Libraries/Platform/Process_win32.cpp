@@ -118,6 +118,15 @@ int StartDetached(const Command& command) {
     return 0;
 }
 
+void LeaveStartersConsole() {
+    STARTUPINFOA startup{};
+    GetStartupInfoA(&startup);
+    const bool isHidden =
+        (startup.dwFlags & STARTF_USESHOWWINDOW) != 0 && startup.wShowWindow == SW_HIDE;
+    // The streams are no sign: not every system leaves one that was started without them as it is.
+    if (isHidden && (startup.dwFlags & STARTF_USESTDHANDLES) != 0) FreeConsole();
+}
+
 bool RunPipeline(const std::vector<Command>& commands) {
     std::vector<std::unique_ptr<OwnedHandle>> children;
     const bool started = StartPipeline(commands, children);

@@ -1,5 +1,6 @@
 #include "RunProxy.h"
 
+#include <Platform/Process.h>
 #include <Platform/StandardStreams.h>
 
 #include <CLI/CLI.hpp>
@@ -25,6 +26,8 @@ constexpr char kVariables[] =
 }  // namespace
 
 int main(int argc, char** argv) {
+    // All tools of the machine share this process; it is not to end with the first one's console.
+    Platform::LeaveStartersConsole();
     Platform::PrepareStandardStreams();
     CLI::App app(kAbout, "QelHashProxy.exe");
     app.allow_windows_style_options(false);

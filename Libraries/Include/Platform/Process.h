@@ -16,6 +16,11 @@ using Command = std::vector<std::string>;
 /// system's error number: ENOENT at once when there is no such program.
 [[nodiscard]] int StartDetached(const Command& command);
 
+/// The first thing in a program that StartDetached starts: leaves the console that it shares with
+/// whoever started it, so that what is typed there, or the end of the console, ends it no more.
+/// Nothing in a process that was started otherwise, and where StartDetached did all that.
+void LeaveStartersConsole();
+
 /// Runs the commands side by side, the standard output of each going to the standard input of the
 /// next, with the null device at both ends, and waits for all of them. True when the last one ended
 /// with status 0; false also when one of them could not be started.
