@@ -145,8 +145,7 @@ bool Diff(const Arguments& arguments) {
 }
 
 /// What an option has nothing to say about shows only when IN is looked into.
-void RefuseIdleOptions(const HeaderOptions& options) {
-    const bool isFile = HoldsSkeleton(options.in);
+void RefuseIdleOptions(const HeaderOptions& options, bool isFile) {
     if (isFile && options.hasMultipleRoots)
         throw CLI::ValidationError("--multi-root",
                                    options.in + " is a skeleton file: its roots are settled");
@@ -189,8 +188,9 @@ void AddHeader(CompanionCommands& commands, Arguments& arguments) {
     CLI::App& command = commands.Add(
         "header", "Print C constants: index, hash and parent of each joint, and the signature.",
         [&] {
-            RefuseIdleOptions(arguments.header);
-            PrintHeader(arguments.header, std::cout);
+            const bool isFile = HoldsSkeleton(arguments.header.in);
+            RefuseIdleOptions(arguments.header, isFile);
+            PrintHeader(arguments.header, isFile, std::cout);
             return 0;
         });
     AddRequired(command, "IN", arguments.header.in,

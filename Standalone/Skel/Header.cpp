@@ -120,9 +120,8 @@ bool HoldsSkeleton(const std::string& path) {
     return LooksLikeSkeleton(path);
 }
 
-void PrintHeader(const HeaderOptions& options, std::ostream& out) {
-    PrintHeader(HoldsSkeleton(options.in) ? FromFile(options) : FromScene(options), options.prefix,
-                out);
+void PrintHeader(const HeaderOptions& options, bool isFile, std::ostream& out) {
+    PrintHeader(isFile ? FromFile(options) : FromScene(options), options.prefix, out);
 }
 
 void PrintHeader(const HeaderContents& contents, const std::string& prefix, std::ostream& out) {

@@ -32,8 +32,9 @@ struct HeaderOptions {
 bool HoldsSkeleton(const std::string& path);
 
 /// Prints C constants for the index, hash and parent of each joint and for the signature, so that
-/// an engine's code neither hashes nor searches. Throws for what cannot be read or baked.
-void PrintHeader(const HeaderOptions& options, std::ostream& out);
+/// an engine's code neither hashes nor searches. Throws for what cannot be read or baked. `isFile`
+/// is what HoldsSkeleton says of it.
+void PrintHeader(const HeaderOptions& options, bool isFile, std::ostream& out);
 
 /// The same for contents at hand.
 void PrintHeader(const HeaderContents& contents, const std::string& prefix, std::ostream& out);

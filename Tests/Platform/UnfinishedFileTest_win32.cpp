@@ -1,5 +1,6 @@
 #include <Platform/UnfinishedFile.h>
 
+#include "Support/Permissions_win32.h"
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -105,14 +106,6 @@ std::string PermissionsOf(const std::string& path) {
     LocalFree(text);
     LocalFree(permissions);
     return result;
-}
-
-void SetPermissions(const std::string& path, const char* text) {
-    PSECURITY_DESCRIPTOR permissions = nullptr;
-    ASSERT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorA(text, SDDL_REVISION_1,
-                                                                     &permissions, nullptr));
-    EXPECT_TRUE(SetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, permissions));
-    LocalFree(permissions);
 }
 
 TEST_F(UnfinishedFile, ThePermissionsOfTheOldFileAreKept) {

@@ -1,11 +1,10 @@
 #include <Platform/WholeFile.h>
 
+#include "Support/Permissions_win32.h"
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
-// Behind the header on which it stands.
-#include <sddl.h>
 
 #include <cerrno>
 #include <filesystem>
@@ -97,15 +96,6 @@ TEST(WholeFile, AFileThatSomebodyHasInMemoryStaysAsItWas) {
     }
     EXPECT_EQ(Save(out, "new"), 0);
     EXPECT_EQ(folder.ReadFile("out"), "new");
-}
-
-/// Who may do what with a folder, in the system's own words.
-void SetPermissions(const std::string& folder, const char* words) {
-    PSECURITY_DESCRIPTOR permissions = nullptr;
-    ASSERT_TRUE(ConvertStringSecurityDescriptorToSecurityDescriptorA(words, SDDL_REVISION_1,
-                                                                     &permissions, nullptr));
-    EXPECT_TRUE(SetFileSecurityA(folder.c_str(), DACL_SECURITY_INFORMATION, permissions));
-    LocalFree(permissions);
 }
 
 /// A folder that takes no other file while the object lives.

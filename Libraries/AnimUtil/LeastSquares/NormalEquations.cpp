@@ -5,7 +5,7 @@
 namespace Qel::LeastSquares {
 
 NormalEquations::NormalEquations()
-    : matrix(kMaxVariables * kMaxVariables), rightHandSides(4 * kMaxVariables) {}
+    : matrix(kMaxVariables * kMaxVariables), rightHandSides(kMaxComponents * kMaxVariables) {}
 
 void NormalEquations::Clear(int count) {
     variableCount = count;

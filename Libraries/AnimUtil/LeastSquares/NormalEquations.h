@@ -7,6 +7,7 @@
 
 #include <array>
 #include <cstddef>
+#include <tuple>
 #include <vector>
 
 namespace Qel::LeastSquares {
@@ -17,6 +18,7 @@ namespace Qel::LeastSquares {
 class NormalEquations {
   public:
     static constexpr int kMaxVariables = 36;
+    static constexpr std::size_t kMaxComponents = std::tuple_size_v<Components>;
 
     NormalEquations();
 
@@ -71,7 +73,7 @@ class SegmentRows {
     std::size_t components;
     bool hasRows = false;
     std::array<std::array<double, kColumns>, kColumns> products{};  // the upper half
-    std::array<std::array<double, kColumns>, 4> sides{};            // of each component
+    std::array<std::array<double, kColumns>, NormalEquations::kMaxComponents> sides{};
 };
 
 }  // namespace Qel::LeastSquares

@@ -19,7 +19,7 @@ namespace {
 /// The messages of the update name no document; who asked for it knows which one it was.
 const std::string kNoName;
 
-/// What an attribute counts that no byte of the document stands for.
+/// What counts for an attribute that the document type adds, or a namespace that it may have added.
 constexpr std::size_t kAddedBytes = 64;
 
 }  // namespace
@@ -131,26 +131,18 @@ TextPlace TreeParser::GetPlace() const {
 
 void TreeParser::CheckStart(int spaceCount, int attributeCount) {
     const auto depth = static_cast<std::size_t>(std::max(context->nodeNr, 0));
-    if (depth == VokLimits::kMaxElementDepth)
-        Fail("more than " + std::to_string(VokLimits::kMaxElementDepth) + " nested elements",
-             GetPlace());
     deepest = std::max(deepest, depth + 1);
+    CheckLimit(depth + 1, VokLimits::kMaxElementDepth, "nested elements");
     if (opened.size() < depth + 2) opened.resize(depth + 2);
-    opened[depth + 1].children = 0;
-    if (++opened[depth].children > VokLimits::kMaxOldChildren)
-        Fail("more than " + std::to_string(VokLimits::kMaxOldChildren) + " elements in one",
-             GetPlace());
-    opened[depth + 1].spaces = opened[depth].spaces + static_cast<std::size_t>(spaceCount);
-    if (opened[depth + 1].spaces > VokLimits::kMaxOldNamespaces)
-        Fail("more than " + std::to_string(VokLimits::kMaxOldNamespaces) +
-                 " namespaces declared at one place",
-             GetPlace());
+    opened[depth + 1] = {0, opened[depth].spaces + static_cast<std::size_t>(spaceCount)};
+    CheckLimit(++opened[depth].children, VokLimits::kMaxOldChildren, "elements in one");
+    CheckLimit(opened[depth + 1].spaces, VokLimits::kMaxOldNamespaces,
+               "namespaces declared at one place");
     // With those that the document type adds, which the scan of the markup does not see.
-    if (static_cast<std::size_t>(attributeCount) > VokLimits::kMaxAttributes)
-        Fail(
-            "more than " + std::to_string(VokLimits::kMaxAttributes) + " attributes on one element",
-            GetPlace());
-    CheckNames();
+    CheckLimit(static_cast<std::size_t>(attributeCount), VokLimits::kMaxAttributes,
+               "attributes on one element");
+    CheckLimit(static_cast<std::size_t>(xmlDictSize(context->dict)), VokLimits::kMaxOldNames,
+               "different names");
     if (depth == 0 && context->hasExternalSubset != 0) {
         ThrowVokException(
             "Failed to parse out of date .qeli document. Its document type names an external file; "
@@ -158,17 +150,15 @@ void TreeParser::CheckStart(int spaceCount, int attributeCount) {
     }
 }
 
-void TreeParser::CheckNames() {
-    if (static_cast<std::size_t>(xmlDictSize(context->dict)) > VokLimits::kMaxOldNames)
-        Fail("more than " + std::to_string(VokLimits::kMaxOldNames) + " different names",
-             GetPlace());
+void TreeParser::CheckLimit(std::size_t count, std::size_t most, const char* what) const {
+    if (count > most) Fail("more than " + std::to_string(most) + " " + what, GetPlace());
 }
 
 void TreeParser::CountAddedText(int spaceCount, const xmlChar** spaces, int attributeCount,
                                 int defaultedCount, const xmlChar** attributes) {
     // Without a document type nothing stands there but what was read.
     if (context->myDoc == nullptr || context->myDoc->intSubset == nullptr) return;
-    // Each takes room in the tree, however short it is.
+    // However short it is, the parser compares each with all before it.
     std::size_t byteCount = kAddedBytes * static_cast<std::size_t>(spaceCount + defaultedCount);
     for (int i = 0; i < spaceCount; ++i) byteCount += FromXml(spaces[2 * i + 1]).size();
     for (int i = 0; i < attributeCount; ++i)

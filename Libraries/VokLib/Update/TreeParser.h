@@ -43,7 +43,7 @@ class TreeParser : public DocumentParser {
         std::size_t spaces = 0;  // namespaces that are declared on it and around it
     };
     void CheckStart(int spaceCount, int attributeCount);
-    void CheckNames();
+    void CheckLimit(std::size_t count, std::size_t most, const char* what) const;
     /// Of attributes and namespace declarations, which a document type may add to each element.
     void CountAddedText(int spaceCount, const xmlChar** spaces, int attributeCount,
                         int defaultedCount, const xmlChar** attributes);

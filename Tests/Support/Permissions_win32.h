@@ -1,0 +1,6 @@
+#pragma once
+
+#include <string>
+
+/// Who may do what with a file or folder, in the words of the system's security descriptors.
+void SetPermissions(const std::string& path, const char* words);
