@@ -111,6 +111,17 @@ TEST_F(SkelDiffOrder, TargetsInAnotherOrderAreTold) {
               "      item 0, constraint 0, target 0\n");
 }
 
+TEST_F(SkelDiffOrder, WhatKeepsItsPlaceAndNotItsNeighboursIsTold) {
+    EXPECT_EQ(Differences(Orientation("a", {"t", "u", "b"}), Orientation("a", {"b", "u", "t"})),
+              "order of evaluation 2\n"
+              "  ! orientation of a by t:\n"
+              "      item 0, constraint 0, target 0\n"
+              "      item 0, constraint 0, target 2\n"
+              "  ! orientation of a by u:\n"
+              "      item 0, constraint 0, target 1\n"
+              "      item 0, constraint 0, target 1\n");
+}
+
 TEST_F(SkelDiffOrder, ATargetThatIsAddedMovesNoOther) {
     EXPECT_EQ(Differences(Orientation("a", {"t", "u"}), Orientation("a", {"b", "t", "u"})),
               "procedural 1\n  + orientation of a by b: item 0, weight 1\n");
