@@ -22,6 +22,10 @@ struct FaultyResult {
     long count = 0;      ///< the allocations or calls of a run that came to its end
 };
 
+/// Whether an ordinary user may run the programs: the built ones, or where their folder is closed
+/// to him, copies among the temporary files, which RunWithFault takes then.
+bool OrdinaryUserMayRun();
+
 /// Runs a built program in a folder with a library ahead of its own that makes the fault. While an
 /// OrdinaryUser lives, it is that user's.
 FaultyResult RunWithFault(const std::string& folder, const std::string& program,

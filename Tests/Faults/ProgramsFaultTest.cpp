@@ -2,7 +2,6 @@
 #include "Support/OrdinaryUser.h"
 #include "Support/TemporaryFolder.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/stat.h>
@@ -87,11 +86,6 @@ class FaultyWork : public testing::TestWithParam<Work> {
     }
     void TearDown() override {
         if (GetParam().isInPlace) chmod(folder.Path("kept").c_str(), 0755);
-    }
-
-    static bool OrdinaryUserMayRun() {
-        const OrdinaryUser user;
-        return faccessat(AT_FDCWD, RIGBAKE_PROGRAMS "/rigbake", X_OK, AT_EACCESS) == 0;
     }
 
     /// The output's folder takes no other file.

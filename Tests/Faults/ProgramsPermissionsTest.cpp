@@ -2,7 +2,6 @@
 #include "Support/OrdinaryUser.h"
 #include "Support/TemporaryFolder.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -23,9 +22,7 @@ class ProgramsPermissions : public testing::Test {
         if (geteuid() != 0) GTEST_SKIP() << "only the superuser can set this up";
         chmod(folder.Path().c_str(), 0777);
         folder.WriteFile("in.qeli", kDocument);
-        const OrdinaryUser user;
-        if (faccessat(AT_FDCWD, RIGBAKE_PROGRAMS "/qeli", X_OK, AT_EACCESS) != 0)
-            GTEST_SKIP() << "an ordinary user cannot reach the programs";
+        if (!OrdinaryUserMayRun()) GTEST_SKIP() << "an ordinary user cannot reach the programs";
     }
 
     void SetUpFile(uid_t owner, mode_t mode) const {
