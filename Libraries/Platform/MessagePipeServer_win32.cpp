@@ -62,6 +62,8 @@ class MessagePipeServer::Pipes {
 };
 
 MessagePipeServer::Pipes::~Pipes() {
+    // A client that comes in now learns that it was hung up on, not that the pipe broke.
+    for (auto& [client, instance] : instances) DisconnectNamedPipe(instance.pipe.Get());
     // Whichever thread began it.
     for (auto& [client, instance] : instances) CancelIoEx(instance.pipe.Get(), &instance.operation);
     for (auto& [client, instance] : instances) {

@@ -52,6 +52,7 @@ bool AnotherServes() {
            ProxyMessage::ReplyId({reply.data(), received}) == ProxyMessage::kShutdownReply;
 }
 
+// The claim outlives the registry, so that no other process opens the database while it is closed.
 int ServeRegistry(Platform::MessagePipeServer& server) {
     const Settings settings = ReadSettings();
     Registry registry(settings.databaseFile);

@@ -5,6 +5,7 @@
 #include <list>
 #include <memory>
 #include <set>
+#include <thread>
 
 namespace {
 
@@ -131,6 +132,35 @@ TEST(MessagePipeServer, ADisconnectedClientIsToldSo) {
     server->Disconnect(server->WaitForMessage(5000)->from);
     EXPECT_EQ(one.Receive(), "end");
     EXPECT_EQ(server->CountClients(), 0u);
+}
+
+/// What a client that asks is told.
+std::uint32_t ErrorOfAsking(Platform::MessagePipe& client) {
+    char reply[kLargest];
+    std::size_t received = 0;
+    std::uint32_t error = 0;
+    client.Transact(std::string("a"), reply, 5000, received, error);
+    return error;
+}
+
+TEST(MessagePipeServer, AtItsEndAllClientsAreHungUpOn) {
+    auto server = Serving();
+    Platform::MessagePipe asking;
+    Platform::MessagePipe served;
+    Platform::MessagePipe fresh;
+    for (Platform::MessagePipe* const client : {&asking, &served, &fresh}) {
+        ASSERT_EQ(client->Open(kAddress), 0u);
+        ASSERT_EQ(client->SetMessageMode(), 0u);
+        if (client != &fresh) server->WaitForMessage(0);
+    }
+    std::uint32_t toldWhileItAsked = 0;
+    std::thread question([&] { toldWhileItAsked = ErrorOfAsking(asking); });
+    EXPECT_TRUE(server->WaitForMessage(5000).has_value());
+    server.reset();
+    question.join();
+    EXPECT_EQ(toldWhileItAsked, DWORD{ERROR_PIPE_NOT_CONNECTED});
+    EXPECT_EQ(ErrorOfAsking(served), DWORD{ERROR_PIPE_NOT_CONNECTED});
+    EXPECT_EQ(ErrorOfAsking(fresh), DWORD{ERROR_PIPE_NOT_CONNECTED});
 }
 
 TEST(MessagePipeServer, AMessageThatIsTooLargeEndsItsClientAlone) {

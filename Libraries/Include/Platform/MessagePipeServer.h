@@ -14,7 +14,7 @@ namespace Platform {
 /// The server's end of a pipe, with many clients at once, for one thread. A client may send one
 /// message and has to read the answer before it sends the next; one that sends a message larger
 /// than `largestMessage`, or does not make room for its answers, is disconnected. The pipe's name
-/// goes with the object.
+/// goes with the object; clients that are connected then learn that they were hung up on.
 class MessagePipeServer {
   public:
     /// A number for a client that is connected; it is never used twice.
