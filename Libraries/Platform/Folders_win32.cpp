@@ -17,14 +17,6 @@ namespace {
 /// The bytes of the longest full name that a folder can have.
 constexpr std::size_t kLongestFolder = 247;
 
-/// The system's file status, which knows no name that ends in a separator.
-bool Status(std::string path, struct _stat64& status) {
-    while (path.size() > 1 && (path.back() == '\\' || path.back() == '/') &&
-           path[path.size() - 2] != ':')
-        path.pop_back();
-    return _stat64(path.c_str(), &status) == 0;
-}
-
 }  // namespace
 
 // The file status knows no devices.
@@ -35,14 +27,17 @@ bool Exists(const std::string& path) {
         .IsValid();
 }
 
+// With a separator at its end the name of a root, be it of a drive or of a share, is that of its
+// folder and not of the device.
 bool IsFolder(const std::string& path) {
-    struct _stat64 status;
-    return Status(path, status) && (status.st_mode & _S_IFMT) == _S_IFDIR;
+    if (path.empty()) return false;
+    const DWORD attributes = GetFileAttributesA((path + '\\').c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
 bool IsRegularFile(const std::string& path) {
     struct _stat64 status;
-    return Status(path, status) && (status.st_mode & _S_IFMT) == _S_IFREG;
+    return _stat64(path.c_str(), &status) == 0 && (status.st_mode & _S_IFMT) == _S_IFREG;
 }
 
 bool CreateFolders(const std::string& path) {

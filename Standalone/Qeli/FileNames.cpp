@@ -32,6 +32,17 @@ std::string SlashedName(const fs::path& path) {
     return Platform::BackslashSeparates() ? WithSlashes(name) : name;
 }
 
+/// Not every compiler's library tells the name of a server from that of a folder.
+bool NamesServer(const std::string& slashedName) {
+    return Platform::BackslashSeparates() && slashedName.starts_with("//");
+}
+
+std::string TidyName(const fs::path& path) {
+    const std::string name = SlashedName(path);
+    if (NamesServer(name)) return WithSlashes(Platform::FullPath(name).value_or(name));
+    return SlashedName(path.lexically_normal());
+}
+
 /// Rewrites names relative to one document so that they are relative to another. The system's names
 /// are UTF-8, those in a document single bytes.
 class MoveNames : public VokUpdateDependencies {
@@ -79,14 +90,15 @@ class MoveNames : public VokUpdateDependencies {
 std::vector<std::string> DependedFiles(const VokWorld& world, const std::string& typedPath) {
     VokDependencies names;
     CollectDependencies(world, names);
-    const fs::path document = Platform::ToPath(typedPath).lexically_normal();
-    std::unordered_set<std::string> known = {SlashedName(document)};
+    const std::string document = TidyName(Platform::ToPath(typedPath));
+    const fs::path folder = Platform::ToPath(document).parent_path();
+    std::unordered_set<std::string> known = {document};
     std::vector<std::string> files;
     for (const std::string& name : names.GetFiles()) {
         std::string file = WithSlashes(VokEncoding::ToUtf8(name));
         if (!IsComplete(file)) {
-            const fs::path path = document.parent_path() / Platform::ToPath(file);
-            file = SlashedName(path.lexically_normal());
+            const fs::path path = Platform::ToPath(file);
+            file = TidyName(NamesServer(file) ? path : folder / path);
         }
         if (known.insert(file).second) files.push_back(file);
     }

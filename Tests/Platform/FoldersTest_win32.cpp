@@ -22,6 +22,19 @@ TEST(Folders, AFolderIsToldFromAFile) {
     EXPECT_FALSE(Platform::IsFolder(""));
 }
 
+TEST(Folders, ARootIsAFolderHoweverItIsNamed) {
+    for (const std::string root :
+         {"C:", "C:/", "\\\\?\\C:", "\\\\?\\C:\\", "\\\\.\\C:", "//?/C:", "\\"}) {
+        EXPECT_TRUE(Platform::IsFolder(root)) << root;
+        EXPECT_TRUE(Platform::CreateFolders(root)) << root;
+        EXPECT_FALSE(Platform::IsRegularFile(root)) << root;
+    }
+    for (const std::string none : {"Q:", "\\\\?\\Q:", "\\\\.\\NUL", "NUL", "\\\\?\\", "\\\\."}) {
+        EXPECT_FALSE(Platform::IsFolder(none)) << none;
+        EXPECT_FALSE(Platform::IsRegularFile(none)) << none;
+    }
+}
+
 TEST(Folders, WhatIsThereExists) {
     const TemporaryFolder folder;
     for (const std::string& path :
