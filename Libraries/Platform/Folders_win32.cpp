@@ -31,7 +31,8 @@ bool Exists(const std::string& path) {
 // folder and not of the device.
 bool IsFolder(const std::string& path) {
     if (path.empty()) return false;
-    const DWORD attributes = GetFileAttributesA((path + '\\').c_str());
+    const bool hasSeparator = path.back() == '\\' || path.back() == '/';
+    const DWORD attributes = GetFileAttributesA((hasSeparator ? path : path + '\\').c_str());
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
