@@ -6,13 +6,13 @@
 #include "HandleIo_win32.h"
 #include "LinkTarget_win32.h"
 #include "OwnedHandle_win32.h"
+#include "Permissions_win32.h"
 #include "WideText_win32.h"
 
 #include <cerrno>
 #include <charconv>
 #include <optional>
 #include <utility>
-#include <vector>
 
 namespace Platform {
 
@@ -54,15 +54,12 @@ std::string FolderPart(const std::string& path) {
     return path.substr(0, path.find_last_of("/\\:") + 1);
 }
 
-/// Who may do what with a file, for a file that takes another's place. Where the file system knows
-/// no such thing, nothing is to be copied.
-void CopyPermissions(const std::string& from, const std::string& to) {
-    DWORD size = 0;
-    GetFileSecurityA(from.c_str(), DACL_SECURITY_INFORMATION, nullptr, 0, &size);
-    if (size == 0) return;
-    std::vector<char> permissions(size);
-    if (GetFileSecurityA(from.c_str(), DACL_SECURITY_INFORMATION, permissions.data(), size, &size))
-        SetFileSecurityA(to.c_str(), DACL_SECURITY_INFORMATION, permissions.data());
+HANDLE CreateFresh(const std::string& name, Permissions& permissions) {
+    SECURITY_ATTRIBUTES attributes{sizeof(SECURITY_ATTRIBUTES),
+                                   permissions.empty() ? nullptr : permissions.data(), FALSE};
+    return CreateFileA(name.c_str(), GENERIC_READ | GENERIC_WRITE,
+                       FILE_SHARE_READ | FILE_SHARE_DELETE, &attributes, CREATE_NEW,
+                       FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 }  // namespace
@@ -73,7 +70,7 @@ struct UnfinishedFile::File {
         if (named) DeleteFileA(named->GetName().c_str());
     }
 
-    int CreateIn(const std::string& folder);
+    int CreateIn(const std::string& folder, Permissions permissions);
     int Publish();
 
     OwnedHandle handle;
@@ -81,14 +78,14 @@ struct UnfinishedFile::File {
     std::optional<RemoveOnEvent> named;
 };
 
-int UnfinishedFile::File::CreateIn(const std::string& folder) {
+int UnfinishedFile::File::CreateIn(const std::string& folder, Permissions permissions) {
     const std::size_t folderLength = FullLength(folder);
     if (folderLength + kShortName > kLongestName) return ENAMETOOLONG;
     for (unsigned int attempt = 0; attempt < kMostAttempts; ++attempt) {
+        // None comes behind the back of an event that is already removing what is unfinished.
+        const DeferEvents untilItIsThere;
         named.emplace(FreshName(folder, folderLength, attempt));
-        handle.Reset(CreateFileA(named->GetName().c_str(), GENERIC_READ | GENERIC_WRITE,
-                                 FILE_SHARE_READ | FILE_SHARE_DELETE, nullptr, CREATE_NEW,
-                                 FILE_ATTRIBUTE_NORMAL, nullptr));
+        handle.Reset(CreateFresh(named->GetName(), permissions));
         if (handle.IsValid()) return 0;
         const int error = LastErrorNumber();
         named.reset();
@@ -122,20 +119,24 @@ int UnfinishedFile::CreateBeside(const std::string& path) {
     if (path.empty()) return ENOENT;
     auto creating = std::make_unique<File>();
     if (const int error = FollowLinks(path, creating->target); error != 0) return error;
-    if (const int error = creating->CreateIn(FolderPart(creating->target)); error != 0)
-        return error;
     const DWORD attributes = GetFileAttributesA(creating->target.c_str());
-    if (attributes != INVALID_FILE_ATTRIBUTES) {
-        CopyPermissions(creating->target, creating->named->GetName());
-        SetFileAttributesA(creating->named->GetName().c_str(), attributes);
-    }
+    const bool isThere = attributes != INVALID_FILE_ATTRIBUTES;
+    Permissions permissions;
+    int error = isThere ? ReadPermissions(creating->target, permissions) : 0;
+    if (error == 0)
+        error = creating->CreateIn(FolderPart(creating->target),
+                                   permissions.empty() ? permissions : UserAlone());
+    if (error == 0) error = SetPermissions(creating->named->GetName(), permissions);
+    if (error != 0) return error;
+    if (isThere) SetFileAttributesA(creating->named->GetName().c_str(), attributes);
     file = std::move(creating);
     return 0;
 }
 
 int UnfinishedFile::CreateTemporary() {
     auto creating = std::make_unique<File>();
-    if (const int error = creating->CreateIn(TemporaryFolder()); error != 0) return error;
+    if (const int error = creating->CreateIn(TemporaryFolder(), UserAlone()); error != 0)
+        return error;
     file = std::move(creating);
     return 0;
 }

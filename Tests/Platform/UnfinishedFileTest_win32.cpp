@@ -1,17 +1,17 @@
 #include <Platform/UnfinishedFile.h>
 
+#include "EndingEvents_win32.h"
 #include "Support/Permissions_win32.h"
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
-// Behind the header on which they stand.
-#include <aclapi.h>
-#include <sddl.h>
 
 #include <cerrno>
 #include <filesystem>
+#include <optional>
 #include <thread>
+#include <utility>
 
 namespace {
 
@@ -94,30 +94,27 @@ TEST_F(UnfinishedFile, TheMarksOfTheOldFileAreKept) {
     EXPECT_EQ(folder.ReadFile("out"), "new");
 }
 
-/// Who may do what with a file, in the system's own text.
-std::string PermissionsOf(const std::string& path) {
-    PSECURITY_DESCRIPTOR permissions = nullptr;
-    GetNamedSecurityInfoA(path.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr,
-                          nullptr, nullptr, &permissions);
-    char* text = nullptr;
-    ConvertSecurityDescriptorToStringSecurityDescriptorA(permissions, SDDL_REVISION_1,
-                                                         DACL_SECURITY_INFORMATION, &text, nullptr);
-    const std::string result = text == nullptr ? "" : text;
-    LocalFree(text);
-    LocalFree(permissions);
-    return result;
-}
-
 TEST_F(UnfinishedFile, ThePermissionsOfTheOldFileAreKept) {
     const std::string out = folder.WriteFile("out", "old");
     const std::string usual = PermissionsOf(out);
-    // The file's owner, and nobody else but the administrators.
-    SetPermissions(out, "D:P(A;;FA;;;OW)(A;;FA;;;BA)");
-    const std::string before = PermissionsOf(out);
-    ASSERT_NE(before, usual);
-    ASSERT_EQ(Replace(out), 0);
-    EXPECT_EQ(PermissionsOf(out), before);
-    EXPECT_EQ(folder.ReadFile("out"), "new");
+    // For the owner and the administrators alone; for everybody.
+    for (const char* const words : {"D:P(A;;FA;;;OW)(A;;FA;;;BA)", "D:P(A;;FA;;;WD)"}) {
+        SetPermissions(out, words);
+        const std::string before = PermissionsOf(out);
+        ASSERT_NE(before, usual);
+        ASSERT_EQ(Replace(out), 0);
+        EXPECT_EQ(PermissionsOf(out), before);
+        EXPECT_EQ(folder.ReadFile("out"), "new");
+    }
+}
+
+TEST_F(UnfinishedFile, AFileWhosePermissionsCannotBeKeptIsNotReplaced) {
+    const std::string out = folder.WriteFile("out", "old");
+    SetPermissions(out, "D:P(A;;FW;;;WD)");
+    if (!PermissionsOf(out).empty()) GTEST_SKIP() << "this system tells the owner in any case";
+    EXPECT_EQ(Replace(out), EACCES);
+    EXPECT_EQ(fs::file_size(out), std::string("old").size());
+    EXPECT_EQ(CountFiles(), 1);
 }
 
 TEST_F(UnfinishedFile, AnotherNameOfTheOldFileKeepsTheOldContent) {
@@ -126,6 +123,18 @@ TEST_F(UnfinishedFile, AnotherNameOfTheOldFileKeepsTheOldContent) {
     ASSERT_EQ(Replace(out), 0);
     EXPECT_EQ(folder.ReadFile("out"), "new");
     EXPECT_EQ(folder.ReadFile("other"), "old");
+}
+
+TEST_F(UnfinishedFile, NoneIsMadeAnyMoreWhenAnEventEndsTheProcess) {
+    int error = -1;
+    std::optional<Platform::DeferEvents> event(std::in_place);
+    std::thread other([&] { error = file.CreateBeside(folder.Path("out")); });
+    Sleep(200);
+    EXPECT_EQ(CountFiles(), 0);
+    event.reset();
+    other.join();
+    EXPECT_EQ(error, 0);
+    EXPECT_EQ(CountFiles(), 1);
 }
 
 TEST_F(UnfinishedFile, AFolderIsNotReplaced) {
@@ -201,6 +210,12 @@ TEST_F(UnfinishedFile, ATemporaryFileStandsInTheFolderForThemAndGoes) {
         EXPECT_EQ(temporary.Write("text", 4), 0);
         EXPECT_EQ(CountFiles(), 1);
         EXPECT_EQ(folder.ReadFile(fs::path(temporary.GetName()).filename().string()), "text");
+        const std::string usual = folder.WriteFile("usual", "");
+        const std::string permissions = PermissionsOf(temporary.GetName());
+        EXPECT_NE(permissions, PermissionsOf(usual));
+        for (const char* const others : {";WD)", ";BU)", ";AU)"})
+            EXPECT_EQ(permissions.find(others), std::string::npos) << permissions;
+        fs::remove(usual);
     }
     EXPECT_EQ(CountFiles(), 0);
     setenv("TMP", before.c_str(), 1);

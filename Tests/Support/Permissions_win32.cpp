@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 #include <windows.h>
-// Behind the header on which it stands.
+// Behind the header on which they stand.
+#include <aclapi.h>
 #include <sddl.h>
 
 void SetPermissions(const std::string& path, const char* words) {
@@ -11,4 +12,18 @@ void SetPermissions(const std::string& path, const char* words) {
                                                                      &permissions, nullptr));
     EXPECT_TRUE(SetFileSecurityA(path.c_str(), DACL_SECURITY_INFORMATION, permissions));
     LocalFree(permissions);
+}
+
+std::string PermissionsOf(const std::string& path) {
+    PSECURITY_DESCRIPTOR permissions = nullptr;
+    GetNamedSecurityInfoA(path.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr,
+                          nullptr, nullptr, &permissions);
+    if (permissions == nullptr) return "";
+    char* text = nullptr;
+    ConvertSecurityDescriptorToStringSecurityDescriptorA(permissions, SDDL_REVISION_1,
+                                                         DACL_SECURITY_INFORMATION, &text, nullptr);
+    const std::string result = text == nullptr ? "" : text;
+    LocalFree(text);
+    LocalFree(permissions);
+    return result;
 }
