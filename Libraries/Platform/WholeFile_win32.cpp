@@ -49,18 +49,12 @@ int WholeFile::Target::SaveInPlace(const char* bytes, std::size_t size) {
     if (!file.IsValid()) return LastErrorNumber();
     // A disk that has no room for the new content must not cost the old one, nor must a program
     // that has the old one mapped into its memory and so keeps it from getting shorter.
-    LARGE_INTEGER before;
     LARGE_INTEGER end;
     end.QuadPart = static_cast<LONGLONG>(size);
-    if (!GetFileSizeEx(file.Get(), &before)) return LastErrorNumber();
     const DeferEvents untilItIsWhole;
-    if (!SetFilePointerEx(file.Get(), end, nullptr, FILE_BEGIN) || !SetEndOfFile(file.Get())) {
-        const int error = LastErrorNumber();
-        SetFilePointerEx(file.Get(), before, nullptr, FILE_BEGIN);
-        SetEndOfFile(file.Get());
-        return error;
-    }
-    if (!SetFilePointerEx(file.Get(), {}, nullptr, FILE_BEGIN)) return LastErrorNumber();
+    if (!SetFilePointerEx(file.Get(), end, nullptr, FILE_BEGIN) || !SetEndOfFile(file.Get()) ||
+        !SetFilePointerEx(file.Get(), {}, nullptr, FILE_BEGIN))
+        return LastErrorNumber();
     if (const int error = WriteAll(file.Get(), bytes, size); error != 0) return error;
     return Flush(file.Get());
 }

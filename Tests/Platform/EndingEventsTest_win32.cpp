@@ -44,22 +44,31 @@ bool Deliver(DWORD event) {
     return false;
 }
 
+/// Has begun something when the event comes, and takes its time.
+void FinishDuringEvent(const std::string& folder) {
+    const Platform::DeferEvents untilItIsFinished;
+    if (!Deliver(static_cast<DWORD>(std::atoi(std::getenv(kEventVariable)))))
+        std::_Exit(static_cast<int>(kNothingSent));
+    Sleep(200);
+    std::ofstream(folder + "/finished") << "finished";
+}
+
 /// Waits for the event that ends this process.
 [[noreturn]] void EndByEvent(const std::string& folder) {
     SetConsoleCtrlHandler(nullptr, FALSE);
     if (std::getenv(kTypedVariable) != nullptr)
         std::ofstream(folder + "/ready") << "ready";
-    else if (!Deliver(static_cast<DWORD>(std::atoi(std::getenv(kEventVariable)))))
-        std::_Exit(static_cast<int>(kNothingSent));
+    else
+        FinishDuringEvent(folder);
     Sleep(20000);
     std::_Exit(static_cast<int>(kOutlived));
 }
 
 /// What a child of this program does when the variable names its folder.
 void BeTheChild(const std::string& folder) {
+    for (int i = 0; i < 20; ++i) const Platform::RemoveOnEvent other(folder + "/other");
     const Platform::RemoveOnEvent one(folder + "/one");
     const Platform::RemoveOnEvent two(folder + "/two");
-    { const Platform::RemoveOnEvent other(folder + "/other"); }
     // One that is being written, and read back.
     Platform::UnfinishedFile unfinished;
     if (unfinished.CreateBeside(folder + "/stranger") != 0 || unfinished.Write("text", 4) != 0)
@@ -112,6 +121,7 @@ TEST_P(EndingEvents, TheNamedFilesAreGoneWhenAnEventEndsTheProcess) {
     EXPECT_FALSE(folder.Has("two"));
     EXPECT_TRUE(folder.Has("other"));
     EXPECT_TRUE(folder.Has("stranger"));
+    EXPECT_TRUE(folder.Has("finished"));
     for (const auto& entry : std::filesystem::directory_iterator(folder.Path()))
         EXPECT_NE(entry.path().filename().string().front(), '.') << entry.path();
 }

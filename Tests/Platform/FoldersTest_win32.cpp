@@ -24,7 +24,7 @@ TEST(Folders, AFolderIsToldFromAFile) {
 
 TEST(Folders, ARootIsAFolderHoweverItIsNamed) {
     for (const std::string root :
-         {"C:", "C:/", "\\\\?\\C:", "\\\\?\\C:\\", "\\\\.\\C:", "//?/C:", "\\"}) {
+         {"C:", "C:/", "\\\\?\\C:", "\\\\?\\C:\\", "\\\\.\\C:", "//?/C:", "\\", "/"}) {
         EXPECT_TRUE(Platform::IsFolder(root)) << root;
         EXPECT_TRUE(Platform::CreateFolders(root)) << root;
         EXPECT_FALSE(Platform::IsRegularFile(root)) << root;
@@ -71,6 +71,16 @@ TEST(Folders, ANameThatIsTooLongIsAFailure) {
     const TemporaryFolder folder;
     EXPECT_FALSE(Platform::CreateFolders(folder.Path(std::string(260, 'x'))));
     EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
+TEST(Folders, OfAChainThatIsTooLongNoPartIsMade) {
+    constexpr std::size_t kLongest = 247;
+    const TemporaryFolder folder;
+    const std::string first = folder.Path("a\\");
+    const std::string longest = first + std::string(kLongest - first.size(), 'x');
+    EXPECT_FALSE(Platform::CreateFolders(longest + "x"));
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+    EXPECT_TRUE(Platform::CreateFolders(longest));
 }
 
 TEST(Folders, RelativeAndDoubledSeparatorsWork) {

@@ -178,6 +178,8 @@ TEST_F(UnfinishedFile, AFolderThatLeavesTheUsualNameNoRoomTakesAFile) {
     for (std::size_t length = 230; length <= kLongestFolder; ++length) {
         const std::string deep = folder.Path(std::string(length - folder.Path().size() - 1, 'x'));
         ASSERT_TRUE(fs::create_directory(deep));
+        ASSERT_EQ(file.CreateBeside(deep + "/out"), 0) << length;
+        EXPECT_LT(file.GetName().size(), std::size_t{MAX_PATH});
         EXPECT_EQ(Replace(deep + "/out"), 0) << length;
         EXPECT_EQ(folder.ReadFile(deep + "/out"), "new") << length;
         EXPECT_EQ(Replace(deep + "/out"), 0) << length;

@@ -1,13 +1,17 @@
 #include <Platform/WholeFile.h>
 
+#include "EndingEvents_win32.h"
 #include "Support/Permissions_win32.h"
 #include "Support/TemporaryFolder.h"
+#include "Support/ThisSystem.h"
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
 #include <cerrno>
 #include <filesystem>
+#include <optional>
+#include <thread>
 #include <utility>
 
 namespace {
@@ -54,10 +58,13 @@ TEST(WholeFile, AFileThatMayNotBeWrittenIsNotReplaced) {
 TEST(WholeFile, AFileThatSomebodyHasOpenIsNotReplaced) {
     const TemporaryFolder folder;
     const std::string out = folder.WriteFile("out", "old");
-    const HANDLE reader =
-        CreateFileA(out.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    EXPECT_EQ(Save(out, "new"), EACCES);
-    CloseHandle(reader);
+    constexpr DWORD kAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    for (const DWORD sharing : {DWORD{FILE_SHARE_READ}, kAll}) {
+        const HANDLE reader =
+            CreateFileA(out.c_str(), GENERIC_READ, sharing, nullptr, OPEN_EXISTING, 0, nullptr);
+        EXPECT_EQ(Platform::WholeFile().Open(out), EACCES);
+        CloseHandle(reader);
+    }
     EXPECT_EQ(folder.ReadFile("out"), "old");
 }
 
@@ -122,6 +129,35 @@ TEST(WholeFile, InAFolderThatTakesNoOtherFileTheContentIsWrittenInPlace) {
         EXPECT_EQ(Save(out, text), 0) << size;
         EXPECT_TRUE(folder.ReadFile("out") == text) << size;
     }
+}
+
+TEST(WholeFile, WhileAnEventEndsTheProcessNothingIsWrittenInPlace) {
+    const TemporaryFolder folder;
+    const std::string out = folder.WriteFile("out", "old");
+    const ClosedFolder closed(folder.Path());
+    Platform::WholeFile file;
+    ASSERT_EQ(file.Open(out), 0);
+    int error = -1;
+    std::optional<Platform::DeferEvents> event(std::in_place);
+    std::thread other([&] { error = file.Save("newer", 5); });
+    Sleep(200);
+    EXPECT_EQ(fs::file_size(out), 3u);
+    event.reset();
+    other.join();
+    EXPECT_EQ(error, 0);
+    EXPECT_EQ(folder.ReadFile("out"), "newer");
+}
+
+TEST(WholeFile, InAFolderThatLeavesAFileBesideNoRoomTheContentIsWrittenInPlace) {
+    // Longer than a folder's name may usually be.
+    constexpr std::size_t kLength = 248;
+    const TemporaryFolder folder;
+    const std::string deep = folder.Path(std::string(kLength - folder.Path().size() - 1, 'x'));
+    ASSERT_TRUE(CreateDirectoryA(("\\\\?\\" + WithSeparators(deep)).c_str(), nullptr));
+    EXPECT_EQ(Save(deep + "/out", "new"), ENAMETOOLONG);
+    folder.WriteFile(deep + "/out", "old");
+    EXPECT_EQ(Save(deep + "/out", "newer"), 0);
+    EXPECT_EQ(folder.ReadFile(deep + "/out"), "newer");
 }
 
 TEST(WholeFile, WhatSomebodyHasInMemoryIsNotMadeShorterInPlace) {
