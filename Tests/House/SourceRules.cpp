@@ -178,8 +178,21 @@ std::string IncludeFault(const std::string& path, const std::string& header) {
     return "";
 }
 
+/// Whether a line declares a hash table whose keys a document can choose so that all of them meet.
+bool HasKnownHash(const std::string& line) {
+    if (line.find("KeyedHash") != std::string::npos) return false;
+    for (const std::string table : {"unordered_map<std::", "unordered_set<std::"}) {
+        const std::size_t at = line.find(table);
+        if (at == std::string::npos) continue;
+        const std::string key = line.substr(at + table.size());
+        if (StartsWith(key, "string") || StartsWith(key, "uint32_t")) return true;
+    }
+    return false;
+}
+
 std::string LineFault(const std::string& path, const std::string& line) {
     const Directive directive = DirectiveOf(line);
+    if (!LibraryOf(path).empty() && HasKnownHash(line)) return "hash table without KeyedHash";
     if (directive.name == "include") return IncludeFault(path, IncludedName(directive.rest));
     const bool isCondition = directive.name == "if" || directive.name == "ifdef" ||
                              directive.name == "ifndef" || directive.name == "elif";

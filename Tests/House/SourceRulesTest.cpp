@@ -49,6 +49,19 @@ TEST(SourceRules, IncludesFromBelowAndOfTheOwnLibraryAreFine) {
     EXPECT_EQ(FaultsOf({"Tests/QelTools/A.cpp", "#include <VoktRigbake/A.h>\n"}), Faults{});
 }
 
+TEST(SourceRules, LibrariesHashWhatDocumentsSayWithAKey) {
+    const std::string path = "Libraries/VokLib/Tree/A.cpp";
+    for (const char* key : {"string", "string_view", "uint32_t"})
+        for (const char* table : {"std::unordered_map<std::", "std::unordered_set<std::"}) {
+            const std::string start = std::string(table) + key;
+            EXPECT_EQ(FaultsOf({path, start + ", int> a;\n"}),
+                      Faults{path + ": hash table without KeyedHash"});
+            EXPECT_EQ(FaultsOf({path, start + ", int, KeyedHash> a;\n"}), Faults{});
+            EXPECT_EQ(FaultsOf({"Tests/VokLib/A.cpp", start + ", int> a;\n"}), Faults{});
+        }
+    EXPECT_EQ(FaultsOf({path, "std::unordered_map<const VokObj*, std::string> a;\n"}), Faults{});
+}
+
 TEST(SourceRules, SystemHeadersStandInThePlatformAlone) {
     for (const char* header : {"<unistd.h>", "<windows.h>", "<sys/stat.h>", "<fcntl.h>"}) {
         const std::string text = std::string("#include ") + header + "\n";

@@ -1,8 +1,9 @@
 #pragma once
 
+#include <QelTools/KeyedHash.h>
+
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -19,7 +20,7 @@ class NameIndex {
     VokObj* Find(std::string_view name) const { return children[FindSlot(name, HashOf(name))]; }
 
     // For whoever knows a name some time before he looks for it.
-    static std::size_t HashOf(std::string_view name) { return std::hash<std::string_view>()(name); }
+    static std::size_t HashOf(std::string_view name) { return QelTools::Common::KeyedHash()(name); }
     /// Where the search for a name of this hash begins.
     void PrefetchSlot(std::size_t hash) const;
     /// The child that it ends at.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QelTools/KeyedHash.h>
+
 #include "Links/NameIndex.h"
 
 #include <cstddef>
@@ -18,6 +20,9 @@ class VokReference;
 /// found out when it is first needed. Its maps are for looking up alone; order always comes from
 /// the tree.
 class VokPathCache {
+    template <class Key, class Value>
+    using KeyedMap = std::unordered_map<Key, Value, QelTools::Common::KeyedHash>;
+
   public:
     /// The children of one object that lead elsewhere.
     struct SpecialChildren {
@@ -36,9 +41,9 @@ class VokPathCache {
             std::size_t scenes = 0;  ///< of which it is the answer
             VokObj* child = nullptr;
         };
-        std::unordered_map<std::string_view, Answer> answers;
+        KeyedMap<std::string_view, Answer> answers;
         /// The first reference of each namespace.
-        std::unordered_map<std::string, VokReference*> references;
+        KeyedMap<std::string, VokReference*> references;
     };
 
     explicit VokPathCache(VokObj* rootObject) : root(rootObject) {}
@@ -76,10 +81,10 @@ class VokPathCache {
     VokObj* root;
     const NameIndex* lastIndex = nullptr;
     /// The children of the indexed scenes, each scene entered once for all objects that reach it.
-    std::unordered_map<std::string_view, std::vector<NamedChild>> childrenByName;
+    KeyedMap<std::string_view, std::vector<NamedChild>> childrenByName;
     std::unordered_set<const VokObj*> indexed;
     std::unordered_map<const VokObj*, WideParent> wideParents;
     std::unordered_map<const VokObj*, SpecialChildren> specialOfParents;
     bool knowsReferences = false;
-    std::unordered_map<std::string, VokReference*> references;
+    KeyedMap<std::string, VokReference*> references;
 };

@@ -3,6 +3,7 @@
 #include <AnimUtil/Animation/CompressionFilter.h>
 #include <AnimUtil/Animation/VokAnimUtil.h>
 #include <QelTools/Exception.h>
+#include <QelTools/KeyedHash.h>
 #include <VokLib/Objects/Animation/VokAnim.h>
 #include <VokLib/Objects/Animation/VokAnimChannel.h>
 #include <VokLib/Objects/Animation/VokBlend.h>
@@ -69,7 +70,7 @@ DrivenCurve MakeCurve(const VokAnimChannel& channel, const VokObj* inputObject,
 }  // namespace
 
 std::size_t DrivenKeys::OutputKeyHash::operator()(const OutputKey& key) const {
-    return std::hash<const VokObj*>()(key.object) * 31 + key.channelHash;
+    return std::hash<const VokObj*>()(key.object) ^ QelTools::Common::KeyedHash()(key.channelHash);
 }
 
 void DrivenKeys::AddChannel(VokAnimChannel& channel, const VokObj* inputObject,

@@ -6,6 +6,7 @@
 
 #include <HashClient/QelHashClientUtil.h>
 #include <QelTools/AsciiText.h>
+#include <QelTools/KeyedHash.h>
 #include <VokLib/Tree/ThrowVokException.h>
 
 #include <iostream>
@@ -56,7 +57,7 @@ class JointList {
     }
 
     SkeletonData& skeleton;
-    std::unordered_set<std::string> names;
+    std::unordered_set<std::string, QelTools::Common::KeyedHash> names;
     std::vector<std::int32_t> lastChildren;  // for each joint of the list
 };
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QelTools/KeyedHash.h>
+
 #include <string>
 #include <unordered_set>
 #include <vector>
@@ -14,7 +16,8 @@ class VokDependencies {
 
   private:
     std::vector<std::string> files;
-    std::unordered_set<std::string> known;  // for the test alone; never walked
+    std::unordered_set<std::string, QelTools::Common::KeyedHash>
+        known;  // for the test alone; never walked
 };
 
 /// Rewrites file names; given to UpdateDependencies.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QelTools/KeyedHash.h>
+
 #include <cstdint>
 #include <unordered_set>
 #include <vector>
@@ -37,5 +39,6 @@ class ExternalChannels {
 
   private:
     std::vector<ExternalChannel> channels;
-    std::unordered_set<std::uint32_t> hashes;  // for the test alone; never walked
+    // For the test alone; never walked.
+    std::unordered_set<std::uint32_t, QelTools::Common::KeyedHash> hashes;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QelTools/KeyedHash.h>
 #include <VokLib/Document/VokElement.h>
 #include <VokLib/Tree/VokBulk.h>
 
@@ -87,5 +88,6 @@ class VokBlindData : public VokElement<VokBlindData, VokObj> {
 
   private:
     std::vector<std::unique_ptr<BlindDataBase>> columns;
-    std::unordered_map<std::string, BlindDataType> columnTypes;  // of the names in use
+    // Of the names in use.
+    std::unordered_map<std::string, BlindDataType, QelTools::Common::KeyedHash> columnTypes;
 };
