@@ -23,6 +23,7 @@ void Names::Add(const std::string& scenePath) {
         const VokObj& object = *it.Current();
         if (object.IsExactly(VokJoint::TypeId())) {
             const std::string name(object.GetBaseName());
+            if (name.size() > kMostBytes) continue;
             joints.try_emplace(skeleton_hash_lower(name.data(), name.size()), ReadableText(name));
         } else if (object.IsExactly(VokAnimChannel::TypeId())) {
             const auto& channel = static_cast<const VokAnimChannel&>(object);
@@ -49,6 +50,7 @@ std::optional<std::string> Names::FindChannel(std::uint32_t hash, bool isMateria
 
 /// What the scene is baked into says whether a channel is a material's, the scene alone does not.
 void Names::AddChannel(const std::string& name) {
+    if (name.size() > kMostBytes) return;
     channels.try_emplace(skeleton_hash_lower(name.data(), name.size()), ReadableText(name));
     const bool hasComponent = name.size() > 1 && name.back() >= '0' && name.back() <= '3';
     const std::string bare = name.substr(0, name.size() - (hasComponent ? 1 : 0));

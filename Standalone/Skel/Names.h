@@ -1,9 +1,11 @@
 #pragma once
 
+#include <VoktRigbake/Skeleton/BuildSkeleton.h>
+
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 class VokWorld;
@@ -13,6 +15,10 @@ class VokWorld;
 /// characters as \x0A. Empty without a scene.
 class Names {
   public:
+    /// Bytes of a name in the scene; a longer one is left out. A bake refuses it for a joint, and
+    /// every use of a joint or channel shows its name, so one in a small scene could fill a disk.
+    static constexpr std::size_t kMostBytes = kMaxJointNameLength;
+
     Names() = default;
     /// The names of all these scenes. Throws a DocumentFailure for one that cannot be loaded.
     static Names Load(const std::vector<std::string>& scenePaths);
@@ -22,7 +28,7 @@ class Names {
     std::optional<std::string> FindChannel(std::uint32_t hash, bool isMaterial) const;
 
   private:
-    using Table = std::unordered_map<std::uint32_t, std::string>;
+    using Table = std::map<std::uint32_t, std::string>;
     static std::optional<std::string> Find(const Table& table, std::uint32_t hash);
     void Add(const std::string& scenePath);
     void AddChannel(const std::string& name);
