@@ -10,7 +10,7 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <unordered_set>
+#include <set>
 
 namespace fs = std::filesystem;
 
@@ -92,7 +92,7 @@ std::vector<std::string> DependedFiles(const VokWorld& world, const std::string&
     CollectDependencies(world, names);
     const std::string document = TidyName(Platform::ToPath(typedPath));
     const fs::path folder = Platform::ToPath(document).parent_path();
-    std::unordered_set<std::string> known = {document};
+    std::set<std::string> known = {document};
     std::vector<std::string> files;
     for (const std::string& name : names.GetFiles()) {
         std::string file = WithSlashes(VokEncoding::ToUtf8(name));

@@ -6,7 +6,7 @@
 #include <bit>
 #include <cmath>
 #include <limits>
-#include <unordered_map>
+#include <map>
 
 using namespace Description;
 
@@ -16,7 +16,7 @@ constexpr double kDegrees = 57.29577951308232;
 
 /// For each joint of `skeleton` the one of `other`, -1 for none.
 std::vector<int> MatchJoints(const Skeleton& skeleton, const Skeleton& other) {
-    std::unordered_map<std::uint32_t, int> byHash;
+    std::map<std::uint32_t, int> byHash;
     for (std::size_t i = 0; i < other.joints.size(); ++i)
         if (other.joints[i].hash) byHash.emplace(*other.joints[i].hash, static_cast<int>(i));
     std::vector<int> matches;

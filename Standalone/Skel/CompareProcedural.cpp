@@ -3,8 +3,8 @@
 #include "LongestAscending.h"
 
 #include <algorithm>
+#include <map>
 #include <string_view>
-#include <unordered_map>
 
 using namespace Description;
 using Fact = SkeletonDifference::Fact;
@@ -22,9 +22,9 @@ struct StepLists {
 };
 
 /// Of steps that are alike the first is the first, and so on; further ones have a number.
-std::unordered_map<std::string, std::size_t> NumberAlike(std::vector<EvaluationStep>& steps) {
-    std::unordered_map<std::string, int> counts;
-    std::unordered_map<std::string, std::size_t> places;
+std::map<std::string, std::size_t> NumberAlike(std::vector<EvaluationStep>& steps) {
+    std::map<std::string, int> counts;
+    std::map<std::string, std::size_t> places;
     for (std::size_t i = 0; i < steps.size(); ++i) {
         const int number = ++counts[steps[i].key];
         if (number > 1) steps[i].what += " (" + std::to_string(number) + ")";

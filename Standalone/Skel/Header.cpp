@@ -16,9 +16,10 @@
 
 #include <cctype>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <ostream>
-#include <unordered_set>
+#include <set>
 
 namespace {
 
@@ -101,13 +102,15 @@ class Identifiers {
             wanted = joint.hash ? "JOINT_" + Description::HashText(*joint.hash).substr(2)
                                 : "JOINT_" + std::to_string(index);
         std::string name = wanted;
-        for (int number = 2; !taken.insert(name).second; ++number)
-            name = wanted + "_" + std::to_string(number);
+        // None below the last one given is free again.
+        int& number = numbers.try_emplace(wanted, 2).first->second;
+        while (!taken.insert(name).second) name = wanted + "_" + std::to_string(number++);
         return name;
     }
 
   private:
-    std::unordered_set<std::string> taken;
+    std::set<std::string> taken;
+    std::map<std::string, int> numbers;  // of each wanted one the next that may be free
 };
 
 }  // namespace

@@ -87,6 +87,18 @@ TEST_F(SkelHeader, AJointWhoseHashIs0HasANameInItsSceneAndNoHash) {
     EXPECT_EQ(text.find("SKELETON_HASH_"), std::string::npos) << text;
 }
 
+TEST_F(SkelHeader, JointsThatAreCalledAlikeInCAreNumberedPastNamesThatAreTaken) {
+    folder.WriteFile(
+        "alike.qeli",
+        Document("<scene><joint name=\"a.b\"><joint name=\"a_b_3\"/><joint name=\"a+b\"/>"
+                 "<joint name=\"a-b\"/><joint name=\"a.b.3\"/><joint name=\"a=b\"/>"
+                 "</joint></scene>"));
+    const std::string text = Header({"alike.qeli"}).output;
+    for (const char* line :
+         {"A_B 0\n", "A_B_3 1\n", "A_B_2 2\n", "A_B_4 3\n", "A_B_3_2 4\n", "A_B_5 5\n"})
+        EXPECT_NE(text.find(std::string("SKELETON_INDEX_") + line), std::string::npos) << text;
+}
+
 TEST_F(SkelHeader, FromASceneAndFromItsFileIsTheSame) {
     const ProgramResult fromScene = Header({"hero.qeli", "--prefix", "HERO"});
     EXPECT_EQ(fromScene.status, 0);

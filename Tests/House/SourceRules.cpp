@@ -161,8 +161,16 @@ std::string IncludedName(const std::string& rest) {
     return end == std::string::npos ? "" : rest.substr(begin + 1, end - begin - 1);
 }
 
+/// The programs look things up by what a file says, hashes among it. The library's hash tables are
+/// no secret: a file can hold keys that all fall on one place, and each look-up takes all of them.
+bool IsHashTable(const std::string& header) {
+    return header == "unordered_map" || header == "unordered_set";
+}
+
 /// The fault of including `header`, or nothing.
 std::string IncludeFault(const std::string& path, const std::string& header) {
+    if (StartsWith(path, "Standalone/") && IsHashTable(header))
+        return "hash table " + header + ", whose places a file can choose";
     if (!MayCallTheSystem(path) && IsSystemHeader(header))
         return "operating system header " + header;
     const std::string library = LibraryOf(path);

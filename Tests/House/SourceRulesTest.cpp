@@ -81,6 +81,14 @@ TEST(SourceRules, PlatformConditionalsStandInThePlatformAlone) {
     EXPECT_EQ(FaultsOf({"Libraries/VokLib/Text/A.cpp", "#ifdef RIGBAKE_OPTION\n"}), Faults{});
 }
 
+TEST(SourceRules, ProgramsKeepNothingOfAFileInHashTables) {
+    EXPECT_EQ(FaultsOf({"Standalone/Skel/A.cpp", "#include <map>\n#include <unordered_map>\n"}),
+              Faults{"Standalone/Skel/A.cpp: hash table unordered_map, whose places a file can "
+                     "choose"});
+    EXPECT_EQ(FaultsOf({"Standalone/Qeli/A.h", "#include <unordered_set>\n"}).size(), 1u);
+    EXPECT_EQ(FaultsOf({"Libraries/VokLib/Text/A.cpp", "#include <unordered_map>\n"}), Faults{});
+}
+
 TEST(SourceRules, AFileEndsWithinSixHundredLines) {
     std::string text;
     for (int i = 0; i < 600; ++i) text += "\n";
