@@ -1,6 +1,71 @@
 #include "DependencyFile.h"
 
+#include "FailureText.h"
+
+#include <cstdio>
+#include <optional>
+#include <string_view>
+
 namespace {
+
+// What the two programs that read a rule do with names was tried with both.
+
+/// Make takes ; for a recipe, = for a variable, | for files whose age does not count and * ? [ for
+/// the names of other files. At these but for = and [, and at the others, a name ends for Ninja.
+constexpr std::string_view kNeverHeld = "\"&'*;<=>?[^`|";
+/// Of these a leading ~ is a user's folder. Behind a blank or a backslash the line goes on, a colon
+/// is the rule's own, and a parenthesis makes the name one within an archive.
+constexpr std::string_view kNeverFirst = "~", kNeverLast = " \\:)";
+/// A target with it stands for many.
+constexpr std::string_view kNeverInTarget = "%";
+/// What is marked by a backslash or a dollar: Make and Ninja count the backslashes in front of it
+/// differently.
+constexpr std::string_view kNeverBehindBackslash = "#:$";
+
+bool IsControl(char c) {
+    return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
+}
+
+std::string CharacterText(char c) {
+    if (!IsControl(c)) return std::string("'") + c + "'";
+    char text[8];
+    std::snprintf(text, sizeof text, "0x%02X",
+                  static_cast<unsigned>(static_cast<unsigned char>(c)));
+    return text;
+}
+
+/// A name of the system for a message of one line.
+std::string OneLine(const std::string& name) {
+    std::string text;
+    for (const char c : name)
+        if (IsControl(c))
+            text += "\\" + CharacterText(c).substr(1);
+        else
+            text += c;
+    return text;
+}
+
+/// Why no rule holds a name; nothing for one that Make and Ninja see as it is.
+std::optional<std::string> FaultOf(const std::string& name, bool isTarget) {
+    const auto isOneOf = [](std::string_view characters, char c) {
+        return characters.find(c) != std::string_view::npos;
+    };
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        const char c = name[i];
+        if (IsControl(c) || isOneOf(kNeverHeld, c) || (isTarget && isOneOf(kNeverInTarget, c)))
+            return "it has the character " + CharacterText(c);
+        if (i > 0 && name[i - 1] == '\\' && isOneOf(kNeverBehindBackslash, c))
+            return "it has the character " + CharacterText(c) + " behind a backslash";
+    }
+    if (name.empty()) return "it is empty";
+    if (isOneOf(kNeverFirst, name.front()))
+        return "it starts with the character " + CharacterText(name.front());
+    if (isOneOf(kNeverLast, name.back()))
+        return "it ends with the character " + CharacterText(name.back());
+    // In front of what the target depends on they begin a variable.
+    if (name == "define" || name == "undefine") return "it is a word of Make's";
+    return std::nullopt;
+}
 
 /// A name in a rule. A blank is marked by a backslash, and backslashes in front of one are doubled;
 /// other backslashes stand for themselves.
@@ -8,21 +73,12 @@ std::string Escape(const std::string& name) {
     std::string text;
     std::size_t backslashes = 0;
     for (const char c : name) {
-        switch (c) {
-            case ' ':
-            case '\t':
-                text.append(backslashes + 1, '\\');
-                break;
-            case '#':
-            case ':':
-                text += '\\';
-                break;
-            case '$':
-                text += '$';
-                break;
-            default:
-                break;
-        }
+        if (c == ' ')
+            text.append(backslashes + 1, '\\');
+        else if (c == '#' || c == ':')
+            text += '\\';
+        else if (c == '$')
+            text += '$';
         text += c;
         backslashes = c == '\\' ? backslashes + 1 : 0;
     }
@@ -31,8 +87,17 @@ std::string Escape(const std::string& name) {
 
 }  // namespace
 
-std::string DependencyFileText(const std::string& target, const std::vector<std::string>& files) {
-    std::string text = Escape(target) + ":";
-    for (const std::string& file : files) text += " \\\n  " + Escape(file);
+std::string DependencyFileText(const std::string& target, const std::string& document,
+                               const std::vector<std::string>& files) {
+    const auto take = [&](const std::string& name, bool isTarget) {
+        if (const auto fault = FaultOf(name, isTarget))
+            throw DocumentFailure(
+                {document}, std::string("A rule for Make and Ninja cannot hold ") +
+                                (isTarget ? "the target '" : "the file name '") + OneLine(name) +
+                                "': " + *fault);
+        return Escape(name);
+    };
+    std::string text = take(target, true) + ": \\\n  " + take(document, false);
+    for (const std::string& file : files) text += " \\\n  " + take(file, false);
     return text + "\n";
 }

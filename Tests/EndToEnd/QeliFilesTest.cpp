@@ -72,8 +72,8 @@ TEST_F(QeliFiles, TheDependencyFileIsARuleWithMakesEscapes) {
 
 TEST_F(QeliFiles, ABackslashIsDoubledInFrontOfABlankAlone) {
     folder.WriteFile("a.qeli", OneJointDocument());
-    EXPECT_EQ(Run({"files", "a.qeli", "--depfile", "-", "--target", "a\\b\\ c\td"}).output,
-              "a\\b\\\\\\ c\\\td: \\\n  a.qeli\n");
+    EXPECT_EQ(Run({"files", "a.qeli", "--depfile", "-", "--target", "a\\b\\ c"}).output,
+              "a\\b\\\\\\ c: \\\n  a.qeli\n");
 }
 
 TEST_F(QeliFiles, ADependencyFileNeedsATargetAndATargetAFile) {
