@@ -11,6 +11,7 @@
 
 #include <cerrno>
 #include <charconv>
+#include <functional>
 #include <optional>
 #include <utility>
 
@@ -24,8 +25,8 @@ constexpr std::size_t kLongestName = MAX_PATH - 1;
 /// What a folder in which files can be made at all leaves the name of a file.
 constexpr std::size_t kShortName = 11;
 /// Scanners and indexers open a new file for a moment; a name that they keep busy is tried again.
-constexpr int kMostMoves = 20;
-constexpr DWORD kPauseBetweenMoves = 25;
+constexpr int kMostTries = 20;
+constexpr DWORD kPauseBetweenTries = 25;
 
 /// A number in few characters.
 std::string ShortText(unsigned long number) {
@@ -62,12 +63,22 @@ HANDLE CreateFresh(const std::string& name, Permissions& permissions) {
                        FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
+/// Tries a call of the system until nobody keeps a name busy, or for half a second.
+int Persist(const std::function<BOOL()>& call) {
+    for (int tries = 1; !call(); ++tries) {
+        const int error = LastErrorNumber();
+        if (error != EACCES || tries == kMostTries) return error;
+        Sleep(kPauseBetweenTries);
+    }
+    return 0;
+}
+
 }  // namespace
 
 struct UnfinishedFile::File {
     ~File() {
         handle.Reset();
-        if (named) DeleteFileA(named->GetName().c_str());
+        if (named) Persist([this] { return DeleteFileA(named->GetName().c_str()); });
     }
 
     int CreateIn(const std::string& folder, Permissions permissions);
@@ -98,17 +109,11 @@ int UnfinishedFile::File::Publish() {
     // A crash of the machine must not leave the new name with nothing behind it.
     if (const int error = Flush(handle.Get()); error != 0) return error;
     handle.Reset();
-    int error = 0;
-    for (int attempt = 0; attempt < kMostMoves; ++attempt) {
-        if (attempt > 0) Sleep(kPauseBetweenMoves);
-        if (MoveFileExA(named->GetName().c_str(), target.c_str(),
-                        MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-            named.reset();
-            return 0;
-        }
-        error = LastErrorNumber();
-        if (error != EACCES) break;
-    }
+    const int error = Persist([this] {
+        return MoveFileExA(named->GetName().c_str(), target.c_str(),
+                           MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+    });
+    if (error == 0) named.reset();
     return error;
 }
 

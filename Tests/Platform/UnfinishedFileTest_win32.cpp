@@ -144,20 +144,48 @@ TEST_F(UnfinishedFile, AFolderIsNotReplaced) {
     EXPECT_EQ(CountFiles(), 1);
 }
 
+/// Looks into a file for a moment, as a scanner does.
+class Scanner {
+  public:
+    explicit Scanner(const std::string& path)
+        : file(CreateFileA(path.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                           OPEN_EXISTING, 0, nullptr)) {
+        EXPECT_NE(file, INVALID_HANDLE_VALUE);
+        end = std::thread([this] {
+            Sleep(60);
+            CloseHandle(file);
+        });
+    }
+    Scanner(const Scanner&) = delete;
+    Scanner& operator=(const Scanner&) = delete;
+    ~Scanner() { end.join(); }
+
+  private:
+    HANDLE file;
+    std::thread end;
+};
+
 TEST_F(UnfinishedFile, AFileThatIsBusyForAMomentIsReplacedAfterIt) {
     const std::string out = folder.WriteFile("out", "old");
     ASSERT_EQ(file.CreateBeside(out), 0);
     ASSERT_EQ(file.Write("new", 3), 0);
-    const HANDLE scanner =
-        CreateFileA(out.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-    ASSERT_NE(scanner, INVALID_HANDLE_VALUE);
-    std::thread end([&] {
-        Sleep(60);
-        CloseHandle(scanner);
-    });
+    const Scanner scanner(out);
     EXPECT_EQ(file.Publish(), 0);
-    end.join();
     EXPECT_EQ(folder.ReadFile("out"), "new");
+}
+
+TEST_F(UnfinishedFile, OneThatIsBusyForAMomentIsPublishedOrGoneAfterIt) {
+    ASSERT_EQ(file.CreateBeside(folder.Path("out")), 0);
+    {
+        const Scanner scanner(file.GetName());
+        EXPECT_EQ(file.Publish(), 0);
+    }
+    EXPECT_TRUE(folder.Has("out"));
+    std::optional<Platform::UnfinishedFile> given(std::in_place);
+    ASSERT_EQ(given->CreateBeside(folder.Path("out")), 0);
+    const Scanner scanner(given->GetName());
+    given.reset();
+    EXPECT_EQ(CountFiles(), 1);
 }
 
 TEST_F(UnfinishedFile, AFileThatStaysBusyStaysAsItWas) {
