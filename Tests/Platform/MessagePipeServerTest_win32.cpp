@@ -124,6 +124,15 @@ TEST(MessagePipeServer, ClientsThatLeaveAreForgottenAndTheirAnswersDropped) {
     server->Disconnect(message->from);
 }
 
+/// What a client that asks is told.
+std::uint32_t ErrorOfAsking(Platform::MessagePipe& client, const std::string& question = "a") {
+    char reply[kLargest];
+    std::size_t received = 0;
+    std::uint32_t error = 0;
+    client.Transact(question, reply, 5000, received, error);
+    return error;
+}
+
 TEST(MessagePipeServer, ADisconnectedClientIsToldSo) {
     const auto server = Serving();
     RawClient one;
@@ -134,13 +143,32 @@ TEST(MessagePipeServer, ADisconnectedClientIsToldSo) {
     EXPECT_EQ(server->CountClients(), 0u);
 }
 
-/// What a client that asks is told.
-std::uint32_t ErrorOfAsking(Platform::MessagePipe& client) {
-    char reply[kLargest];
-    std::size_t received = 0;
-    std::uint32_t error = 0;
-    client.Transact(std::string("a"), reply, 5000, received, error);
-    return error;
+TEST(MessagePipeServer, WhoAsksTooMuchOrInVainIsHungUpOn) {
+    const auto server = Serving();
+    for (const std::size_t size : {kLargest, kLargest + 1}) {
+        Platform::MessagePipe client;
+        for (int i = 0; i < 100 && client.Open(kAddress) != 0; ++i) server->WaitForMessage(10);
+        ASSERT_EQ(client.SetMessageMode(), 0u);
+        std::uint32_t told = 0;
+        std::thread question([&] { told = ErrorOfAsking(client, std::string(size, 'a')); });
+        const Message message = server->WaitForMessage(5000);
+        EXPECT_TRUE(message.has_value() && message->isTooLarge == (size > kLargest));
+        if (message.has_value()) server->Disconnect(message->from);
+        question.join();
+        EXPECT_EQ(told, DWORD{ERROR_PIPE_NOT_CONNECTED}) << size;
+    }
+}
+
+TEST(MessagePipeServer, AClientThatIsDisconnectedBehindItsAnswerCountsNoMore) {
+    const auto server = Serving();
+    RawClient client;
+    Connect(client, *server);
+    client.Send("a");
+    const Message message = server->WaitForMessage(5000);
+    ASSERT_TRUE(message.has_value());
+    server->Send(message->from, std::string("b"));
+    server->Disconnect(message->from);
+    EXPECT_EQ(server->CountClients(), 0u);
 }
 
 TEST(MessagePipeServer, AtItsEndAllClientsAreHungUpOn) {
