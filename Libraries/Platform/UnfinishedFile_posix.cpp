@@ -55,6 +55,8 @@ struct UnfinishedFile::File {
     int CreateIn(const std::string& inFolder, mode_t mode);
     int CreateNamed(mode_t mode);
     int OpenToOwner();
+    bool TakesFreeName() const;
+    int CloseUnderFreeName();
     int TakeName();
     int CopyUnderName();
     int Publish();
@@ -115,6 +117,19 @@ int UnfinishedFile::File::CreateNamed(mode_t mode) {
     return EEXIST;
 }
 
+/// Gives a file without a name the wanted one, where that is free: folders that let no name go take
+/// a new one all the same.
+bool UnfinishedFile::File::TakesFreeName() const {
+    return linkat(AT_FDCWD, name.c_str(), AT_FDCWD, target.c_str(), AT_SYMLINK_FOLLOW) == 0;
+}
+
+/// What could not be written until now must not stand there.
+int UnfinishedFile::File::CloseUnderFreeName() {
+    const int error = CloseWritten(std::exchange(descriptor, -1));
+    if (error != 0) unlink(target.c_str());
+    return error;
+}
+
 /// Gives a file without a name a fresh one.
 int UnfinishedFile::File::TakeName() {
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
@@ -156,7 +171,10 @@ int UnfinishedFile::File::Publish() {
     int error = permissions ? CopyPermissions(descriptor, *permissions) : 0;
     // A crash of the machine must not leave the new name with nothing behind it.
     if (error == 0) error = Flush(descriptor);
-    if (error == 0 && !named) error = TakeName();
+    if (error == 0 && !named) {
+        if (TakesFreeName()) return CloseUnderFreeName();
+        error = TakeName();
+    }
     if (error != 0) return error;
     error = CloseWritten(std::exchange(descriptor, -1));
     if (error != 0) return error;

@@ -67,6 +67,30 @@ TEST_F(UnfinishedFile, AFreeNameIsTaken) {
     EXPECT_EQ(folder.ReadFile("out"), "new");
 }
 
+TEST_F(UnfinishedFile, AFreeNameIsTakenInAFolderThatLetsNoNameGo) {
+    SystemCalls calls;
+    calls.inFrontOfRenaming = [] { return EPERM; };
+    EXPECT_EQ(Replace(folder.Path("out")), 0);
+    EXPECT_EQ(folder.ReadFile("out"), "new");
+    EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(UnfinishedFile, AFreeNameStaysFreeWhenAFailureShowsAtTheEnd) {
+    SystemCalls calls;
+    calls.inFrontOfClosing = [](int) { return EDQUOT; };
+    EXPECT_EQ(Replace(folder.Path("out")), EDQUOT);
+    EXPECT_EQ(CountFiles(), 0);
+}
+
+TEST_F(UnfinishedFile, WhatTakesTheFreeNameMeanwhileIsReplaced) {
+    ASSERT_EQ(file.CreateBeside(folder.Path("out")), 0);
+    ASSERT_EQ(file.Write("new", 3), 0);
+    folder.WriteFile("out", "another");
+    EXPECT_EQ(file.Publish(), 0);
+    EXPECT_EQ(folder.ReadFile("out"), "new");
+    EXPECT_EQ(CountFiles(), 1);
+}
+
 TEST_F(UnfinishedFile, WhatIsNotPublishedIsGone) {
     const std::string out = folder.WriteFile("out", "old");
     {
@@ -120,7 +144,7 @@ TEST_F(UnfinishedFile, TheRightsOfTheOwnerStayWithTheOwnerOnly) {
     chmod(out.c_str(), 06777);
     ASSERT_EQ(Replace(out), 0);
     EXPECT_EQ(ModeOf(out), 06777u);
-    if (geteuid() != 0) return;  // there is no other user to try
+    if (geteuid() != 0) GTEST_SKIP() << "for another user than the owner there is no superuser";
     {
         const OrdinaryUser user;
         ASSERT_EQ(Replace(out), 0);
