@@ -3,10 +3,11 @@
 
 #include "DescriptorIo_posix.h"
 #include "EndingSignals_posix.h"
+#include "FinalOutput_posix.h"
+#include "LogFile_posix.h"
 
 #include <fcntl.h>
 #include <stdio_ext.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -24,18 +25,15 @@ namespace Platform {
 /// that nothing is pulled from under a thread that is still waiting for a slow reader.
 struct OutputCapture::Copy {
     ~Copy() {
-        for (const int descriptor : {log, pipeRead, pipeWrite, savedOutput})
+        for (const int descriptor : {pipeRead, pipeWrite, savedOutput})
             if (descriptor >= 0) close(descriptor);
     }
 
     bool Open();
     void StartThread(const std::shared_ptr<Copy>& self);
     void Run();
-    void CloseLog();
 
-    int log = -1;
-    int logError = 0;            // the first; the thread's until it has ended
-    bool isLogReplaced = false;  // its name belongs to another file
+    LogFile log;  // the thread's until it has ended
     int pipeRead = -1;
     int pipeWrite = -1;
     int savedOutput = -1;
@@ -46,17 +44,18 @@ struct OutputCapture::Copy {
 
 namespace {
 
-ssize_t ReadSome(int descriptor, char* buffer, std::size_t size) {
-    ssize_t count;
-    do {
-        count = read(descriptor, buffer, size);
-    } while (count < 0 && errno == EINTR);
-    return count;
-}
-
 void FlushStandardOutput() {
     std::cout.flush();
     std::fflush(stdout);
+}
+
+/// Descriptor 1 is the pipe's last writing end: giving it back is what lets the thread come to the
+/// pipe's end.
+void GiveBackOutput(int saved) {
+    if (dup2(saved, STDOUT_FILENO) >= 0) return;
+    // The system hands out the lowest free descriptor.
+    close(STDOUT_FILENO);
+    static_cast<void>(fcntl(saved, F_DUPFD, STDOUT_FILENO));
 }
 
 /// What a broken standard output refused must neither turn up in the log nor silence what comes
@@ -83,14 +82,13 @@ void OutputCapture::Copy::Run() {
     char buffer[1024];
     for (;;) {
         const ssize_t count = ReadSome(pipeRead, buffer, sizeof buffer);
-        if (count < 0) logError = errno;
+        if (count < 0) log.Fail(errno);
         if (count <= 0) break;
         const std::size_t size = static_cast<std::size_t>(count);
         // Nobody listening any more is no reason to lose the log, nor to leave the pipe to fill up.
         outputTakesMore = outputTakesMore && WriteAll(savedOutput, buffer, size) == 0;
         if (abandoned) break;
-        const int error = WriteAll(log, buffer, size);
-        if (logError == 0) logError = error;
+        log.Write(buffer, size);
     }
     ended.set_value();
 }
@@ -99,13 +97,6 @@ void OutputCapture::Copy::StartThread(const std::shared_ptr<Copy>& self) {
     // They belong to the main thread.
     const DeferSignals forTheThread;
     thread = std::thread([self] { self->Run(); });
-}
-
-void OutputCapture::Copy::CloseLog() {
-    struct stat status;
-    isLogReplaced = fstat(log, &status) == 0 && S_ISREG(status.st_mode) && status.st_nlink == 0;
-    const int error = CloseWritten(std::exchange(log, -1));
-    if (logError == 0) logError = error;
 }
 
 OutputCapture::OutputCapture() = default;
@@ -121,9 +112,7 @@ OutputCapture::StartResult OutputCapture::NotStarted(int error) {
 
 OutputCapture::StartResult OutputCapture::Start(const std::string& logFile) {
     const auto starting = std::make_shared<Copy>();
-    starting->log =
-        open(logFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY, 0666);
-    if (starting->log < 0) return StartResult::kLogNotOpened;
+    if (starting->log.Open(logFile) != 0) return StartResult::kLogNotOpened;
 
     FlushStandardOutput();
     ForgetRefusedOutput();
@@ -139,6 +128,7 @@ OutputCapture::StartResult OutputCapture::Start(const std::string& logFile) {
         starting->thread.join();
         return NotStarted(redirectionError);
     }
+    SetFinalOutput(starting->savedOutput);
     copy = starting;
     return StartResult::kStarted;
 }
@@ -148,16 +138,13 @@ bool OutputCapture::Stop(std::chrono::milliseconds wait) {
     const std::shared_ptr<Copy> stopping = std::move(copy);
     copy = nullptr;
     FlushStandardOutput();
-    // Descriptor 1 is the pipe's last writing end: giving it back is what lets the thread come to
-    // the pipe's end.
-    dup2(stopping->savedOutput, STDOUT_FILENO);
+    const bool hasRefused = std::cout.fail() || std::ferror(stdout) != 0;
+    SetFinalOutput(STDOUT_FILENO);
+    GiveBackOutput(stopping->savedOutput);
     if (stopping->ended.get_future().wait_for(wait) == std::future_status::ready) {
         stopping->thread.join();
-        stopping->CloseLog();
-        if (stopping->logError != 0)
-            logFault = ErrorText(stopping->logError);
-        else if (stopping->isLogReplaced)
-            logFault = "another file has taken its name";
+        logFault = stopping->log.Close();
+        if (logFault.empty() && hasRefused) logFault = "a part of the output never came there";
         return true;
     }
     stopping->abandoned = true;

@@ -3,6 +3,7 @@
 
 #include "DescriptorIo_posix.h"
 #include "EndingSignals_posix.h"
+#include "FinalOutput_posix.h"
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -113,6 +114,10 @@ int WholeFile::Target::SaveInPlace(const char* bytes, std::size_t size) {
         const int closeError = CloseWritten(std::exchange(inPlace, -1));
         return error != 0 ? error : closeError;
     }
+    // What this program prints would go over what it writes, at places of its own.
+    if (IsPrintedInto(inPlace)) return EBUSY;
+    // Another bake must not write in between, nor cut what this one has written.
+    if (const int error = LockAlone(inPlace); error != 0) return error;
     const DeferSignals untilItIsWhole;
     if (const int error = CheckName(); error != 0) return error;
     if (const int error = Reserve(static_cast<off_t>(size)); error != 0) return error;

@@ -3,15 +3,18 @@
 #include "Platform/FewDescriptors.h"
 #include "Platform/StandardOutput.h"
 #include "Platform/SystemCalls.h"
+#include "Support/OrdinaryUser.h"
 #include "Support/TemporaryFolder.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/stat.h>
 
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
@@ -193,22 +196,137 @@ TEST(OutputCapture, WhatCannotBeReadForTheLogIsTold) {
     EXPECT_EQ(capture.GetLogFault(), "Input/output error");
 }
 
-TEST(OutputCapture, ALogWhoseNameGoesToAnotherFileIsTold) {
-    const TemporaryFolder folder;
+/// What is said of a log that `disturb` does something to between two lines.
+template <class Disturb>
+std::string FaultOfLog(const TemporaryFolder& folder, Disturb disturb) {
+    const int file = OpenForWriting(folder.Path("out"));
     OutputCapture capture;
-    ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-    std::filesystem::rename(folder.WriteFile("other", "another"), folder.Path("log"));
-    EXPECT_TRUE(capture.Stop());
-    EXPECT_EQ(capture.GetLogFault(), "another file has taken its name");
+    {
+        const StandardOutput output(file);
+        EXPECT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+        std::cout << "a line" << std::endl;
+        for (int i = 0; i < 5000 && folder.ReadFile("log").empty(); ++i)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        disturb();
+        std::cout << "another" << std::endl;
+        EXPECT_TRUE(capture.Stop());
+    }
+    close(file);
+    EXPECT_EQ(folder.ReadFile("out"), "a line\nanother\n");
+    return capture.GetLogFault();
+}
+
+TEST(OutputCapture, ALogWhoseNameLeadsElsewhereIsTold) {
+    const TemporaryFolder folder;
+    const auto rename = [&] { fs::rename(folder.Path("log"), folder.Path("log2")); };
+    EXPECT_EQ(FaultOfLog(folder, rename), "it was moved or removed");
+    EXPECT_EQ(folder.ReadFile("log2"), "a line\nanother\n");
+    EXPECT_EQ(FaultOfLog(folder, [&] { fs::remove(folder.Path("log")); }),
+              "it was moved or removed");
+    const auto replace = [&] {
+        rename();
+        folder.WriteFile("log", "another");
+    };
+    EXPECT_EQ(FaultOfLog(folder, replace), "another file has taken its name");
     EXPECT_EQ(folder.ReadFile("log"), "another");
+    fs::create_directory(folder.Path("inner"));
+    fs::remove(folder.Path("log"));
+    fs::create_symlink("inner/log", folder.Path("log"));
+    EXPECT_EQ(FaultOfLog(folder, [&] { fs::rename(folder.Path("inner"), folder.Path("old")); }),
+              "it was moved or removed");
+}
+
+TEST(OutputCapture, ALogThatHoldsSomethingElseIsTold) {
+    const TemporaryFolder folder;
+    const auto write = [&](int how, const char* text) {
+        const int other = open(folder.Path("log").c_str(), O_WRONLY | how);
+        EXPECT_GT(::write(other, text, std::strlen(text)), 0);
+        close(other);
+    };
+    const std::string fault = "something else was written into it";
+    EXPECT_EQ(FaultOfLog(folder, [&] { write(0, "A"); }), fault);
+    EXPECT_EQ(FaultOfLog(folder, [&] { write(O_TRUNC, "a line\n"); }), "");
+    EXPECT_EQ(FaultOfLog(folder, [&] { write(0, "a line\nand a longer one\n"); }), fault);
+    EXPECT_EQ(FaultOfLog(folder, [&] { write(O_TRUNC, "b"); }), fault);
+}
+
+TEST(OutputCapture, OfALogThatTheUserMayOnlyWriteTheSizeIsLookedAt) {
+    const TemporaryFolder folder;
+    chmod(folder.Path().c_str(), 0755);
+    folder.WriteFile("log", "old");
+    OutputCapture capture;
+    chmod(folder.Path("log").c_str(), 0222);
+    const OrdinaryUser user;
+    for (const bool isLonger : {false, true}) {
+        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+        if (isLonger) {
+            const int other = open(folder.Path("log").c_str(), O_WRONLY);
+            EXPECT_EQ(write(other, "more", 4), 4);
+            close(other);
+        }
+        EXPECT_TRUE(capture.Stop());
+        EXPECT_EQ(capture.GetLogFault(), isLonger ? "something else was written into it" : "");
+    }
+}
+
+TEST(OutputCapture, AFileThatIsLogAndStandardOutputIsNoWholeLog) {
+    const TemporaryFolder folder;
+    const int file = OpenForWriting(folder.Path("log"));
+    OutputCapture capture;
+    {
+        const StandardOutput output(file);
+        std::cout << "a banner" << std::endl;
+        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+        std::cout << "a line" << std::endl;
+        EXPECT_TRUE(capture.Stop());
+    }
+    close(file);
+    EXPECT_EQ(capture.GetLogFault(), "something else was written into it");
 }
 
 TEST(OutputCapture, AWholeLogHasNoFault) {
     const TemporaryFolder folder;
+    EXPECT_EQ(FaultOfLog(folder, [] {}), "");
+    EXPECT_EQ(folder.ReadFile("log"), "a line\nanother\n");
+}
+
+TEST(OutputCapture, APartThatNeverCameToTheLogIsTold) {
+    const TemporaryFolder folder;
+    const int file = OpenForWriting(folder.Path("out"));
     OutputCapture capture;
-    ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-    EXPECT_TRUE(capture.Stop());
-    EXPECT_EQ(capture.GetLogFault(), "");
+    {
+        const StandardOutput output(file);
+        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+        std::cout << "a line" << std::endl;
+        const int full = open("/dev/full", O_WRONLY);
+        dup2(full, STDOUT_FILENO);
+        close(full);
+        std::cout << "another" << std::endl;
+        EXPECT_TRUE(capture.Stop());
+    }
+    close(file);
+    EXPECT_EQ(capture.GetLogFault(), "a part of the output never came there");
+    EXPECT_EQ(folder.ReadFile("log"), "a line\n");
+}
+
+TEST(OutputCapture, StandardOutputComesBackWhereTheSystemDoesNotPutItInPlaceOfThePipe) {
+    const TemporaryFolder folder;
+    SystemCalls calls;
+    const int file = OpenForWriting(folder.Path("out"));
+    {
+        const StandardOutput output(file);
+        OutputCapture capture;
+        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+        std::cout << "a line" << std::endl;
+        calls.inFrontOfDuplicating = [] { return EBUSY; };
+        EXPECT_TRUE(capture.Stop());
+        calls.inFrontOfDuplicating = {};
+        std::cout << "behind" << std::endl;
+        EXPECT_EQ(capture.GetLogFault(), "");
+    }
+    close(file);
+    EXPECT_EQ(folder.ReadFile("log"), "a line\n");
+    EXPECT_EQ(folder.ReadFile("out"), "a line\nbehind\n");
 }
 
 TEST(OutputCapture, AFullStandardOutputLeavesTheLogWhole) {

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 #include <sys/types.h>
+#include <time.h>
 
 #include <functional>
 
@@ -15,6 +16,9 @@ class SystemCalls {
     SystemCalls(const SystemCalls&) = delete;
     SystemCalls& operator=(const SystemCalls&) = delete;
 
+    std::function<int()> inFrontOfLocking;
+    /// A pause that fails is over at once.
+    std::function<int(const timespec& pause)> inFrontOfPausing;
     std::function<int()> inFrontOfReserving;
     /// Gets the place in the file and the bytes; for regular files only.
     std::function<int(off_t at, size_t size)> inFrontOfWriting;
@@ -23,6 +27,8 @@ class SystemCalls {
     std::function<void(const char* path, struct stat& status)> behindLooking;
     std::function<int()> inFrontOfLinking;
     std::function<int()> inFrontOfRenaming;
+    /// In place of another descriptor.
+    std::function<int()> inFrontOfDuplicating;
     /// From a pipe.
     std::function<int()> inFrontOfReading;
     std::function<int()> inFrontOfReadingAt;

@@ -1,6 +1,7 @@
 #include "Platform/SystemCalls.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/syscall.h>
 #include <unistd.h>
 
@@ -32,6 +33,26 @@ SystemCalls::~SystemCalls() {
 
 // The program's own stand in front of the C library's.
 extern "C" {
+
+int flock(int descriptor, int operation) noexcept {
+    if (watching != nullptr && watching->inFrontOfLocking && Fails(watching->inFrontOfLocking()))
+        return -1;
+    return static_cast<int>(syscall(SYS_flock, descriptor, operation));
+}
+
+int nanosleep(const timespec* pause, timespec* left) {
+    if (watching != nullptr && watching->inFrontOfPausing &&
+        Fails(watching->inFrontOfPausing(*pause)))
+        return -1;
+    return static_cast<int>(syscall(SYS_nanosleep, pause, left));
+}
+
+int dup2(int from, int to) noexcept {
+    if (watching != nullptr && watching->inFrontOfDuplicating &&
+        Fails(watching->inFrontOfDuplicating()))
+        return -1;
+    return static_cast<int>(syscall(SYS_dup3, from, to, 0));
+}
 
 int fallocate(int descriptor, int mode, off_t offset, off_t size) {
     if (watching != nullptr && watching->inFrontOfReserving &&

@@ -1,5 +1,7 @@
+#include <Platform/OutputCapture.h>
 #include <Platform/WholeFile.h>
 
+#include "Platform/StandardOutput.h"
 #include "Platform/SystemCalls.h"
 #include "Support/OrdinaryUser.h"
 #include "Support/TemporaryFolder.h"
@@ -7,10 +9,12 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <filesystem>
 #include <string>
 #include <utility>
@@ -202,6 +206,115 @@ TEST_F(WholeFileInPlace, AFileThatHasNoNameAnyMoreIsReachedThroughTheSystemsLink
         }
         folder.WriteFile("out", kOld);
     }
+}
+
+/// As another program would.
+bool IsLocked(const std::string& path) {
+    const int other = open(path.c_str(), O_RDONLY);
+    const bool isLocked = flock(other, LOCK_SH | LOCK_NB) != 0;
+    if (isLocked) {
+        EXPECT_EQ(errno, EWOULDBLOCK);
+    }
+    close(other);
+    return isLocked;
+}
+
+TEST_F(WholeFileInPlace, ItIsLockedUntilItIsWhole) {
+    int steps = 0;
+    const auto look = [&] {
+        EXPECT_TRUE(IsLocked(folder.Path("out")));
+        ++steps;
+        return 0;
+    };
+    calls.inFrontOfReserving = look;
+    calls.inFrontOfWriting = [&](off_t, size_t) { return look(); };
+    calls.inFrontOfResizing = [&](off_t) { return look(); };
+    calls.inFrontOfFlushing = [&](int) { return look(); };
+    calls.inFrontOfClosing = [&](int descriptor) {
+        const bool isWritten = (fcntl(descriptor, F_GETFL) & O_ACCMODE) == O_WRONLY;
+        return isWritten ? look() : 0;
+    };
+    EXPECT_EQ(Save("new"), 0);
+    EXPECT_EQ(steps, 5);
+    EXPECT_FALSE(IsLocked(folder.Path("out")));
+}
+
+TEST_F(WholeFileInPlace, ItWaitsForAnotherThatWrites) {
+    const int other = open(folder.Path("out").c_str(), O_RDONLY);
+    ASSERT_EQ(flock(other, LOCK_EX), 0);
+    int pauses = 0;
+    calls.inFrontOfPausing = [&](const timespec&) {
+        EXPECT_EQ(folder.ReadFile("out"), kOld);
+        sigset_t blocked;
+        pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
+        EXPECT_EQ(sigismember(&blocked, SIGINT), 0);
+        if (++pauses == 3) close(other);
+        return EINTR;
+    };
+    EXPECT_EQ(Save("new"), 0);
+    EXPECT_EQ(pauses, 3);
+    EXPECT_EQ(folder.ReadFile("out"), "new");
+}
+
+TEST_F(WholeFileInPlace, ALockThatIsNotGivenBackForTenSecondsIsAFailure) {
+    const int other = open(folder.Path("out").c_str(), O_RDONLY);
+    ASSERT_EQ(flock(other, LOCK_SH), 0);
+    std::chrono::nanoseconds waited{0};
+    calls.inFrontOfPausing = [&](const timespec& pause) {
+        waited += std::chrono::seconds(pause.tv_sec) + std::chrono::nanoseconds(pause.tv_nsec);
+        return EINTR;
+    };
+    EXPECT_EQ(Save("new"), EBUSY);
+    EXPECT_EQ(waited, std::chrono::seconds(10));
+    EXPECT_EQ(folder.ReadFile("out"), kOld);
+    close(other);
+}
+
+TEST_F(WholeFileInPlace, WhereThereAreNoLocksNothingIsWaitedFor) {
+    int error = 0;
+    calls.inFrontOfLocking = [&] { return error; };
+    calls.inFrontOfPausing = [](const timespec&) {
+        ADD_FAILURE();
+        return EINTR;
+    };
+    for (const int without : {ENOLCK, EOPNOTSUPP, EINVAL, ENOSYS}) {
+        error = without;
+        EXPECT_EQ(Save("new"), 0) << without;
+        EXPECT_EQ(folder.ReadFile("out"), "new");
+        folder.WriteFile("out", kOld);
+    }
+    error = EIO;
+    EXPECT_EQ(Save("new"), EIO);
+    EXPECT_EQ(folder.ReadFile("out"), kOld);
+    int interruptions = 0;
+    calls.inFrontOfLocking = [&] { return interruptions++ < 300 ? EINTR : 0; };
+    EXPECT_EQ(Save("new"), 0);
+    EXPECT_EQ(interruptions, 301);
+}
+
+TEST_F(WholeFileInPlace, AFileThatTheProgramPrintsIntoIsLeftAlone) {
+    const int printed = open(folder.Path("out").c_str(), O_WRONLY | O_APPEND);
+    ASSERT_GE(printed, 0);
+    {
+        const StandardOutput output(printed);
+        EXPECT_EQ(Save("new"), EBUSY);
+        const TemporaryFolder logs;
+        Platform::OutputCapture capture;
+        ASSERT_EQ(capture.Start(logs.Path("log")), Platform::OutputCapture::StartResult::kStarted);
+        EXPECT_EQ(Save("new"), EBUSY);
+        EXPECT_TRUE(capture.Stop());
+        EXPECT_EQ(Save("new"), EBUSY);
+    }
+    EXPECT_EQ(folder.ReadFile("out"), kOld);
+    const int errors = dup(STDERR_FILENO);
+    dup2(printed, STDERR_FILENO);
+    const int error = Save("new");
+    dup2(errors, STDERR_FILENO);
+    close(errors);
+    close(printed);
+    EXPECT_EQ(error, EBUSY);
+    EXPECT_EQ(folder.ReadFile("out"), kOld);
+    EXPECT_EQ(Save("new"), 0);
 }
 
 TEST_F(WholeFileInPlace, SignalsWaitWhileTheFileIsNotWhole) {

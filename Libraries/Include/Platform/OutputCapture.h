@@ -37,8 +37,8 @@ class OutputCapture {
     /// when no capture runs.
     bool Stop(std::chrono::milliseconds wait = kStopWait);
 
-    /// Why the log of a capture that was stopped does not hold everything under its name, in the
-    /// system's words; empty when it does.
+    /// Why the log of a capture that was stopped does not hold everything under its name, and
+    /// nothing else, for people; empty when it does.
     const std::string& GetLogFault() const { return logFault; }
 
   private:

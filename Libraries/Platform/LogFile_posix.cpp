@@ -1,0 +1,83 @@
+#include "LogFile_posix.h"
+
+#include <Platform/ErrorText.h>
+
+#include "DescriptorIo_posix.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <utility>
+
+namespace Platform {
+
+namespace {
+
+/// Fowler, Noll and Vo's, version 1a.
+std::uint64_t Digest(std::uint64_t digest, const char* bytes, std::size_t size) {
+    constexpr std::uint64_t kPrime = 0x100000001B3;
+    for (std::size_t i = 0; i < size; ++i)
+        digest = (digest ^ static_cast<unsigned char>(bytes[i])) * kPrime;
+    return digest;
+}
+
+constexpr std::uint64_t kNoBytes = 0xCBF29CE484222325;
+
+}  // namespace
+
+LogFile::~LogFile() {
+    if (descriptor >= 0) close(descriptor);
+}
+
+int LogFile::Open(const std::string& logFile) {
+    path = logFile;
+    digest = kNoBytes;
+    descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY, 0666);
+    return descriptor >= 0 ? 0 : errno;
+}
+
+void LogFile::Write(const char* bytes, std::size_t size) {
+    Fail(WriteAll(descriptor, bytes, size));
+    written += static_cast<off_t>(size);
+    digest = Digest(digest, bytes, size);
+}
+
+void LogFile::Fail(int error) {
+    if (firstError == 0) firstError = error;
+}
+
+bool LogFile::HoldsWhatWasWritten() const {
+    const int reading = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
+    // Whoever may only write it has seen its size.
+    if (reading < 0) return true;
+    std::uint64_t found = kNoBytes;
+    char buffer[65536];
+    ssize_t count;
+    while ((count = ReadSome(reading, buffer, sizeof buffer)) > 0)
+        found = Digest(found, buffer, static_cast<std::size_t>(count));
+    close(reading);
+    return count == 0 && found == digest;
+}
+
+std::string LogFile::LookAtName() const {
+    struct stat opened;
+    struct stat named;
+    if (fstat(descriptor, &opened) != 0) return ErrorText(errno);
+    if (!S_ISREG(opened.st_mode)) return {};
+    if (stat(path.c_str(), &named) != 0)
+        return errno == ENOENT ? "it was moved or removed" : ErrorText(errno);
+    if (named.st_dev != opened.st_dev || named.st_ino != opened.st_ino)
+        return "another file has taken its name";
+    const bool isWhole = named.st_size == written && HoldsWhatWasWritten();
+    return isWhole ? std::string() : "something else was written into it";
+}
+
+std::string LogFile::Close() {
+    const std::string fault = LookAtName();
+    Fail(CloseWritten(std::exchange(descriptor, -1)));
+    return firstError != 0 ? ErrorText(firstError) : fault;
+}
+
+}  // namespace Platform
