@@ -3,7 +3,9 @@
 #include <windows.h>
 
 #include <array>
+#include <cstddef>
 #include <mutex>
+#include <new>
 #include <utility>
 
 namespace Platform {
@@ -21,8 +23,10 @@ struct Pending {
 };
 
 Pending& GetPending() {
-    // Never destroyed: the handler may come while the process is ending.
-    static Pending* const pending = new Pending;
+    // Never destroyed, and there without memory: the handler may come while the process is ending,
+    // and memory may be what has ended.
+    alignas(Pending) static std::byte place[sizeof(Pending)];
+    static Pending* const pending = new (place) Pending;
     return *pending;
 }
 
@@ -30,9 +34,7 @@ BOOL WINAPI RemoveAndEnd(DWORD) {
     Pending& pending = GetPending();
     // Kept for good, for the process ends as soon as this handler has returned.
     pending.unbroken.lock();
-    pending.files.lock();
-    for (const std::string* const name : pending.names)
-        if (name != nullptr) DeleteFileA(name->c_str());
+    RemoveUnfinishedFiles();
     return FALSE;
 }
 
@@ -42,6 +44,13 @@ void InstallHandler() {
 }
 
 }  // namespace
+
+void RemoveUnfinishedFiles() {
+    Pending& pending = GetPending();
+    pending.files.lock();
+    for (const std::string* const name : pending.names)
+        if (name != nullptr) DeleteFileA(name->c_str());
+}
 
 RemoveOnEvent::RemoveOnEvent(std::string fileName) : name(std::move(fileName)), slot(0) {
     InstallHandler();

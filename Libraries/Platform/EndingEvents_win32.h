@@ -22,6 +22,9 @@ class RemoveOnEvent {
     std::size_t slot;
 };
 
+/// Removes the files of all that live; the process is about to end.
+void RemoveUnfinishedFiles();
+
 /// Keeps console events waiting while it lives, so that what is begun gets finished.
 class DeferEvents {
   public:

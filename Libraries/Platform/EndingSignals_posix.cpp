@@ -19,8 +19,7 @@ static_assert(std::atomic<const char*>::is_always_lock_free);
 
 /// Calls nothing but what a signal handler may call.
 void RemoveAndEnd(int number) {
-    for (std::atomic<const char*>& name : names)
-        if (const char* file = name.exchange(nullptr)) unlink(file);
+    RemoveUnfinishedFiles();
     // The process ends as it would have ended without us, once this handler returns.
     signal(number, SIG_DFL);
     raise(number);
@@ -37,6 +36,11 @@ void InstallHandler() {
 }
 
 }  // namespace
+
+void RemoveUnfinishedFiles() {
+    for (std::atomic<const char*>& name : names)
+        if (const char* file = name.exchange(nullptr)) unlink(file);
+}
 
 RemoveOnSignal::RemoveOnSignal(std::string fileName) : name(std::move(fileName)), slot(0) {
     InstallHandler();

@@ -24,6 +24,9 @@ class RemoveOnSignal {
     std::size_t slot;
 };
 
+/// Removes the files of all that live. Calls nothing but what a signal handler may call.
+void RemoveUnfinishedFiles();
+
 /// Keeps SIGINT, SIGTERM and SIGHUP waiting on this thread while it lives.
 class DeferSignals {
   public:

@@ -1,11 +1,16 @@
 #include "RunProxy.h"
 
+#include <Platform/LackOfMemory.h>
 #include <Platform/Process.h>
 #include <Platform/StandardStreams.h>
 
 #include <CLI/CLI.hpp>
 
 namespace {
+
+/// Other sources take memory before the main function.
+[[gnu::init_priority(101)]] const Platform::EndWhereMemoryDoes endWhereMemoryDoes(
+    Platform::StandardStream::kErrors, "QelHashProxy: error: Cannot allocate memory\n");
 
 constexpr int kWrongUsage = 2;
 constexpr char kVersion[] = "QelHashProxy " RIGBAKE_VERSION;

@@ -1,5 +1,6 @@
 #include "VoktRigbakeTool.h"
 
+#include <Platform/LackOfMemory.h>
 #include <Platform/StandardStreams.h>
 #include <VokLib/Library/VokLib.h>
 #include <VoktFramework/Atoms/VoktAtomVokWorld.h>
@@ -9,6 +10,10 @@
 #include <memory>
 
 namespace {
+
+/// Other sources take memory before the main function.
+[[gnu::init_priority(101)]] const Platform::EndWhereMemoryDoes endWhereMemoryDoes(
+    Platform::StandardStream::kOutput, "Error: std::bad_alloc\n");
 
 /// A world of a million objects takes as long to take apart as to bake, and the end of the process
 /// gives its memory back at once. Builds that look for leaks take everything apart.

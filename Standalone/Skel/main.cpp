@@ -1,6 +1,16 @@
 #include "CommandLine.h"
 #include "CompanionMain.h"
 
+#include <Platform/LackOfMemory.h>
+
+namespace {
+
+/// Other sources take memory before the main function.
+[[gnu::init_priority(101)]] const Platform::EndWhereMemoryDoes endWhereMemoryDoes(
+    Platform::StandardStream::kErrors, "skel: error: Cannot allocate memory\n");
+
+}  // namespace
+
 int main(int argc, char** argv) {
     return CompanionMain("skel", argc, argv, RunCommandLine);
 }

@@ -4,6 +4,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -104,6 +105,8 @@ void StayUser() {
     for (const std::string& argument : arguments)
         argv.push_back(const_cast<char*>(argument.c_str()));
     argv.push_back(nullptr);
+    const rlimit limit{fault.memory, fault.memory};
+    if (fault.memory != 0) setrlimit(RLIMIT_AS, &limit);
     execv(file.c_str(), argv.data());
     _exit(99);
 }

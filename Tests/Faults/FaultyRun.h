@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,7 @@ struct Fault {
     bool isLasting = false;  ///< all behind it fail as well
     int error = 0;           ///< of a call
     int signal = 0;          ///< in place of an error, sent to the process in front of the call
+    std::size_t memory = 0;  ///< the bytes that the process may take, all it maps counted; 0: any
 };
 
 struct FaultyResult {

@@ -9,6 +9,8 @@ const std::vector<HeldElsewhere>& SourcesHeldElsewhere() {
         {"BiffLib/CLabelTest", {"BiffLib/LabelTable"}},
         {"Platform/WholeFileTest",
          {"Platform/DescriptorIo", "Platform/HandleIo", "Platform/LinkTarget"}},
+        {"Platform/LackOfMemoryTest", {"Platform/EndAtOnce"}},
+        {"Platform/OutputCaptureTest", {"Platform/LogFile", "Platform/FinalOutput"}},
         {"Platform/UnfinishedFileTest", {"Platform/ErrorText"}},
         {"Platform/MessagePipeTest", {"Platform/RuntimeFolder"}},
         {"VokLib/CustomData/VokCustomAttributeNumericTest",
