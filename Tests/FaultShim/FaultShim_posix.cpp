@@ -1,6 +1,7 @@
 // A library that is loaded ahead of a program's own and makes one of its allocations or system
 // calls fail, counted from the start of its main function. The environment says which:
 //
+//   FAULT_EARLY    when it is set, what comes before the main function counts as well
 //   FAULT_KIND     "alloc" or "call"
 //   FAULT_AT       the number of the one that fails, from 1; 0 or absent: none
 //   FAULT_LASTING  when it is set, all behind it fail as well
@@ -16,6 +17,7 @@
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
 #include <sys/types.h>
@@ -37,7 +39,9 @@ namespace {
 
 enum class Kind { None, Alloc, Call };
 
-std::atomic<bool> isArmed = false;
+enum class State { Asleep, Armed, Done };
+
+std::atomic<State> state = State::Asleep;
 std::atomic<long> counted = 0;
 Kind kind = Kind::None;
 long failing = 0;
@@ -50,8 +54,19 @@ long NumberIn(const char* name) {
     return text != nullptr ? atol(text) : 0;
 }
 
+void Arm() {
+    const char* const text = getenv("FAULT_KIND");
+    if (text != nullptr) kind = strcmp(text, "alloc") == 0 ? Kind::Alloc : Kind::Call;
+    failing = NumberIn("FAULT_AT");
+    isLasting = getenv("FAULT_LASTING") != nullptr;
+    errorNumber = static_cast<int>(NumberIn("FAULT_ERROR"));
+    signalNumber = static_cast<int>(NumberIn("FAULT_SIGNAL"));
+    state = State::Armed;
+}
+
 bool Fails(Kind what) {
-    if (!isArmed || what != kind) return false;
+    if (state == State::Asleep && getenv("FAULT_EARLY") != nullptr) Arm();
+    if (state != State::Armed || what != kind) return false;
     const long number = ++counted;
     if (failing == 0 || number < failing || (number > failing && !isLasting)) return false;
     if (signalNumber == 0) return true;
@@ -76,18 +91,8 @@ bool AllocFails() {
     return true;
 }
 
-void Arm() {
-    const char* const text = getenv("FAULT_KIND");
-    if (text != nullptr) kind = strcmp(text, "alloc") == 0 ? Kind::Alloc : Kind::Call;
-    failing = NumberIn("FAULT_AT");
-    isLasting = getenv("FAULT_LASTING") != nullptr;
-    errorNumber = static_cast<int>(NumberIn("FAULT_ERROR"));
-    signalNumber = static_cast<int>(NumberIn("FAULT_SIGNAL"));
-    isArmed = true;
-}
-
 __attribute__((destructor)) void Report() {
-    isArmed = false;
+    state = State::Done;
     const char* const path = getenv("FAULT_COUNT");
     if (path == nullptr) return;
     char text[32];
@@ -100,7 +105,7 @@ __attribute__((destructor)) void Report() {
 int (*programsMain)(int, char**, char**);
 
 int ArmedMain(int argc, char** argv, char** environment) {
-    Arm();
+    if (state == State::Asleep) Arm();
     return programsMain(argc, argv, environment);
 }
 
@@ -146,6 +151,56 @@ int open(const char* path, int flags, ...) {
     va_end(list);
     if (CallFails()) return -1;
     return static_cast<int>(syscall(SYS_openat, AT_FDCWD, path, flags, mode));
+}
+int open64(const char* path, int flags, ...) {
+    va_list list;
+    va_start(list, flags);
+    const mode_t mode = va_arg(list, mode_t);
+    va_end(list);
+    return open(path, flags, mode);
+}
+int openat(int folder, const char* path, int flags, ...) {
+    va_list list;
+    va_start(list, flags);
+    const mode_t mode = va_arg(list, mode_t);
+    va_end(list);
+    if (CallFails()) return -1;
+    return static_cast<int>(syscall(SYS_openat, folder, path, flags, mode));
+}
+int mkostemp(char* path, int flags) {
+    NEXT(mkostemp);
+    return CallFails() ? -1 : next(path, flags);
+}
+int pipe(int ends[2]) {
+    NEXT(pipe);
+    return CallFails() ? -1 : next(ends);
+}
+int pipe2(int ends[2], int flags) {
+    NEXT(pipe2);
+    return CallFails() ? -1 : next(ends, flags);
+}
+int dup(int descriptor) {
+    NEXT(dup);
+    return CallFails() ? -1 : next(descriptor);
+}
+int dup2(int from, int to) {
+    NEXT(dup2);
+    return CallFails() ? -1 : next(from, to);
+}
+int fcntl(int descriptor, int command, ...) {
+    va_list list;
+    va_start(list, command);
+    void* const argument = va_arg(list, void*);
+    va_end(list);
+    if (CallFails()) return -1;
+    return static_cast<int>(syscall(SYS_fcntl, descriptor, command, argument));
+}
+int fcntl64(int descriptor, int command, ...) {
+    va_list list;
+    va_start(list, command);
+    void* const argument = va_arg(list, void*);
+    va_end(list);
+    return fcntl(descriptor, command, argument);
 }
 FILE* fopen(const char* path, const char* mode) {
     NEXT(fopen);
@@ -208,6 +263,18 @@ int fstat(int descriptor, struct stat* status) {
     NEXT(fstat);
     return CallFails() ? -1 : next(descriptor, status);
 }
+int fstatat(int folder, const char* path, struct stat* status, int flags) {
+    NEXT(fstatat);
+    return CallFails() ? -1 : next(folder, path, status, flags);
+}
+ssize_t readlink(const char* path, char* text, size_t size) {
+    NEXT(readlink);
+    return CallFails() ? -1 : next(path, text, size);
+}
+char* getcwd(char* text, size_t size) {
+    NEXT(getcwd);
+    return CallFails() ? nullptr : next(text, size);
+}
 int access(const char* path, int permission) {
     NEXT(access);
     return CallFails() ? -1 : next(path, permission);
@@ -223,6 +290,18 @@ int linkat(int from, const char* path, int to, const char* newPath, int flags) {
 int rename(const char* from, const char* to) {
     NEXT(rename);
     return CallFails() ? -1 : next(from, to);
+}
+int unlink(const char* path) {
+    NEXT(unlink);
+    return CallFails() ? -1 : next(path);
+}
+int flock(int descriptor, int operation) {
+    NEXT(flock);
+    return CallFails() ? -1 : next(descriptor, operation);
+}
+int chmod(const char* path, mode_t mode) {
+    NEXT(chmod);
+    return CallFails() ? -1 : next(path, mode);
 }
 int fchown(int descriptor, uid_t owner, gid_t group) {
     NEXT(fchown);

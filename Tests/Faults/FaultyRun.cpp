@@ -97,6 +97,7 @@ void StayUser() {
     setenv("FAULT_KIND", fault.kind == Fault::Kind::Allocation ? "alloc" : "call", 1);
     setenv("FAULT_COUNT", kCount, 1);
     if (fault.isLasting) setenv("FAULT_LASTING", "1", 1);
+    if (fault.isEarly) setenv("FAULT_EARLY", "1", 1);
     SetNumber("FAULT_AT", fault.number);
     SetNumber("FAULT_ERROR", fault.error);
     SetNumber("FAULT_SIGNAL", fault.signal);

@@ -13,6 +13,7 @@ struct Fault {
     bool isLasting = false;  ///< all behind it fail as well
     int error = 0;           ///< of a call
     int signal = 0;          ///< in place of an error, sent to the process in front of the call
+    bool isEarly = false;    ///< what comes before the main function counts as well
     std::size_t memory = 0;  ///< the bytes that the process may take, all it maps counted; 0: any
 };
 

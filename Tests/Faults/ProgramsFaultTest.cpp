@@ -50,6 +50,9 @@ const Work kShorterBakeInPlace = {
     "ShorterBakeInPlace",   "rigbake", kBakeInPlaceArguments, false, "kept/out",
     std::string(9000, 'o'), true};
 const Work kConversion = {"Conversion", "qeli", {"convert", "in.qeli", "out"}};
+/// Of a file that is not there yet.
+constexpr const char* kNothing = "(nothing)";
+const Work kNewFile = {"NewFile", "rigbake", kBake.arguments, false, "out", kNothing};
 
 /// A small rig with a level of detail, constraints, a driven key and texts of every kind.
 constexpr const char* kRig = R"(<?xml version="1.0" encoding="ISO-8859-1"?>
@@ -97,14 +100,20 @@ class FaultyWork : public testing::TestWithParam<Work> {
     }
 
     FaultyResult Run(const Texts& arguments, const Fault& fault) const {
-        folder.WriteFile(GetParam().out, kOld);
+        if (kOld == kNothing)
+            fs::remove(folder.Path("out"));
+        else
+            folder.WriteFile(GetParam().out, kOld);
         std::optional<OrdinaryUser> user;
         if (GetParam().isInPlace) user.emplace();
         return RunWithFault(folder.Path(), GetParam().program, arguments, fault);
     }
     FaultyResult Run(const Fault& fault) const { return Run(GetParam().arguments, fault); }
 
-    std::string Out() const { return folder.ReadFile(GetParam().out); }
+    std::string Out() const {
+        const char* const out = GetParam().out;
+        return fs::exists(folder.Path(out)) ? folder.ReadFile(out) : kNothing;
+    }
 
     Texts Leftovers() const {
         const std::set<std::string> known = {"in.qeli", "out", "log", "kept"};
@@ -152,9 +161,14 @@ class FailedAllocation : public FaultyWork {
     void FailEach(bool isLasting) {
         const long count = Run({Fault::Kind::Allocation}).count;
         ASSERT_GT(count, 100);
+        FailFirst(count, {Fault::Kind::Allocation, 0, isLasting});
+    }
+
+    void FailFirst(long count, Fault fault) {
         for (long number = 1; number <= count && !HasFailure(); ++number) {
             SCOPED_TRACE("allocation " + std::to_string(number));
-            const FaultyResult run = Run({Fault::Kind::Allocation, number, isLasting});
+            fault.number = number;
+            const FaultyResult run = Run(fault);
             ExpectHonest(run);
             if (run.status == 0) continue;
             // The last is what the system says of a thread without memory for its stack.
@@ -170,6 +184,17 @@ TEST_P(FailedAllocation, EachAlone) {
 
 TEST_P(FailedAllocation, EachWithAllBehindIt) {
     FailEach(true);
+}
+
+TEST_P(FailedAllocation, EachAheadOfTheMainFunction) {
+    Fault fault;
+    fault.isEarly = true;
+    // What the copy to the log takes goes by the system's clock.
+    const long count = Run(fault).count - Run({Fault::Kind::Allocation}).count + 10;
+    ASSERT_LT(count, 100);
+    FailFirst(count, fault);
+    fault.isLasting = true;
+    FailFirst(count, fault);
 }
 
 TEST_P(FailedAllocation, EachHundredthOfAnUpdate) {
@@ -293,7 +318,10 @@ INSTANTIATE_TEST_SUITE_P(Of, FailedLargeUpdate, testing::Values(kBake), NameOf);
 INSTANTIATE_TEST_SUITE_P(Of, FailedAllocation, kWorks, NameOf);
 INSTANTIATE_TEST_SUITE_P(Of, FailedCall, kWorks, NameOf);
 INSTANTIATE_TEST_SUITE_P(OfAShorter, FailedCall, testing::Values(kShorterBakeInPlace), NameOf);
+INSTANTIATE_TEST_SUITE_P(OfA, FailedCall, testing::Values(kNewFile), NameOf);
 INSTANTIATE_TEST_SUITE_P(Of, EndedRun, kWorks, NameOf);
+INSTANTIATE_TEST_SUITE_P(OfA, EndedRun, testing::Values(kNewFile), NameOf);
+INSTANTIATE_TEST_SUITE_P(OfA, KilledRun, testing::Values(kNewFile), NameOf);
 INSTANTIATE_TEST_SUITE_P(Of, KilledRun, testing::Values(kBake, kLoggedBake, kConversion), NameOf);
 
 }  // namespace
