@@ -74,11 +74,16 @@ std::string IdentityOf(const VokObj* object, const DocumentOrder& order) {
     return "x" + Hexadecimal(order.NumberOf(object));
 }
 
+/// False where there is no file in the end, for a graph that is not whole shows relations that are
+/// not missing as missing.
 bool WriteGraphFile(const Dependencies& dependencies, const std::string& path) {
     std::ofstream stream(path);
     if (!stream) return false;
     WriteGraph(dependencies, stream);
-    return true;
+    stream.close();
+    if (stream) return true;
+    std::remove(path.c_str());
+    return false;
 }
 
 }  // namespace
