@@ -74,8 +74,7 @@ std::string IdentityOf(const VokObj* object, const DocumentOrder& order) {
     return "x" + Hexadecimal(order.NumberOf(object));
 }
 
-/// False where there is no file in the end, for a graph that is not whole shows relations that are
-/// not missing as missing.
+/// False where no file is left in the end: a part of a graph would show that relations are absent.
 bool WriteGraphFile(const Dependencies& dependencies, const std::string& path) {
     std::ofstream stream(path);
     if (!stream) return false;

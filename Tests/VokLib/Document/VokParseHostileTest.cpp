@@ -106,6 +106,13 @@ TEST_F(ParseHostile, DocumentTypeOfItsOwnIsAllowed) {
     EXPECT_EQ(LoadText(WithDoctype("<!DOCTYPE QEL [<!ELEMENT QEL ANY>]>\n", "<scene/>")), "");
 }
 
+TEST_F(ParseHostile, DefaultAttributesOfADocumentAreNotApplied) {
+    const char* const doctype = "<!DOCTYPE QEL [<!ATTLIST node name CDATA 'n'>]>\n";
+    EXPECT_EQ(LoadText(WithDoctype(doctype, "<scene><node name='a'/></scene>")), "");
+    EXPECT_EQ(LoadText(WithDoctype(doctype, "<scene><node/></scene>")),
+              "Missing attribute in parse");
+}
+
 TEST_F(ParseHostile, BinaryBytesAreAFault) {
     std::string bytes;
     for (int i = 0; i < 4096; ++i) bytes += static_cast<char>(i * 37 % 256);

@@ -114,6 +114,20 @@ TEST_F(OldDocumentTest, ManyNamesAreRefused) {
               0u);
 }
 
+TEST_F(OldDocumentTest, NamesAreReadUpToTheLimit) {
+    constexpr std::size_t kOfTheParser = 3;  // "xml", "xmlns" and the address of the first
+    const auto withNames = [](std::size_t count) {
+        std::string names;
+        for (std::size_t i = 1; i < count; ++i) names += "<n" + std::to_string(i) + "/>";
+        return "<a>" + names + "</a>";
+    };
+    EXPECT_EQ(Refusal(withNames(VokLimits::kMaxOldNames - kOfTheParser)), "");
+    const std::string last = withNames(VokLimits::kMaxOldNames - kOfTheParser + 1);
+    EXPECT_EQ(Refusal(last),
+              "Document limit exceeded: more than 100000 different names Line 1 Column " +
+                  std::to_string(last.size() - 5));
+}
+
 TEST_F(OldDocumentTest, ADocumentOfMoreBytesThanItsTreeMayHoldIsRefusedUnread) {
     EXPECT_EQ(
         ThrownText([] { ParseOldDocument(nullptr, (std::size_t{1} << 30) + 1); }),
@@ -186,6 +200,29 @@ TEST_F(OldDocumentTest, DefaultAttributesThatBlowUpEndInAnError) {
     const std::string spaces =
         "<!DOCTYPE a [<!ATTLIST b xmlns CDATA '" + std::string(100000, 'x') + "'>]>";
     EXPECT_EQ(Refusal(spaces + "<a>" + Repeated("<b/>", 10000) + "</a>").rfind(kTooMuch, 0), 0u);
+}
+
+TEST_F(OldDocumentTest, OfDefaultAttributesNamespacesAloneAreApplied) {
+    EXPECT_EQ(Written("<!DOCTYPE a [<!ATTLIST b c CDATA 'x'>]><a><b/><b c='y'/></a>"),
+              "<a><b/><b c=\"y\"/></a>");
+    EXPECT_EQ(Written("<!DOCTYPE a [<!ATTLIST b xmlns CDATA 'u'>]><a><b/></a>"),
+              "<a><b xmlns=\"u\"/></a>");
+}
+
+TEST_F(OldDocumentTest, TheDocumentTypeAddsTextUpToTheLimit) {
+    // Each default attribute counts with its value and 64 bytes, others with their values.
+    constexpr std::size_t kValue = 100000, kElements = 50, kAdded = kElements * (kValue + 64);
+    constexpr std::size_t kSize = (kAdded - VokLimits::kFreeAddedBytes) / 2;
+    const auto document = [](const std::string& attribute) {
+        std::string text = "<!DOCTYPE a [<!ATTLIST b c CDATA '" + std::string(kValue, 'x') +
+                           "'>]><a d='" + attribute + "'>" + Repeated("<b/>", kElements);
+        text.append(kSize - text.size() - 4, ' ');
+        return text + "</a>";
+    };
+    ASSERT_EQ(document("1").size(), kSize);
+    ASSERT_EQ(kAdded, VokLimits::kFreeAddedBytes + 2 * kSize);
+    EXPECT_EQ(Refusal(document("")), "");
+    EXPECT_EQ(Refusal(document("1")).rfind(kTooMuch, 0), 0u);
 }
 
 /// Short ones cost as much as long ones: the parser compares each with all before it, at every

@@ -26,7 +26,7 @@ inline constexpr std::size_t kFreePaddedValues = 1u << 16;
 
 // A document of an old version is held as a tree while it is brought up to date.
 
-/// Bytes of such a document: its tree takes up to forty times as many.
+/// Bytes of such a document: its tree takes up to 65 times as many, where it is all short elements.
 inline constexpr std::size_t kMaxOldDocumentBytes = 1u << 30;
 /// Elements inside one element: with the texts between them they fill half of what the stylesheets
 /// can look at together.
