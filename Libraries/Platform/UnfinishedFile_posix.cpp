@@ -33,6 +33,14 @@ std::string FreshName(const std::string& folder, int attempt) {
     return folder + ".unfinished-" + std::to_string(getpid()) + "-" + std::to_string(attempt);
 }
 
+/// A file that stands in such a folder cannot be replaced, and the fresh name of the one that is to
+/// replace it could never be removed.
+bool LetsNoNameGo(const std::string& folder) {
+    struct statx status;
+    return statx(AT_FDCWD, folder.empty() ? "." : folder.c_str(), 0, STATX_TYPE, &status) == 0 &&
+           (status.stx_attributes & STATX_ATTR_APPEND) != 0;
+}
+
 int CopyPermissions(int descriptor, const struct stat& from) {
     // To give a file away is a right that few have; it then stays the user's own.
     const bool isGiven = fchown(descriptor, from.st_uid, from.st_gid) == 0;
@@ -191,9 +199,10 @@ int UnfinishedFile::CreateBeside(const std::string& path) {
     auto creating = std::make_unique<File>();
     if (const int error = FollowLinks(path, creating->target); error != 0) return error;
     if (const int error = creating->LookAtReplaced(path); error != 0) return error;
+    const std::string folder = FolderPart(creating->target);
+    if (creating->permissions && LetsNoNameGo(folder)) return EPERM;
     const mode_t mode = creating->permissions ? kOwnerReadsAndWrites : 0666;
-    if (const int error = creating->CreateIn(FolderPart(creating->target), mode); error != 0)
-        return error;
+    if (const int error = creating->CreateIn(folder, mode); error != 0) return error;
     file = std::move(creating);
     return 0;
 }

@@ -263,6 +263,10 @@ int fstat(int descriptor, struct stat* status) {
     NEXT(fstat);
     return CallFails() ? -1 : next(descriptor, status);
 }
+int statx(int folder, const char* path, int flags, unsigned int wanted, struct statx* status) {
+    NEXT(statx);
+    return CallFails() ? -1 : next(folder, path, flags, wanted, status);
+}
 int fstatat(int folder, const char* path, struct stat* status, int flags) {
     NEXT(fstatat);
     return CallFails() ? -1 : next(folder, path, status, flags);

@@ -284,6 +284,14 @@ TEST(OutputCapture, AFileThatIsLogAndStandardOutputIsNoWholeLog) {
     EXPECT_EQ(capture.GetLogFault(), "something else was written into it");
 }
 
+TEST(OutputCapture, ADeviceHoldsNothingToLookAt) {
+    OutputCapture capture;
+    ASSERT_EQ(capture.Start("/dev/null"), Result::kStarted);
+    std::cout << "a line" << std::endl;
+    EXPECT_TRUE(capture.Stop());
+    EXPECT_EQ(capture.GetLogFault(), "");
+}
+
 TEST(OutputCapture, AWholeLogHasNoFault) {
     const TemporaryFolder folder;
     EXPECT_EQ(FaultOfLog(folder, [] {}), "");

@@ -25,6 +25,7 @@ class SystemCalls {
     std::function<int(int descriptor)> inFrontOfFlushing;
     /// May change what the system said.
     std::function<void(const char* path, struct stat& status)> behindLooking;
+    std::function<void(struct statx& status)> behindLookingCloser;
     std::function<int()> inFrontOfLinking;
     std::function<int()> inFrontOfRenaming;
     /// In place of another descriptor.

@@ -116,6 +116,14 @@ int rename(const char* from, const char* to) noexcept {
     return static_cast<int>(syscall(SYS_renameat2, AT_FDCWD, from, AT_FDCWD, to, 0));
 }
 
+int statx(int folder, const char* __restrict path, int flags, unsigned int wanted,
+          struct statx* __restrict status) noexcept {
+    const long result = syscall(SYS_statx, folder, path, flags, wanted, status);
+    if (result == 0 && watching != nullptr && watching->behindLookingCloser)
+        watching->behindLookingCloser(*status);
+    return static_cast<int>(result);
+}
+
 int stat(const char* __restrict path, struct stat* __restrict status) noexcept {
     const int result = fstatat(AT_FDCWD, path, status, 0);
     if (result == 0 && watching != nullptr && watching->behindLooking)

@@ -75,6 +75,19 @@ TEST_F(UnfinishedFile, AFreeNameIsTakenInAFolderThatLetsNoNameGo) {
     EXPECT_EQ(CountFiles(), 1);
 }
 
+TEST_F(UnfinishedFile, AFileIsNotReplacedInAFolderThatLetsNoNameGo) {
+    const std::string out = folder.WriteFile("out", "old");
+    SystemCalls calls;
+    calls.behindLookingCloser = [](struct statx& status) {
+        EXPECT_EQ(status.stx_mode & S_IFMT, S_IFDIR);
+        status.stx_attributes |= STATX_ATTR_APPEND;
+    };
+    EXPECT_EQ(file.CreateBeside(out), EPERM);
+    EXPECT_EQ(folder.ReadFile("out"), "old");
+    EXPECT_EQ(CountFiles(), 1);
+    EXPECT_EQ(Replace(folder.Path("new")), 0);
+}
+
 TEST_F(UnfinishedFile, AFreeNameStaysFreeWhenAFailureShowsAtTheEnd) {
     SystemCalls calls;
     calls.inFrontOfClosing = [](int) { return EDQUOT; };

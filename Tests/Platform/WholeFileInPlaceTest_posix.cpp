@@ -143,6 +143,19 @@ TEST_F(WholeFileInPlace, ItIsForAFolderThatTakesNoOtherFileAndNotForABrokenDisk)
     }
 }
 
+TEST_F(WholeFileInPlace, ItIsForAFolderThatLetsNoNameGo) {
+    chmod(folder.Path().c_str(), 0777);
+    calls.behindLookingCloser = [](struct statx& status) {
+        status.stx_attributes |= STATX_ATTR_APPEND;
+    };
+    calls.inFrontOfLinking = [] {
+        ADD_FAILURE();
+        return EPERM;
+    };
+    EXPECT_EQ(Save("new"), 0);
+    EXPECT_EQ(folder.ReadFile("out"), "new");
+}
+
 TEST_F(WholeFileInPlace, AFolderThatIsGoneIsAFailure) {
     const std::string inner = folder.Path("inner");
     chmod(folder.Path().c_str(), 0777);
