@@ -13,9 +13,10 @@ int LastErrorNumber() {
         case ERROR_INVALID_DRIVE:
         case ERROR_BAD_NETPATH:
         case ERROR_BAD_NET_NAME:
-        case ERROR_INVALID_NAME:
         case ERROR_BAD_PATHNAME:
             return ENOENT;
+        case ERROR_INVALID_NAME:
+            return EINVAL;
         case ERROR_ACCESS_DENIED:
         case ERROR_SHARING_VIOLATION:
         case ERROR_LOCK_VIOLATION:

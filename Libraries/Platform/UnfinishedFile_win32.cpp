@@ -55,6 +55,19 @@ std::string FolderPart(const std::string& path) {
     return path.substr(0, path.find_last_of("/\\:") + 1);
 }
 
+bool IsSeparator(char c) {
+    return c == '/' || c == '\\';
+}
+
+/// Whether a name has a colon other than its drive's, which may stand behind \\?\ or \\.\: it means
+/// a further stream of content, which no file beside could become.
+bool NamesStream(const std::string& path) {
+    const bool isDevicePath = path.size() >= 4 && IsSeparator(path[0]) && IsSeparator(path[1]) &&
+                              (path[2] == '?' || path[2] == '.') && IsSeparator(path[3]);
+    const std::size_t colon = path.rfind(':');
+    return colon != std::string::npos && colon != (isDevicePath ? 5 : 1);
+}
+
 HANDLE CreateFresh(const std::string& name, Permissions& permissions) {
     SECURITY_ATTRIBUTES attributes{sizeof(SECURITY_ATTRIBUTES),
                                    permissions.empty() ? nullptr : permissions.data(), FALSE};
@@ -122,10 +135,12 @@ UnfinishedFile::~UnfinishedFile() = default;
 
 int UnfinishedFile::CreateBeside(const std::string& path) {
     if (path.empty()) return ENOENT;
+    if (NamesStream(path)) return EINVAL;
     auto creating = std::make_unique<File>();
     if (const int error = FollowLinks(path, creating->target); error != 0) return error;
     const DWORD attributes = GetFileAttributesA(creating->target.c_str());
     const bool isThere = attributes != INVALID_FILE_ATTRIBUTES;
+    if (!isThere && LastErrorNumber() == EINVAL) return EINVAL;
     Permissions permissions;
     int error = isThere ? ReadPermissions(creating->target, permissions) : 0;
     if (error == 0)

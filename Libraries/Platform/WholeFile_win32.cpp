@@ -76,6 +76,7 @@ int WholeFile::Open(const std::string& path) {
         there.Reset();
         opening->isThere = true;
         opening->unfinishedError = opening->unfinished.CreateBeside(path);
+        if (opening->unfinishedError == EINVAL) return EINVAL;
     }
     target = std::move(opening);
     return 0;

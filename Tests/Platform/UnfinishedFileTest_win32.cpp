@@ -231,6 +231,12 @@ TEST_F(UnfinishedFile, WhatIsMissingGivesThePortableErrorNumber) {
     EXPECT_EQ(file.CreateBeside(""), ENOENT);
 }
 
+TEST_F(UnfinishedFile, ANameThatNoFileCanHaveIsRefusedAtOnce) {
+    for (const char* name : {"a*b", "a?b", "out:x"})
+        EXPECT_EQ(file.CreateBeside(folder.Path(name)), EINVAL) << name;
+    EXPECT_EQ(CountFiles(), 0);
+}
+
 TEST_F(UnfinishedFile, ATemporaryFileStandsInTheFolderForThemAndGoes) {
     const std::string before = std::getenv("TMP");
     setenv("TMP", folder.Path().c_str(), 1);

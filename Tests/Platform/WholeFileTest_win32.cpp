@@ -177,6 +177,22 @@ TEST(WholeFile, ADeviceIsWritten) {
     EXPECT_EQ(Save("NUL", "new"), 0);
 }
 
+TEST(WholeFile, ANameThatNoFileCanHaveDoesNotOpen) {
+    const TemporaryFolder folder;
+    for (const std::string name : {"a*b", "a?b", "a<b", "a|b", "a\"b", "aa:b", "xx:y/a"})
+        EXPECT_EQ(Platform::WholeFile().Open(folder.Path(name)), EINVAL) << name;
+    EXPECT_TRUE(fs::is_empty(folder.Path()));
+}
+
+TEST(WholeFile, AFurtherStreamOfAFileDoesNotOpen) {
+    const TemporaryFolder folder;
+    const std::string out = WithSeparators(folder.WriteFile("out", "old"));
+    for (const std::string& name : {out + ":x", out + "::$DATA", "\\\\?\\" + out + ":x"})
+        EXPECT_EQ(Platform::WholeFile().Open(name), EINVAL) << name;
+    EXPECT_EQ(Save("\\\\?\\" + out, "new"), 0);
+    EXPECT_EQ(folder.ReadFile("out"), "new");
+}
+
 TEST(WholeFile, WhatCannotBeOpenedGivesThePortableErrorNumber) {
     const TemporaryFolder folder;
     EXPECT_EQ(Platform::WholeFile().Open(folder.Path()), EACCES);
