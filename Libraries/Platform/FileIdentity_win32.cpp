@@ -2,7 +2,6 @@
 #include <Platform/Paths.h>
 
 #include "OwnedHandle_win32.h"
-#include "WideText_win32.h"
 
 #include <optional>
 
@@ -35,12 +34,6 @@ bool IsSame(const BY_HANDLE_FILE_INFORMATION& a, const BY_HANDLE_FILE_INFORMATIO
            a.nFileIndexHigh == b.nFileIndexHigh && a.nFileIndexLow == b.nFileIndexLow;
 }
 
-/// Letter case is the file system's matter; for a name that is still free the system's rule holds.
-bool IsSameName(const std::string& a, const std::string& b) {
-    return CompareStringOrdinal(WideText(a).c_str(), -1, WideText(b).c_str(), -1, TRUE) ==
-           CSTR_EQUAL;
-}
-
 }  // namespace
 
 bool LeadToOneFile(const std::string& a, const std::string& b) {
@@ -55,8 +48,10 @@ bool LeadToOneFile(const std::string& a, const std::string& b) {
     if (!fullA || !fullB) return false;
     const std::size_t nameA = fullA->rfind('\\') + 1;
     const std::size_t nameB = fullB->rfind('\\') + 1;
-    if (!IsSameName(fullA->substr(nameA), fullB->substr(nameB))) return false;
-    if (IsSameName(*fullA, *fullB)) return true;
+    // Letter case is the file system's matter; for names that are still free the system's rule
+    // holds.
+    if (CompareNames(fullA->substr(nameA), fullB->substr(nameB)) != 0) return false;
+    if (CompareNames(*fullA, *fullB) == 0) return true;
     const auto folderA = Identity(fullA->substr(0, nameA));
     const auto folderB = Identity(fullB->substr(0, nameB));
     return folderA && folderB && IsSame(*folderA, *folderB);

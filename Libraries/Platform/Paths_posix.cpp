@@ -68,6 +68,10 @@ std::string LastName(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
 }
 
+int CompareNames(const std::string& a, const std::string& b) {
+    return a.compare(b);
+}
+
 bool BackslashSeparates() {
     return false;
 }

@@ -4,6 +4,7 @@
 
 #include <direct.h>
 #include <stdlib.h>
+#include <windows.h>
 
 namespace Platform {
 
@@ -41,6 +42,11 @@ std::string FromPath(const std::filesystem::path& path) {
 
 std::string LastName(const std::string& path) {
     return path.substr(path.find_last_of("/\\") + 1);
+}
+
+int CompareNames(const std::string& a, const std::string& b) {
+    return CompareStringOrdinal(WideText(a).c_str(), -1, WideText(b).c_str(), -1, TRUE) -
+           CSTR_EQUAL;
 }
 
 bool BackslashSeparates() {

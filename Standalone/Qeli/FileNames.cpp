@@ -1,5 +1,7 @@
 #include "FileNames.h"
 
+#include "FailureText.h"
+
 #include <Platform/Paths.h>
 #include <QelTools/Exception.h>
 #include <VokLib/Text/VokEncoding.h>
@@ -10,6 +12,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <optional>
 #include <set>
 
 namespace fs = std::filesystem;
@@ -43,6 +46,19 @@ std::string TidyName(const fs::path& path) {
     return SlashedName(path.lexically_normal());
 }
 
+struct NameOrder {
+    bool operator()(const std::string& a, const std::string& b) const {
+        return Platform::CompareNames(a, b) < 0;
+    }
+};
+
+bool StandInOneFolder(const std::string& a, const std::string& b) {
+    const auto folder = [](const std::string& name) {
+        return Platform::FromPath(Platform::ToPath(name).parent_path());
+    };
+    return Platform::CompareNames(folder(a), folder(b)) == 0;
+}
+
 /// Rewrites names relative to one document so that they are relative to another. The system's names
 /// are UTF-8, those in a document single bytes.
 class MoveNames : public VokUpdateDependencies {
@@ -66,7 +82,7 @@ class MoveNames : public VokUpdateDependencies {
         const std::string absolute = VokPathText::TidyAbsolutePath(system, from);
         // A name that does not depend on the document's place stays as its author wrote it.
         if (LeadsTo(absolute, system)) return name;
-        // Folders are compared without letter case, which may hold two folders for one.
+        // The common folder is found without regard to letter case, which may hold two for one.
         std::string moved = WithSlashes(VokPathText::MakeRelativePath(absolute, to));
         if (!LeadsTo(absolute, moved)) moved = WithSlashes(absolute);
         if (!LeadsTo(absolute, moved)) ThrowVokException("no name leads there");
@@ -75,7 +91,7 @@ class MoveNames : public VokUpdateDependencies {
 
     bool LeadsTo(const std::string& absolute, const std::string& name) const {
         try {
-            return VokPathText::TidyAbsolutePath(name, to) == absolute;
+            return Platform::CompareNames(VokPathText::TidyAbsolutePath(name, to), absolute) == 0;
         } catch (const QelTools::Common::Exception&) {
             return false;  // it climbs out of the root
         }
@@ -92,7 +108,7 @@ std::vector<std::string> DependedFiles(const VokWorld& world, const std::string&
     CollectDependencies(world, names);
     const std::string document = TidyName(Platform::ToPath(typedPath));
     const fs::path folder = Platform::ToPath(document).parent_path();
-    std::set<std::string> known = {document};
+    std::set<std::string, NameOrder> known = {document};
     std::vector<std::string> files;
     for (const std::string& name : names.GetFiles()) {
         std::string file = WithSlashes(VokEncoding::ToUtf8(name));
@@ -107,10 +123,14 @@ std::vector<std::string> DependedFiles(const VokWorld& world, const std::string&
 
 void MoveDocument(VokWorld& world, const std::string& oldPath, const std::string& newPath) {
     const std::string from = Platform::FullPath(oldPath).value_or(oldPath);
-    const std::string to = Platform::FullPath(newPath).value_or(newPath);
-    if (Platform::ToPath(from).parent_path() != Platform::ToPath(to).parent_path()) {
-        MoveNames names(from, to);
+    const std::optional<std::string> to = Platform::FullPath(newPath);
+    if (!to)
+        throw DocumentFailure({newPath},
+                              "The file cannot be written: Its full name cannot be told, or is "
+                              "longer than this system's names may be");
+    if (!StandInOneFolder(from, *to)) {
+        MoveNames names(from, *to);
         RewriteDependencies(world, names);
     }
-    world.SetFilename(to);
+    world.SetFilename(*to);
 }

@@ -12,5 +12,6 @@ std::vector<std::string> DependedFiles(const VokWorld& world, const std::string&
 
 /// Makes `newPath` the name of the document that was loaded from `oldPath` and rewrites its
 /// relative file names so that they lead to the same files from there. In the same folder every
-/// name stays as it is. Throws a VokException for a name that cannot be rewritten.
+/// name stays as it is. Throws a VokException for a name that cannot be rewritten, a
+/// DocumentFailure where `newPath` has no full name.
 void MoveDocument(VokWorld& world, const std::string& oldPath, const std::string& newPath);

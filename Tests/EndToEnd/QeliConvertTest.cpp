@@ -1,4 +1,5 @@
 #include "EndToEnd/QeliConvertRun.h"
+#include "Support/ThisSystem.h"
 
 namespace {
 
@@ -138,9 +139,38 @@ TEST_F(QeliConvert, InAnotherFolderFileNamesLeadToTheSameFiles) {
     };
     EXPECT_EQ(files("out/deep/out.qeli"), files("art/in.qeli"));
 
+    // Where letter case does not matter, these are one folder.
     ExpectConverted("art/in.qeli", "Art/out.qeli");
-    EXPECT_EQ(files("Art/out.qeli"), "lib/b\xC3\xA4r.qeli\n/shared/x.qeli\nc:/x/y.qeli\n" +
-                                         folder.Path("art/tex/own.qeli") + "\n");
+    const std::string own = kIsWindows ? "Art/tex/own.qeli" : folder.Path("art/tex/own.qeli");
+    EXPECT_EQ(files("Art/out.qeli"),
+              "lib/b\xC3\xA4r.qeli\n/shared/x.qeli\nc:/x/y.qeli\n" + own + "\n");
+}
+
+TEST_F(QeliConvert, InAFolderWithAnotherDriveLetterCaseFileNamesStay) {
+    if (!kIsWindows) GTEST_SKIP() << "there are no drives";
+    folder.WriteFile("in.qeli", Document(kReferences));
+    ExpectConverted("in.qeli", "same.qeli");
+    std::string out = folder.Path("other.qeli");
+    out[0] ^= 'a' ^ 'A';
+    ExpectConverted("in.qeli", out);
+    EXPECT_EQ(folder.ReadFile("other.qeli"), folder.ReadFile("same.qeli"));
+}
+
+TEST_F(QeliConvert, AFileWhoseFullNameIsTooLongIsNotWritten) {
+    std::string deep;
+    for (int i = 0; i < 84; ++i) deep += "\xE9\xAA\xA8";  // fewer letters than bytes
+    fs::create_directory(Platform::ToPath(folder.Path(deep)));
+    folder.WriteFile("in.qeli", Document(kReferences));
+    const std::string out = deep + "/out.qeli";
+    if (!kIsWindows) {
+        ExpectConverted("in.qeli", out);
+        return;
+    }
+    ExpectFailure("in.qeli", out,
+                  out +
+                      ": error: The file cannot be written: Its full name cannot be told, or is "
+                      "longer than this system's names may be");
+    EXPECT_FALSE(folder.Has(out));
 }
 
 TEST_F(QeliConvert, ABadDocumentLeavesTheOldFile) {

@@ -1,4 +1,5 @@
 #include "EndToEnd/ProgramRun.h"
+#include "Support/ThisSystem.h"
 
 #include <gtest/gtest.h>
 
@@ -46,6 +47,15 @@ TEST_F(QeliFiles, ADocumentNamedAbsolutelyHasAbsoluteFiles) {
     EXPECT_EQ(Run({"files", root + "/art/hero.qeli"}).output,
               root + "/lib/my props.qeli\n" + root + "/art/cost$#1.qeli\n" + drive +
                   "/shared/x.qeli\nc:/x/y.qeli\n" + root + "/art/B\xC3\xA4r.qeli\n");
+}
+
+TEST_F(QeliFiles, NamesThatTheSystemTakesForOneStandOnce) {
+    folder.WriteFile("self.qeli",
+                     Document("<scene/><reference name=\"a\" uri=\"SELF.qeli\" namespace=\"p\"/>"
+                              "<reference name=\"b\" uri=\"x/c.qeli\" namespace=\"p\"/>"
+                              "<reference name=\"c\" uri=\"X/C.qeli\" namespace=\"p\"/>"));
+    EXPECT_EQ(Run({"files", "self.qeli"}).output,
+              kIsWindows ? "x/c.qeli\n" : "SELF.qeli\nx/c.qeli\nX/C.qeli\n");
 }
 
 TEST_F(QeliFiles, ADocumentWithoutFilesPrintsNothing) {

@@ -1,4 +1,5 @@
 #include "EndToEnd/ProgramRun.h"
+#include "Support/DeepWorkingFolder.h"
 
 #include <gtest/gtest.h>
 
@@ -17,6 +18,28 @@ TEST(QeliRunTest, ACompleteNameIsReadAlsoWhereTheWorkingDirectoryIsGone) {
                                 output + "'";
     EXPECT_EQ(std::system(command.c_str()), 0);
     EXPECT_EQ(folder.ReadFile("output"), scene + ": OK, version 1_28_1\n");
+}
+
+TEST(QeliRunTest, ANameThatNeedsAWorkingDirectoryIsRefusedWhereItCannotBeTold) {
+    const RunFolder folder;
+    const std::string complete = folder.WriteFile("scene.qeli", OneJointDocument());
+    const DeepWorkingFolder deep;
+    std::filesystem::copy(complete, "scene.qeli");
+    const auto status = [&](const std::string& arguments) {
+        return std::system(("'" RIGBAKE_PROGRAMS "/qeli' " + arguments + " 2>'" +
+                            folder.Path("errors") + "' >'" + folder.Path("output") + "'")
+                               .c_str());
+    };
+    EXPECT_NE(status("files scene.qeli"), 0);
+    EXPECT_EQ(folder.ReadFile("output"), "");
+    EXPECT_EQ(folder.ReadFile("errors"),
+              "scene.qeli: error: failed to construct absolute path from \"scene.qeli\" relative "
+              "to \"\"\n");
+    EXPECT_NE(status("convert '" + complete + "' out.qeli"), 0);
+    EXPECT_EQ(folder.ReadFile("errors"),
+              "out.qeli: error: The file cannot be written: Its full name cannot be told, or is "
+              "longer than this system's names may be\n");
+    EXPECT_FALSE(std::filesystem::exists("out.qeli"));
 }
 
 }  // namespace

@@ -10,6 +10,12 @@ namespace {
 
 using Platform::FullPath;
 
+TEST(CompareNames, LetterCaseMatters) {
+    EXPECT_EQ(Platform::CompareNames("/a", "/a"), 0);
+    EXPECT_LT(Platform::CompareNames("/A", "/a"), 0);
+    EXPECT_GT(Platform::CompareNames("/a", "/A"), 0);
+}
+
 TEST(CurrentDirectory, IsTheFolderOfTheProcess) {
     EXPECT_EQ(Platform::CurrentDirectory(), std::filesystem::current_path().string());
 }

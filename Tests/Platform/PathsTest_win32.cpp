@@ -13,6 +13,12 @@ namespace {
 
 using Platform::FullPath;
 
+TEST(CompareNames, LetterCaseDoesNotMatter) {
+    EXPECT_EQ(Platform::CompareNames("C:\\Caf\xC3\xA9", "c:\\cAF\xC3\x89"), 0);
+    EXPECT_LT(Platform::CompareNames("A", "b"), 0);
+    EXPECT_GT(Platform::CompareNames("B", "a"), 0);
+}
+
 TEST(CurrentDirectory, IsTheFolderOfTheProcess) {
     EXPECT_EQ(Platform::CurrentDirectory(), std::filesystem::current_path().string());
 }

@@ -30,6 +30,10 @@ std::string FromPath(const std::filesystem::path& path);
 /// What stands behind the last separator of the system, the whole where there is none.
 std::string LastName(const std::string& path);
 
+/// Below 0, 0 or above 0 for the order of two names. It is 0 where the system takes them for one by
+/// their text alone: where letter case does not matter, names that differ in that are one.
+int CompareNames(const std::string& a, const std::string& b);
+
 /// True where a backslash separates folders in names of the system.
 bool BackslashSeparates();
 

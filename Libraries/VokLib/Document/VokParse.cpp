@@ -27,8 +27,9 @@ std::string MakeAbsolute(const std::string& filename) {
     // A complete name is one also where the working directory is gone.
     if (!Platform::BackslashSeparates() && filename.starts_with('/'))
         return VokPathText::TidyAbsolutePath(filename, "/");
+    // Against no folder at all no other name is one.
     std::string base = Platform::CurrentDirectory().value_or(std::string());
-    if (base.empty() || (base.back() != '\\' && base.back() != '/')) base += '\\';
+    if (!base.empty() && base.back() != '\\' && base.back() != '/') base += '\\';
     return VokPathText::TidyAbsolutePath(filename, base);
 }
 

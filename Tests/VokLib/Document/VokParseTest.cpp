@@ -1,3 +1,4 @@
+#include "Support/DeepWorkingFolder.h"
 #include "Support/ThisSystem.h"
 #include "VokLib/Document/ParseTools.h"
 
@@ -203,6 +204,18 @@ TEST_F(Parse, DocumentIsNamedByItsAbsolutePath) {
     VokWorld nameless;
     ParseTools::Parse(parse, nameless, Document(""));
     EXPECT_EQ(nameless.GetFilename(), "");
+}
+
+TEST_F(Parse, NameThatNeedsAWorkingFolderIsRefusedWhereItCannotBeTold) {
+    const DeepWorkingFolder deep;
+    VokWorld world;
+    VokParse parse;
+    for (const std::string name : {"hero.qeli", "rigs/hero.qeli"})
+        EXPECT_EQ(ThrownText([&] { ParseTools::Parse(parse, world, Document(""), name.c_str()); }),
+                  "failed to construct absolute path from \"" + name + "\" relative to \"\"");
+    const std::string complete = std::filesystem::temp_directory_path().string() + "/hero.qeli";
+    EXPECT_EQ(ThrownText([&] { ParseTools::Parse(parse, world, Document(""), complete.c_str()); }),
+              "");
 }
 
 TEST_F(Parse, NameIsSetEvenWhenTheVersionIsRefused) {
