@@ -30,15 +30,21 @@ TEST(QeliRunTest, ANameThatNeedsAWorkingDirectoryIsRefusedWhereItCannotBeTold) {
                             folder.Path("errors") + "' >'" + folder.Path("output") + "'")
                                .c_str());
     };
+    // What starts the program may have words of its own about such a place in front.
+    const auto hasSaid = [&](const std::string& words) {
+        const std::string errors = folder.ReadFile("errors");
+        return errors.ends_with(words + "\n") ? testing::AssertionSuccess()
+                                              : testing::AssertionFailure() << errors;
+    };
     EXPECT_NE(status("files scene.qeli"), 0);
     EXPECT_EQ(folder.ReadFile("output"), "");
-    EXPECT_EQ(folder.ReadFile("errors"),
-              "scene.qeli: error: failed to construct absolute path from \"scene.qeli\" relative "
-              "to \"\"\n");
+    EXPECT_TRUE(
+        hasSaid("scene.qeli: error: failed to construct absolute path from \"scene.qeli\" relative "
+                "to \"\""));
     EXPECT_NE(status("convert '" + complete + "' out.qeli"), 0);
-    EXPECT_EQ(folder.ReadFile("errors"),
-              "out.qeli: error: The file cannot be written: Its full name cannot be told, or is "
-              "longer than this system's names may be\n");
+    EXPECT_TRUE(
+        hasSaid("out.qeli: error: The file cannot be written: Its full name cannot be told, or is "
+                "longer than this system's names may be"));
     EXPECT_FALSE(std::filesystem::exists("out.qeli"));
 }
 
