@@ -1,6 +1,7 @@
 #include <Platform/TemporaryFile.h>
 #include <Platform/UnfinishedFile.h>
 
+#include "AccessList_posix.h"
 #include "DescriptorIo_posix.h"
 #include "EndingSignals_posix.h"
 #include "LinkTarget_posix.h"
@@ -12,6 +13,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <optional>
+#include <string>
 #include <utility>
 
 namespace Platform {
@@ -41,7 +43,10 @@ bool LetsNoNameGo(const std::string& folder) {
            (status.stx_attributes & STATX_ATTR_APPEND) != 0;
 }
 
-int CopyPermissions(int descriptor, const struct stat& from) {
+/// `list` is empty for a file that has to have none.
+int CopyPermissions(int descriptor, const struct stat& from, const std::string& list) {
+    // The bits of the group below are those of the list's mask where there is a list.
+    if (const int error = GiveAccessList(descriptor, list); error != 0) return error;
     // To give a file away is a right that few have; it then stays the user's own.
     const bool isGiven = fchown(descriptor, from.st_uid, from.st_gid) == 0;
     if (!isGiven && fchown(descriptor, static_cast<uid_t>(-1), from.st_gid) != 0) errno = 0;
@@ -60,6 +65,7 @@ struct UnfinishedFile::File {
     }
 
     int LookAtReplaced(const std::string& path);
+    int SetPermissions();
     int CreateIn(const std::string& inFolder, mode_t mode);
     int CreateNamed(mode_t mode);
     int OpenToOwner();
@@ -73,6 +79,7 @@ struct UnfinishedFile::File {
     std::string folder;
     std::string target;
     std::optional<struct stat> permissions;  // to be set in the end
+    std::optional<std::string> accessList;   // of the file that is replaced
     std::optional<RemoveOnSignal> named;     // absent while the file has no name
     std::string name;
 };
@@ -86,7 +93,15 @@ int UnfinishedFile::File::LookAtReplaced(const std::string& path) {
     if (stat(target.c_str(), &followed) != 0) return errno == ENOENT ? EBUSY : errno;
     if (followed.st_ino != status.st_ino || followed.st_dev != status.st_dev) return EBUSY;
     permissions = status;
-    return 0;
+    return ReadAccessList(path, accessList.emplace());
+}
+
+int UnfinishedFile::File::SetPermissions() {
+    if (!permissions) return 0;
+    std::string list;
+    const int error = accessList ? 0 : ReadAccessList(descriptor, list);
+    return error != 0 ? error
+                      : CopyPermissions(descriptor, *permissions, accessList.value_or(list));
 }
 
 int UnfinishedFile::File::CreateIn(const std::string& inFolder, mode_t mode) {
@@ -108,7 +123,7 @@ int UnfinishedFile::File::OpenToOwner() {
     struct stat status;
     if (fstat(descriptor, &status) != 0) return errno;
     if ((status.st_mode & kOwnerReadsAndWrites) == kOwnerReadsAndWrites) return 0;
-    permissions = status;
+    if (!permissions) permissions = status;
     return fchmod(descriptor, kOwnerReadsAndWrites) == 0 ? 0 : errno;
 }
 
@@ -157,6 +172,8 @@ int UnfinishedFile::File::TakeName() {
 int UnfinishedFile::File::CopyUnderName() {
     struct stat status;
     if (fstat(descriptor, &status) != 0) return errno;
+    std::string list;
+    if (const int error = ReadAccessList(descriptor, list); error != 0) return error;
     const int source = std::exchange(descriptor, -1);
     int error = CreateNamed(kOwnerReadsAndWrites);
     char buffer[65536];
@@ -170,18 +187,19 @@ int UnfinishedFile::File::CopyUnderName() {
     }
     close(source);
     // Writing takes some of them away.
-    if (error == 0) error = CopyPermissions(descriptor, status);
+    if (error == 0) error = CopyPermissions(descriptor, status, list);
     return error != 0 ? error : Flush(descriptor);
 }
 
 int UnfinishedFile::File::Publish() {
     // Now that all is written: it takes some of them away, and they may not allow it.
-    int error = permissions ? CopyPermissions(descriptor, *permissions) : 0;
+    int error = SetPermissions();
     // A crash of the machine must not leave the new name with nothing behind it.
     if (error == 0) error = Flush(descriptor);
     if (error == 0 && !named) {
         if (TakesFreeName()) return CloseUnderFreeName();
-        error = TakeName();
+        // Another file may have come meanwhile.
+        error = LetsNoNameGo(folder) ? EPERM : TakeName();
     }
     if (error != 0) return error;
     error = CloseWritten(std::exchange(descriptor, -1));

@@ -22,6 +22,9 @@ constexpr std::string_view kNeverInTarget = "%";
 /// differently.
 constexpr std::string_view kNeverBehindBackslash = "#:$";
 
+/// In front of one, a dollar begins what a Makefile that expands names a second time runs.
+constexpr std::string_view kNeverBehindDollar = "({";
+
 bool IsControl(char c) {
     return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
 }
@@ -45,6 +48,14 @@ std::string OneLine(const std::string& name) {
     return text;
 }
 
+/// The first two begin a variable in front of what a target depends on; a dot and capitals name
+/// what Make is to do.
+bool IsWordOfMake(const std::string& name) {
+    if (name == "define" || name == "undefine") return true;
+    return name.size() > 1 && name.front() == '.' &&
+           name.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ_", 1) == std::string::npos;
+}
+
 /// Why no rule holds a name; nothing for one that Make and Ninja see as it is.
 std::optional<std::string> FaultOf(const std::string& name, bool isTarget) {
     const auto isOneOf = [](std::string_view characters, char c) {
@@ -56,14 +67,16 @@ std::optional<std::string> FaultOf(const std::string& name, bool isTarget) {
             return "it has the character " + CharacterText(c);
         if (i > 0 && name[i - 1] == '\\' && isOneOf(kNeverBehindBackslash, c))
             return "it has the character " + CharacterText(c) + " behind a backslash";
+        if (i > 0 && name[i - 1] == '$' && isOneOf(kNeverBehindDollar, c))
+            return "it has the character " + CharacterText(c) + " behind a dollar";
     }
     if (name.empty()) return "it is empty";
     if (isOneOf(kNeverFirst, name.front()))
         return "it starts with the character " + CharacterText(name.front());
     if (isOneOf(kNeverLast, name.back()))
         return "it ends with the character " + CharacterText(name.back());
-    // In front of what the target depends on they begin a variable.
-    if (name == "define" || name == "undefine") return "it is a word of Make's";
+    if (name.starts_with("-l")) return "it starts with -l, as a library does";
+    if (IsWordOfMake(name)) return "it is a word of Make's";
     return std::nullopt;
 }
 

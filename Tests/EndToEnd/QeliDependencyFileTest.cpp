@@ -12,13 +12,14 @@ namespace {
 
 /// Names that Make and Ninja see as they are.
 const std::vector<std::string> kTaken = {
-    "plain.dds", "two words", "a  b",   " b",       "c#1",        "#",         "c$1",
-    "$(x)y",     "$",         "x:y",    "c:/x y/z", ":b",         "a: b",      "a\\b",
-    "a\\ b",     "a\\\\ b",   "\\b",    "a~",       "x/~y",       "x ~y",      "tex (2).dds",
-    "(b).x",     "a(b",       "(c",     "a!b",      "a,b",        "{a,b}",     "a]b",
-    "a@b",       "+b",        "-b",     "a%b",      "B\xC3\xA4r", "export",    "include",
-    "a define",  "x/define",  "../lib", ".hidden",  "\xE4.dds",   "undefined", "/abs/x",
-    "c) d",      "a\\xb",     "a# b",   "ifdef",    "private",    "define x",  "override"};
+    "plain.dds", "two words", "a  b",    " b",       "c#1",        "#",       "c$1",
+    "$x)y",      "$",         "x:y",     "c:/x y/z", ":b",         "a: b",    "a\\b",
+    "a\\ b",     "a\\\\ b",   "\\b",     "a~",       "x/~y",       "x ~y",    "tex (2).dds",
+    "(b).x",     "a(b",       "(c",      "a!b",      "a,b",        "{a,b}",   "a]b",
+    "a@b",       "+b",        "-b",      "a%b",      "B\xC3\xA4r", "export",  "include",
+    "a define",  "-Lx",       "x/-l",    ".P1",      ".Phony",     "a.PHONY", "a$",
+    "x/define",  "../lib",    ".hidden", "\xE4.dds", "undefined",  "/abs/x",  "c) d",
+    "a\\xb",     "a# b",      "ifdef",   "private",  "define x",   "override"};
 
 constexpr const char* kNoMakeAndNinja = "left out: Make and Ninja are not both here";
 
@@ -52,6 +53,11 @@ const Refused kRefused[] = {{"s2.qeli;id>pwned", "it has the character ';'"},
                             {"\\#", "it has the character '#' behind a backslash"},
                             {"c\\#d", "it has the character '#' behind a backslash"},
                             {"c\\$d", "it has the character '$' behind a backslash"},
+                            {"$(shell", "it has the character '(' behind a dollar"},
+                            {"a${b}", "it has the character '{' behind a dollar"},
+                            {"-lm", "it starts with -l, as a library does"},
+                            {".PHONY", "it is a word of Make's"},
+                            {".SECONDARY_Z", "it is a word of Make's"},
                             {"define", "it is a word of Make's"},
                             {"undefine", "it is a word of Make's"},
                             {"b\\", "it ends with the character '\\'"}};
@@ -159,7 +165,7 @@ TEST_F(QeliDependencyFile, SuchANameIsRefusedAsTheDocumentsOwn) {
     const std::string words = ": error: A rule for Make and Ninja cannot hold the file name '";
     for (const Refused& refused : kRefused) {
         const std::string name = refused.name;
-        if (name.find_first_of("/~") != std::string::npos) continue;
+        if (name[0] == '-' || name.find_first_of("/~") != std::string::npos) continue;
         folder.WriteFile(name, Document("<scene/>"));
         ExpectRefusal(Run("t", name), name + words + name + "': " + refused.fault + "\n");
     }

@@ -11,7 +11,7 @@ const std::vector<HeldElsewhere>& SourcesHeldElsewhere() {
          {"Platform/DescriptorIo", "Platform/HandleIo", "Platform/LinkTarget"}},
         {"Platform/LackOfMemoryTest", {"Platform/EndAtOnce"}},
         {"Platform/OutputCaptureTest", {"Platform/LogFile", "Platform/FinalOutput"}},
-        {"Platform/UnfinishedFileTest", {"Platform/ErrorText"}},
+        {"Platform/UnfinishedFileTest", {"Platform/AccessList", "Platform/ErrorText"}},
         {"Platform/MessagePipeTest", {"Platform/RuntimeFolder"}},
         {"VokLib/CustomData/VokCustomAttributeNumericTest",
          {"VokLib/CustomData/CustomValueGuards", "VokLib/CustomData/VokCustomAttribute",

@@ -9,9 +9,11 @@
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -30,6 +32,35 @@ std::string ContentOf(const std::string& path) {
     std::ostringstream content;
     content << std::ifstream(path, std::ios::binary).rdbuf();
     return content.str();
+}
+
+constexpr const char* kList = "system.posix_acl_access";
+constexpr const char* kListOfNewFiles = "system.posix_acl_default";
+
+/// An access list: the owner and a certain user read and write, the group nothing.
+std::string ListForOneUser() {
+    std::string list("\2\0\0\0", 4);
+    const auto add = [&list](int kind, int rights, std::uint32_t user) {
+        for (const int number : {kind, rights}) list += {static_cast<char>(number), '\0'};
+        for (int i = 0; i < 4; ++i) list += static_cast<char>(user >> 8 * i);
+    };
+    constexpr std::uint32_t kNobodyCertain = 0xFFFFFFFF;
+    add(0x01, 6, kNobodyCertain);  // the owner
+    add(0x02, 6, 12345);
+    add(0x04, 0, kNobodyCertain);  // the group
+    add(0x10, 6, kNobodyCertain);  // the most that the two in front may have
+    add(0x20, 0, kNobodyCertain);  // others
+    return list;
+}
+
+bool SetList(const std::string& path, const char* which, const std::string& list) {
+    return setxattr(path.c_str(), which, list.data(), list.size(), 0) == 0;
+}
+
+std::string ListOf(const std::string& path) {
+    std::string list(1024, '\0');
+    const ssize_t size = getxattr(path.c_str(), kList, list.data(), list.size());
+    return list.substr(0, size < 0 ? 0 : static_cast<std::size_t>(size));
 }
 
 class UnfinishedFile : public testing::Test {
@@ -60,6 +91,40 @@ TEST_F(UnfinishedFile, TheNameLeadsToTheOldContentUntilAllIsWritten) {
     EXPECT_EQ(file.Publish(), 0);
     EXPECT_EQ(folder.ReadFile("out"), "new");
     EXPECT_EQ(CountFiles(), 1);
+}
+
+TEST_F(UnfinishedFile, TheAccessListStays) {
+    const std::string out = folder.WriteFile("out", "old");
+    if (!SetList(out, kList, ListForOneUser())) GTEST_SKIP() << "no access lists here";
+    ASSERT_EQ(ModeOf(out), 0660u);
+    EXPECT_EQ(Replace(out), 0);
+    EXPECT_EQ(folder.ReadFile("out"), "new");
+    EXPECT_EQ(ListOf(out), ListForOneUser());
+    EXPECT_EQ(ModeOf(out), 0660u);
+}
+
+TEST_F(UnfinishedFile, TheFoldersListForNewFilesIsNoneForOneThatIsReplaced) {
+    const std::string out = folder.WriteFile("out", "old");
+    chmod(out.c_str(), 0660);
+    if (!SetList(folder.Path(), kListOfNewFiles, ListForOneUser()))
+        GTEST_SKIP() << "no access lists here";
+    EXPECT_EQ(Replace(out), 0);
+    EXPECT_EQ(folder.ReadFile("out"), "new");
+    EXPECT_EQ(ListOf(out), "");
+    EXPECT_EQ(ModeOf(out), 0660u);
+    EXPECT_EQ(Replace(folder.Path("fresh")), 0);
+    EXPECT_EQ(ListOf(folder.Path("fresh")), ListForOneUser());
+}
+
+TEST_F(UnfinishedFile, AListStaysWithAFileThatBecomesItsWritersOwn) {
+    if (geteuid() != 0) GTEST_SKIP() << "only the superuser can set this up";
+    chmod(folder.Path().c_str(), 0777);
+    const std::string out = folder.WriteFile("out", "old");
+    if (!SetList(out, kList, ListForOneUser())) GTEST_SKIP() << "no access lists here";
+    const OrdinaryUser user;
+    EXPECT_EQ(Replace(out), 0);
+    EXPECT_EQ(ListOf(out), ListForOneUser());
+    EXPECT_EQ(ModeOf(out), 0660u);
 }
 
 TEST_F(UnfinishedFile, AFreeNameIsTaken) {
