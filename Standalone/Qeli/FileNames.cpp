@@ -101,6 +101,14 @@ class MoveNames : public VokUpdateDependencies {
     std::string to;
 };
 
+/// Names that are relative to a document are not to be rewritten from a place that is not known.
+std::string FullName(const std::string& path, const char* what) {
+    if (auto full = Platform::FullPath(path)) return *full;
+    throw DocumentFailure({path}, std::string(what) +
+                                      "Failed to retrieve current working directory, or its full "
+                                      "name is longer than this system's names may be");
+}
+
 }  // namespace
 
 std::vector<std::string> DependedFiles(const VokWorld& world, const std::string& typedPath) {
@@ -122,15 +130,11 @@ std::vector<std::string> DependedFiles(const VokWorld& world, const std::string&
 }
 
 void MoveDocument(VokWorld& world, const std::string& oldPath, const std::string& newPath) {
-    const std::string from = Platform::FullPath(oldPath).value_or(oldPath);
-    const std::optional<std::string> to = Platform::FullPath(newPath);
-    if (!to)
-        throw DocumentFailure({newPath},
-                              "The file cannot be written: Its full name cannot be told, or is "
-                              "longer than this system's names may be");
-    if (!StandInOneFolder(from, *to)) {
-        MoveNames names(from, *to);
+    const std::string from = FullName(oldPath, "");
+    const std::string to = FullName(newPath, "The file cannot be written: ");
+    if (!StandInOneFolder(from, to)) {
+        MoveNames names(from, to);
         RewriteDependencies(world, names);
     }
-    world.SetFilename(*to);
+    world.SetFilename(to);
 }

@@ -166,10 +166,11 @@ TEST_F(QeliConvert, AFileWhoseFullNameIsTooLongIsNotWritten) {
         ExpectConverted("in.qeli", out);
         return;
     }
-    ExpectFailure("in.qeli", out,
-                  out +
-                      ": error: The file cannot be written: Its full name cannot be told, or is "
-                      "longer than this system's names may be");
+    ExpectFailure(
+        "in.qeli", out,
+        out +
+            ": error: The file cannot be written: Failed to retrieve current "
+            "working directory, or its full name is longer than this system's names may be");
     EXPECT_FALSE(folder.Has(out));
 }
 

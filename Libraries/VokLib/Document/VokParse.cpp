@@ -19,17 +19,28 @@
 
 #include <libxml/parser.h>
 
+#include <optional>
 #include <ostream>
 
 namespace {
+
+/// Complete names need no folder that they start from; of the others the true fault is told.
+std::string MakeAbsoluteWithoutFolder(const std::string& filename) {
+    try {
+        return VokPathText::TidyAbsolutePath(filename, "");
+    } catch (const QelTools::Common::Exception&) {
+        QelTools::Common::ThrowException("Failed to retrieve current working directory");
+    }
+}
 
 std::string MakeAbsolute(const std::string& filename) {
     // A complete name is one also where the working directory is gone.
     if (!Platform::BackslashSeparates() && filename.starts_with('/'))
         return VokPathText::TidyAbsolutePath(filename, "/");
-    // Against no folder at all no other name is one.
-    std::string base = Platform::CurrentDirectory().value_or(std::string());
-    if (!base.empty() && base.back() != '\\' && base.back() != '/') base += '\\';
+    std::optional<std::string> told = Platform::CurrentDirectory();
+    if (!told) return MakeAbsoluteWithoutFolder(filename);
+    std::string& base = *told;
+    if (base.empty() || (base.back() != '\\' && base.back() != '/')) base += '\\';
     return VokPathText::TidyAbsolutePath(filename, base);
 }
 
