@@ -15,6 +15,20 @@ std::string PlacedText(const FailurePlace& place, std::string_view kind, std::st
     return text;
 }
 
+/// Bytes below 0x20, and those from 0x7F up to `end`, become \x0A.
+std::string WithoutControls(std::string_view text, unsigned end) {
+    static constexpr char kDigits[] = "0123456789ABCDEF";
+    std::string readable;
+    for (const char c : text) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 || (byte >= 0x7F && byte < end))
+            readable.append("\\x").append({kDigits[byte >> 4], kDigits[byte & 15]});
+        else
+            readable += c;
+    }
+    return readable;
+}
+
 }  // namespace
 
 std::string FailureText(const FailurePlace& place, std::string_view words) {
@@ -26,15 +40,9 @@ std::string WarningText(const FailurePlace& place, std::string_view words) {
 }
 
 std::string ReadableText(std::string_view documentText) {
-    static constexpr char kDigits[] = "0123456789ABCDEF";
-    std::string readable;
-    for (const char c : documentText) {
-        const auto byte = static_cast<unsigned char>(c);
-        const bool isControl = byte < 0x20 || (byte >= 0x7F && byte < 0xA0);
-        if (isControl)
-            readable.append("\\x").append({kDigits[byte >> 4], kDigits[byte & 15]});
-        else
-            readable += c;
-    }
-    return VokEncoding::ToUtf8(readable);
+    return VokEncoding::ToUtf8(WithoutControls(documentText, 0xA0));
+}
+
+std::string ReadableName(std::string_view name) {
+    return WithoutControls(name, 0x80);
 }

@@ -41,3 +41,5 @@ class DocumentFailure : public std::exception {
 
 /// A text of a document (single bytes) for a terminal: UTF-8, with control characters as \x0A.
 std::string ReadableText(std::string_view documentText);
+/// The same for a name of the system, which is UTF-8.
+std::string ReadableName(std::string_view name);

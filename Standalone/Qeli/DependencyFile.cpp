@@ -2,7 +2,6 @@
 
 #include "FailureText.h"
 
-#include <cstdio>
 #include <optional>
 #include <string_view>
 
@@ -30,22 +29,7 @@ bool IsControl(char c) {
 }
 
 std::string CharacterText(char c) {
-    if (!IsControl(c)) return std::string("'") + c + "'";
-    char text[8];
-    std::snprintf(text, sizeof text, "0x%02X",
-                  static_cast<unsigned>(static_cast<unsigned char>(c)));
-    return text;
-}
-
-/// A name of the system for a message of one line.
-std::string OneLine(const std::string& name) {
-    std::string text;
-    for (const char c : name)
-        if (IsControl(c))
-            text += "\\" + CharacterText(c).substr(1);
-        else
-            text += c;
-    return text;
+    return IsControl(c) ? ReadableName({&c, 1}) : std::string("'") + c + "'";
 }
 
 /// The first two begin a variable in front of what a target depends on; a dot and capitals name
@@ -104,10 +88,10 @@ std::string DependencyFileText(const std::string& target, const std::string& doc
                                const std::vector<std::string>& files) {
     const auto take = [&](const std::string& name, bool isTarget) {
         if (const auto fault = FaultOf(name, isTarget))
-            throw DocumentFailure(
-                {document}, std::string("A rule for Make and Ninja cannot hold ") +
-                                (isTarget ? "the target '" : "the file name '") + OneLine(name) +
-                                "': " + *fault);
+            throw DocumentFailure({document},
+                                  std::string("A rule for Make and Ninja cannot hold ") +
+                                      (isTarget ? "the target '" : "the file name '") +
+                                      ReadableName(name) + "': " + *fault);
         return Escape(name);
     };
     std::string text = take(target, true) + ": \\\n  " + take(document, false);

@@ -138,12 +138,12 @@ TEST_F(QeliDependencyFile, ANameThatMakeOrNinjaTakesForSomethingElseIsRefusedAsA
         ExpectRefusal(Run(refused.name), words + refused.name + "': " + refused.fault + "\n");
     ExpectRefusal(Run("v=1/hero.bin"), words + "v=1/hero.bin': it has the character '='\n");
     ExpectRefusal(Run("a%b"), words + "a%b': it has the character '%'\n");
-    ExpectRefusal(Run("a\nb"), words + "a\\x0Ab': it has the character 0x0A\n");
-    ExpectRefusal(Run("a\rb"), words + "a\\x0Db': it has the character 0x0D\n");
-    ExpectRefusal(Run("a\tb\n"), words + "a\\x09b\\x0A': it has the character 0x09\n");
-    ExpectRefusal(Run("\x01"), words + "\\x01': it has the character 0x01\n");
-    ExpectRefusal(Run("\x1F"), words + "\\x1F': it has the character 0x1F\n");
-    ExpectRefusal(Run("\x7F"), words + "\\x7F': it has the character 0x7F\n");
+    ExpectRefusal(Run("a\nb"), words + "a\\x0Ab': it has the character \\x0A\n");
+    ExpectRefusal(Run("a\rb"), words + "a\\x0Db': it has the character \\x0D\n");
+    ExpectRefusal(Run("a\tb\n"), words + "a\\x09b\\x0A': it has the character \\x09\n");
+    ExpectRefusal(Run("\x01"), words + "\\x01': it has the character \\x01\n");
+    ExpectRefusal(Run("\x1F"), words + "\\x1F': it has the character \\x1F\n");
+    ExpectRefusal(Run("\x7F"), words + "\\x7F': it has the character \\x7F\n");
 }
 
 TEST_F(QeliDependencyFile, SuchANameIsRefusedAsOneThatTheDocumentLists) {
@@ -157,7 +157,7 @@ TEST_F(QeliDependencyFile, SuchANameIsRefusedAsOneThatTheDocumentLists) {
         ExpectRefusal(Run("t"), words + name + "': " + refused.fault + "\n");
     }
     WriteDocument({"a\nb"});
-    ExpectRefusal(Run("t"), words + "a\\x0Ab': it has the character 0x0A\n");
+    ExpectRefusal(Run("t"), words + "a\\x0Ab': it has the character \\x0A\n");
 }
 
 TEST_F(QeliDependencyFile, SuchANameIsRefusedAsTheDocumentsOwn) {
@@ -170,7 +170,7 @@ TEST_F(QeliDependencyFile, SuchANameIsRefusedAsTheDocumentsOwn) {
         ExpectRefusal(Run("t", name), name + words + name + "': " + refused.fault + "\n");
     }
     folder.WriteFile("a\nb", Document("<scene/>"));
-    ExpectRefusal(Run("t", "a\nb"), "a\nb" + words + "a\\x0Ab': it has the character 0x0A\n");
+    ExpectRefusal(Run("t", "a\nb"), "a\nb" + words + "a\\x0Ab': it has the character \\x0A\n");
 }
 
 TEST_F(QeliDependencyFile, ARefusalLeavesTheDependencyFileAsItWas) {

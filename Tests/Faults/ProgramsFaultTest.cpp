@@ -70,6 +70,7 @@ constexpr const char* kRig = R"(<?xml version="1.0" encoding="ISO-8859-1"?>
 <orientationConstraint name="turn" constrain="||root|B&#228;r|eye &amp; lid">
 <target name="||root|hand" weight="0.5"/><rotEul rotOrd="zxy">1 2 3</rotEul>
 <orientInterpolation>average</orientInterpolation></orientationConstraint>
+<reference name="other" uri="other.qeli" namespace="o"/>
 </QEL>
 )";
 

@@ -68,6 +68,13 @@ void Connect(RawClient& client, MessagePipeServer& server) {
     for (int i = 0; i < 100 && !client.Connect(); ++i) server.WaitForMessage(10);
 }
 
+/// A client that asks, and what the server gets of that.
+Message Ask(RawClient& client, MessagePipeServer& server) {
+    Connect(client, server);
+    client.Send("a");
+    return server.WaitForMessage(5000);
+}
+
 TEST(MessagePipeServer, MessagesComeFromClientsAndAnswersGoBackToThem) {
     const auto server = Serving();
     RawClient one;
@@ -112,9 +119,7 @@ TEST(MessagePipeServer, TheWaitForAMessageEnds) {
 TEST(MessagePipeServer, ClientsThatLeaveAreForgottenAndTheirAnswersDropped) {
     const auto server = Serving();
     RawClient one;
-    Connect(one, *server);
-    one.Send("a");
-    const Message message = server->WaitForMessage(5000);
+    const Message message = Ask(one, *server);
     ASSERT_TRUE(message.has_value());
     one.Close();
     server->Send(message->from, std::string("late"));
@@ -136,9 +141,7 @@ std::uint32_t ErrorOfAsking(Platform::MessagePipe& client, const std::string& qu
 TEST(MessagePipeServer, ADisconnectedClientIsToldSo) {
     const auto server = Serving();
     RawClient one;
-    Connect(one, *server);
-    one.Send("a");
-    server->Disconnect(server->WaitForMessage(5000)->from);
+    server->Disconnect(Ask(one, *server)->from);
     EXPECT_EQ(one.Receive(), "end");
     EXPECT_EQ(server->CountClients(), 0u);
 }
@@ -162,9 +165,7 @@ TEST(MessagePipeServer, WhoAsksTooMuchOrInVainIsHungUpOn) {
 TEST(MessagePipeServer, AClientThatIsDisconnectedBehindItsAnswerCountsNoMore) {
     const auto server = Serving();
     RawClient client;
-    Connect(client, *server);
-    client.Send("a");
-    const Message message = server->WaitForMessage(5000);
+    const Message message = Ask(client, *server);
     ASSERT_TRUE(message.has_value());
     server->Send(message->from, std::string("b"));
     server->Disconnect(message->from);

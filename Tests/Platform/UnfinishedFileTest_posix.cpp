@@ -153,6 +153,19 @@ TEST_F(UnfinishedFile, AFileIsNotReplacedInAFolderThatLetsNoNameGo) {
     EXPECT_EQ(Replace(folder.Path("new")), 0);
 }
 
+TEST_F(UnfinishedFile, NothingIsLeftInAFolderThatLetsNoNameGoWhenTheFreeNameIsTakenMeanwhile) {
+    SystemCalls calls;
+    calls.behindLookingCloser = [](struct statx& status) {
+        status.stx_attributes |= STATX_ATTR_APPEND;
+    };
+    ASSERT_EQ(file.CreateBeside(folder.Path("out")), 0);
+    ASSERT_EQ(file.Write("new", 3), 0);
+    folder.WriteFile("out", "of another");
+    EXPECT_EQ(file.Publish(), EPERM);
+    EXPECT_EQ(folder.ReadFile("out"), "of another");
+    EXPECT_EQ(CountFiles(), 1);
+}
+
 TEST_F(UnfinishedFile, AFreeNameStaysFreeWhenAFailureShowsAtTheEnd) {
     SystemCalls calls;
     calls.inFrontOfClosing = [](int) { return EDQUOT; };

@@ -26,6 +26,8 @@ namespace {
 
 /// Complete names need no folder that they start from; of the others the true fault is told.
 std::string MakeAbsoluteWithoutFolder(const std::string& filename) {
+    if (!Platform::BackslashSeparates() && filename.starts_with('/'))
+        return VokPathText::TidyAbsolutePath(filename, "/");
     try {
         return VokPathText::TidyAbsolutePath(filename, "");
     } catch (const QelTools::Common::Exception&) {
@@ -34,14 +36,10 @@ std::string MakeAbsoluteWithoutFolder(const std::string& filename) {
 }
 
 std::string MakeAbsolute(const std::string& filename) {
-    // A complete name is one also where the working directory is gone.
-    if (!Platform::BackslashSeparates() && filename.starts_with('/'))
-        return VokPathText::TidyAbsolutePath(filename, "/");
-    std::optional<std::string> told = Platform::CurrentDirectory();
-    if (!told) return MakeAbsoluteWithoutFolder(filename);
-    std::string& base = *told;
-    if (base.empty() || (base.back() != '\\' && base.back() != '/')) base += '\\';
-    return VokPathText::TidyAbsolutePath(filename, base);
+    std::optional<std::string> base = Platform::CurrentDirectory();
+    if (!base) return MakeAbsoluteWithoutFolder(filename);
+    if (!base->ends_with('\\') && !base->ends_with('/')) *base += '\\';
+    return VokPathText::TidyAbsolutePath(filename, *base);
 }
 
 std::string PathOf(const VokObj* object) {

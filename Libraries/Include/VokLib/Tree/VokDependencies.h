@@ -16,8 +16,8 @@ class VokDependencies {
 
   private:
     std::vector<std::string> files;
-    std::unordered_set<std::string, QelTools::Common::KeyedHash>
-        known;  // for the test alone; never walked
+    // For the test alone; never walked.
+    std::unordered_set<std::string, QelTools::Common::KeyedHash> known;
 };
 
 /// Rewrites file names; given to UpdateDependencies.

@@ -88,6 +88,6 @@ class VokBlindData : public VokElement<VokBlindData, VokObj> {
 
   private:
     std::vector<std::unique_ptr<BlindDataBase>> columns;
-    // Of the names in use.
+    // Of the names in use; never walked.
     std::unordered_map<std::string, BlindDataType, QelTools::Common::KeyedHash> columnTypes;
 };
