@@ -116,10 +116,13 @@ void ShowGraph(const Dependencies& dependencies) {
     if (!name.has_value()) return;
     const std::string graph = *name + ".dot";
     const std::string picture = *name + ".png";
-    if (WriteGraphFile(dependencies, graph) &&
-        Platform::RunPipeline(
-            {{"unflatten", "-f", "-c5", "-l5", graph}, {"dot", "-Tpng", "-o", picture}}))
-        Platform::OpenForShowing(picture);
+    if (WriteGraphFile(dependencies, graph)) {
+        if (Platform::RunPipeline(
+                {{"unflatten", "-f", "-c5", "-l5", graph}, {"dot", "-Tpng", "-o", picture}}))
+            Platform::OpenForShowing(picture);
+        else
+            std::remove(picture.c_str());
+    }
     // It only kept the name; graph and picture stay for whoever looks at them.
     std::remove(name->c_str());
 }

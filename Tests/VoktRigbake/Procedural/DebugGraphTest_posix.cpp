@@ -131,6 +131,14 @@ TEST_F(DebugGraph, GraphvizDrawsThePicture) {
     EXPECT_EQ(Files(".png")[0].substr(0, 42), "-Tpng -o -f,-c5,-l5,digraph test {/x000000");
 }
 
+TEST_F(DebugGraph, HalfAPictureDoesNotStay) {
+    Install("unflatten", "");
+    Install("dot", "echo half > \"$3\"; exit 1");
+    EXPECT_EQ(Output(), kStages);
+    EXPECT_EQ(Files(".png"), Texts{});
+    EXPECT_EQ(Files(".dot"), Texts{kGraph});
+}
+
 TEST_F(DebugGraph, MissingFolderLeavesTheGraphOut) {
     setenv("TMPDIR", (folder / "none").c_str(), 1);
     EXPECT_EQ(Output(), kStages);
