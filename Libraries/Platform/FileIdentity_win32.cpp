@@ -3,6 +3,8 @@
 
 #include "OwnedHandle_win32.h"
 
+#include <io.h>
+
 #include <optional>
 
 namespace Platform {
@@ -10,6 +12,7 @@ namespace Platform {
 namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr int kStandardOutput = 1;
 
 /// What tells a file or folder from all others; nothing when there is none of this name, or no
 /// access to it.
@@ -34,6 +37,14 @@ bool IsSame(const BY_HANDLE_FILE_INFORMATION& a, const BY_HANDLE_FILE_INFORMATIO
            a.nFileIndexHigh == b.nFileIndexHigh && a.nFileIndexLow == b.nFileIndexLow;
 }
 
+std::optional<BY_HANDLE_FILE_INFORMATION> StandardOutputsIdentity() {
+    const HANDLE output = reinterpret_cast<HANDLE>(_get_osfhandle(kStandardOutput));
+    BY_HANDLE_FILE_INFORMATION information;
+    if (GetFileType(output) != FILE_TYPE_DISK || !GetFileInformationByHandle(output, &information))
+        return std::nullopt;
+    return information;
+}
+
 }  // namespace
 
 bool LeadToOneFile(const std::string& a, const std::string& b) {
@@ -55,6 +66,12 @@ bool LeadToOneFile(const std::string& a, const std::string& b) {
     const auto folderA = Identity(fullA->substr(0, nameA));
     const auto folderB = Identity(fullB->substr(0, nameB));
     return folderA && folderB && IsSame(*folderA, *folderB);
+}
+
+bool LeadsToStandardOutput(const std::string& path) {
+    const auto named = Identity(path);
+    const auto output = StandardOutputsIdentity();
+    return named && output && IsSame(*named, *output);
 }
 
 }  // namespace Platform

@@ -23,21 +23,26 @@ int ReadLink(const std::string& path, std::string& target) {
 
 }  // namespace
 
-int FollowLinks(const std::string& path, std::string& target) {
-    target = path;
+int ChainOfLinks(const std::string& path, std::vector<std::string>& names) {
+    names = {path};
     std::string next;
     for (int i = 0; i <= kMostLinks; ++i) {
         struct stat status;
-        if (lstat(target.c_str(), &status) != 0) return errno == ENOENT ? 0 : errno;
+        const std::string& link = names.back();
+        if (lstat(link.c_str(), &status) != 0) return errno == ENOENT ? 0 : errno;
         if (!S_ISLNK(status.st_mode)) return 0;
-        if (const int error = ReadLink(target, next); error != 0) return error;
-        const std::size_t folder = target.rfind('/');
-        if (next.starts_with('/') || folder == std::string::npos)
-            target = next;
-        else
-            target.replace(folder + 1, std::string::npos, next);
+        if (const int error = ReadLink(link, next); error != 0) return error;
+        const std::size_t name = link.rfind('/') + 1;
+        names.push_back(next.starts_with('/') ? next : link.substr(0, name) + next);
     }
     return ELOOP;
+}
+
+int FollowLinks(const std::string& path, std::string& target) {
+    std::vector<std::string> names;
+    const int error = ChainOfLinks(path, names);
+    target = names.back();
+    return error;
 }
 
 }  // namespace Platform

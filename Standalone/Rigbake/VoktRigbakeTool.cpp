@@ -66,7 +66,9 @@ void VoktRigbakeTool::CheckSharedFiles() const {
         throw TextException("Big- and little-endian suffixes are the same.");
     if (logFileName.empty()) return;
     if (LeadToOneFile(input, logFileName)) RefuseInput(logFileName);
+    // What goes to standard output goes into the log, too.
     for (const std::string& output : outputs)
-        if (LeadToOneFile(OpenedFile(output), logFileName))
+        if (LeadToOneFile(OpenedFile(output), logFileName) ||
+            Platform::LeadsToStandardOutput(OpenedFile(output)))
             throw TextException("Output file \"" + output + "\" matches the log file.");
 }

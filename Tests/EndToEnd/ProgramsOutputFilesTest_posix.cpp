@@ -36,6 +36,40 @@ TEST_F(OutputFiles, ALogThatIsALinkToTheInputOrTheSkeletonIsRefused) {
     EXPECT_EQ(folder.ReadFile("rig.bin"), "old");
 }
 
+TEST_F(OutputFiles, WithALogASkeletonThatGoesToStandardOutputIsRefused) {
+    folder.WriteFile("log", "old");
+    fs::create_symlink("/dev/stdout", folder.GetPath() / "printed");
+    fs::create_symlink("printed", folder.GetPath() / "rigBE");
+    for (const std::string out : {"/dev/stdout", "/dev/fd/1", "\\proc\\self\\fd\\1", "printed"})
+        ExpectRefused({"-in", "scene.qeli", "-out", out, "-logfile", "log"},
+                      "Output file \"" + out + "\" matches the log file.");
+    ExpectRefused({"-in", "scene.qeli", "-out", "rig", "-ble", "-logfile", "log"},
+                  "Output file \"rigBE\" matches the log file.");
+    for (const std::string out : {"/dev/stdout", "printed", "file"}) {
+        const std::string to = out == "file" ? ">>file" : ">/dev/null";
+        folder.WriteFile("file", "old");
+        const ProgramResult run =
+            folder.Run("rigbake", {"-in", "scene.qeli", "-out", out, "-logfile", "log"}, {}, to);
+        EXPECT_EQ(run.status, 1) << out;
+        EXPECT_EQ(folder.ReadFile("file").substr(0, 3), "old");
+    }
+    EXPECT_EQ(folder.ReadFile("log"), "old");
+    EXPECT_FALSE(folder.Has("rigLE"));
+}
+
+TEST_F(OutputFiles, ASkeletonGoesToStandardOutputWithoutALogAndToTheNullDeviceWithOne) {
+    const std::string skeleton = Bake("reference.bin");
+    EXPECT_EQ(
+        folder.Run("rigbake", {"-in", "scene.qeli", "-out", "/dev/stdout"}, {}, ">rig.bin").status,
+        0);
+    EXPECT_EQ(folder.ReadFile("rig.bin"), skeleton);
+    const std::vector<std::string> arguments{"-in",      "scene.qeli", "-out",      "/dev/null",
+                                             "-logfile", "log",        "-timetool", "1"};
+    for (const std::string to : {"", ">/dev/null"})
+        EXPECT_EQ(folder.Run("rigbake", arguments, {}, to).status, 0);
+    EXPECT_EQ(folder.ReadFile("log").find('\0'), std::string::npos);
+}
+
 TEST_F(OutputFiles, OfAPairNoFileIsALinkToTheOther) {
     folder.WriteFile("rigLE", "old");
     fs::create_symlink("rigLE", folder.GetPath() / "rigBE");
