@@ -26,6 +26,21 @@ int ReadList(Read read, std::string& list) {
     return 0;
 }
 
+/// A list is a version of four bytes, then entries of eight: what the rights are for, the rights,
+/// and a user or group. Numbers have their low byte first on every machine.
+constexpr std::size_t kFirstEntry = 4;
+constexpr std::size_t kEntrySize = 8;
+constexpr std::size_t kRights = 2;
+constexpr char kGroupOfTheFile = 0x04;
+constexpr char kOthers = 0x20;
+
+/// The place of the entry of a kind that occurs once; past the end when there is none.
+std::size_t FindEntry(const std::string& list, char kind) {
+    std::size_t at = kFirstEntry;
+    while (at + kEntrySize <= list.size() && list[at] != kind) at += kEntrySize;
+    return at + kEntrySize <= list.size() ? at : list.size();
+}
+
 }  // namespace
 
 int ReadAccessList(const std::string& path, std::string& list) {
@@ -45,6 +60,14 @@ int GiveAccessList(int descriptor, const std::string& list) {
         return fsetxattr(descriptor, kAttribute, list.data(), list.size(), 0) == 0 ? 0 : errno;
     if (fremovexattr(descriptor, kAttribute) == 0) return 0;
     return SaysThatThereIsNone(errno) ? 0 : errno;
+}
+
+std::string ListLimitingGroupToOthers(std::string list) {
+    const std::size_t group = FindEntry(list, kGroupOfTheFile);
+    const std::size_t others = FindEntry(list, kOthers);
+    if (group != list.size() && others != list.size())
+        list[group + kRights] &= list[others + kRights];
+    return list;
 }
 
 }  // namespace Platform

@@ -12,4 +12,7 @@ namespace Platform {
 /// Gives a file that list and takes any other away, such as one that it has from its folder.
 [[nodiscard]] int GiveAccessList(int descriptor, const std::string& list);
 
+/// The list, or none, with no more rights for the file's group than others have.
+std::string ListLimitingGroupToOthers(std::string list);
+
 }  // namespace Platform

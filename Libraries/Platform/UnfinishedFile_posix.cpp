@@ -43,16 +43,32 @@ bool LetsNoNameGo(const std::string& folder) {
            (status.stx_attributes & STATX_ATTR_APPEND) != 0;
 }
 
+bool HasOrGetsGroup(int descriptor, gid_t group) {
+    struct stat status;
+    return fchown(descriptor, static_cast<uid_t>(-1), group) == 0 ||
+           (fstat(descriptor, &status) == 0 && status.st_gid == group);
+}
+
+/// Takes from the group what others have not.
+mode_t LimitGroupToOthers(mode_t mode) {
+    const mode_t asOthers = (mode & S_IRWXO) << 3;
+    return mode & (~static_cast<mode_t>(S_IRWXG) | asOthers);
+}
+
 /// `list` is empty for a file that has to have none.
 int CopyPermissions(int descriptor, const struct stat& from, const std::string& list) {
-    // The bits of the group below are those of the list's mask where there is a list.
-    if (const int error = GiveAccessList(descriptor, list); error != 0) return error;
     // To give a file away is a right that few have; it then stays the user's own.
     const bool isGiven = fchown(descriptor, from.st_uid, from.st_gid) == 0;
-    if (!isGiven && fchown(descriptor, static_cast<uid_t>(-1), from.st_gid) != 0) errno = 0;
+    // Another group than the old file's is not to be handed that one's rights.
+    const bool isGroupKept = isGiven || HasOrGetsGroup(descriptor, from.st_gid);
+    if (const int error =
+            GiveAccessList(descriptor, isGroupKept ? list : ListLimitingGroupToOthers(list));
+        error != 0)
+        return error;
     // Who could write the old file as one of its group can write the new one as its owner.
-    const mode_t mode =
-        isGiven ? from.st_mode & 07777 : (from.st_mode & 0777) | kOwnerReadsAndWrites;
+    mode_t mode = isGiven ? from.st_mode & 07777 : (from.st_mode & 0777) | kOwnerReadsAndWrites;
+    // The bits of the group are those of the list's mask where there is a list.
+    if (!isGroupKept && list.empty()) mode = LimitGroupToOthers(mode);
     return fchmod(descriptor, mode) == 0 ? 0 : errno;
 }
 

@@ -25,9 +25,9 @@ class ProgramsPermissions : public testing::Test {
         if (!OrdinaryUserMayRun()) GTEST_SKIP() << "an ordinary user cannot reach the programs";
     }
 
-    void SetUpFile(uid_t owner, mode_t mode) const {
+    void SetUpFile(uid_t owner, mode_t mode, gid_t group = getegid()) const {
         const std::string out = folder.WriteFile("out", "old");
-        ASSERT_EQ(chown(out.c_str(), owner, getegid()), 0);
+        ASSERT_EQ(chown(out.c_str(), owner, group), 0);
         ASSERT_EQ(chmod(out.c_str(), mode), 0);
     }
 
@@ -75,6 +75,17 @@ TEST_F(ProgramsPermissions, AFileThatOnlyItsGroupMayWriteIsReplacedAgainAndAgain
             EXPECT_EQ(Mode(), 0660u);
         }
     }
+}
+
+TEST_F(ProgramsPermissions, TheRightsOfAGroupThatCannotBeKeptGoToNoOther) {
+    constexpr gid_t kAnotherGroup = 54321;
+    SetUpFile(kNobody, 0664, kAnotherGroup);
+    const FaultyResult run = Convert();
+    EXPECT_EQ(run.status, 0) << run.errors;
+    EXPECT_EQ(Mode(), 0644u);
+    SetUpFile(kAnother, 0662, kAnotherGroup);
+    EXPECT_EQ(Bake().status, 0);
+    EXPECT_EQ(Mode(), 0622u);
 }
 
 TEST_F(ProgramsPermissions, AFileThatMayNotBeWrittenIsRefused) {

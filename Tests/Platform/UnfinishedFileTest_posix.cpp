@@ -37,8 +37,8 @@ std::string ContentOf(const std::string& path) {
 constexpr const char* kList = "system.posix_acl_access";
 constexpr const char* kListOfNewFiles = "system.posix_acl_default";
 
-/// An access list: the owner and a certain user read and write, the group nothing.
-std::string ListForOneUser() {
+/// An access list: the owner and a certain user read and write, the group and others as told.
+std::string ListForOneUser(int group = 0, int others = 0) {
     std::string list("\2\0\0\0", 4);
     const auto add = [&list](int kind, int rights, std::uint32_t user) {
         for (const int number : {kind, rights}) list += {static_cast<char>(number), '\0'};
@@ -47,9 +47,9 @@ std::string ListForOneUser() {
     constexpr std::uint32_t kNobodyCertain = 0xFFFFFFFF;
     add(0x01, 6, kNobodyCertain);  // the owner
     add(0x02, 6, 12345);
-    add(0x04, 0, kNobodyCertain);  // the group
+    add(0x04, group, kNobodyCertain);
     add(0x10, 6, kNobodyCertain);  // the most that the two in front may have
-    add(0x20, 0, kNobodyCertain);  // others
+    add(0x20, others, kNobodyCertain);
     return list;
 }
 
@@ -271,6 +271,69 @@ TEST_F(UnfinishedFile, WhoMayWriteAFileOfAnotherAsOneOfItsGroupMayWriteTheNewOne
         const OrdinaryUser user;
         ASSERT_EQ(Replace(out), 0);
     }
+    EXPECT_EQ(ModeOf(out), 0660u);
+}
+
+/// A file of a group of which the ordinary user is no member.
+class UnfinishedFileOfAnotherGroup : public UnfinishedFile {
+  protected:
+    void SetUp() override {
+        if (geteuid() != 0) GTEST_SKIP() << "only the superuser can set this up";
+        chmod(folder.Path().c_str(), 0777);
+        folder.WriteFile("out", "old");
+    }
+
+    void ReplaceAsOrdinaryUser(uid_t owner) {
+        ASSERT_EQ(chown(out.c_str(), owner, kAnotherGroup), 0);
+        const OrdinaryUser user;
+        ASSERT_EQ(Replace(out), 0);
+    }
+
+    static constexpr gid_t kAnotherGroup = 54321;
+    static constexpr uid_t kNobody = 65534;
+    const std::string out = folder.Path("out");
+};
+
+TEST_F(UnfinishedFileOfAnotherGroup, HandsItsRightsToNoOtherGroup) {
+    struct Case {
+        mode_t before;
+        mode_t after;
+    };
+    constexpr uid_t kAnotherUser = 1;
+    for (const uid_t owner : {kNobody, kAnotherUser})
+        for (const auto& [before, after] : {Case{0660, 0600}, Case{0664, 0644}, Case{0675, 0655},
+                                            Case{0662, 0622}, Case{0604, 0604}, Case{0666, 0666}}) {
+            chmod(out.c_str(), before);
+            ReplaceAsOrdinaryUser(owner);
+            EXPECT_EQ(ModeOf(out), after) << owner << std::oct << " " << before;
+        }
+}
+
+TEST_F(UnfinishedFileOfAnotherGroup, KeepsItsListButForTheRightsOfTheGroup) {
+    if (!SetList(out, kList, ListForOneUser(6, 4))) GTEST_SKIP() << "no access lists here";
+    for (const uid_t owner : {kNobody, 1u}) {
+        ASSERT_TRUE(SetList(out, kList, ListForOneUser(6, 4)));
+        ReplaceAsOrdinaryUser(owner);
+        EXPECT_EQ(ListOf(out), ListForOneUser(4, 4));
+        EXPECT_EQ(ModeOf(out), 0664u);
+    }
+    ASSERT_TRUE(SetList(out, kList, ListForOneUser(4, 6)));
+    ReplaceAsOrdinaryUser(kNobody);
+    EXPECT_EQ(ListOf(out), ListForOneUser(4, 6));
+}
+
+TEST_F(UnfinishedFileOfAnotherGroup, KeepsTheGroupsRightsWhereItsFolderGivesTheGroup) {
+    ASSERT_EQ(chown(folder.Path().c_str(), 0, kAnotherGroup), 0);
+    ASSERT_EQ(chmod(folder.Path().c_str(), 02777), 0);
+    chmod(out.c_str(), 0660);
+    ReplaceAsOrdinaryUser(1);
+    EXPECT_EQ(ModeOf(out), 0660u);
+}
+
+TEST_F(UnfinishedFileOfAnotherGroup, KeepsThemWithTheSuperuser) {
+    ASSERT_EQ(chown(out.c_str(), 1, kAnotherGroup), 0);
+    chmod(out.c_str(), 0660);
+    ASSERT_EQ(Replace(out), 0);
     EXPECT_EQ(ModeOf(out), 0660u);
 }
 

@@ -21,6 +21,7 @@ class UnfinishedFile {
     /// link to either. When it is published, it gets the permissions (and, where the user may give
     /// it away, the owner or at least the group) of the file there; one that becomes the user's own
     /// can be read and written by its owner in any case, and loses the bits that run it as another.
+    /// Where the group cannot be given, the new one has no more rights than others have.
     /// On Windows permissions that cannot be looked at or given on are refused with EACCES at once.
     /// Where there is no file, it has the permissions of any new file of the user.
     [[nodiscard]] int CreateBeside(const std::string& path);
