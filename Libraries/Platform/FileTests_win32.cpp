@@ -1,5 +1,7 @@
 #include <Platform/FileTests.h>
 
+#include "FileName_win32.h"
+
 #include <io.h>
 #include <sys/stat.h>
 #include <windows.h>
@@ -22,12 +24,16 @@ bool Opens(const std::string& path, DWORD access, DWORD sharing) {
 
 }  // namespace
 
-// A folder does not open this way.
+// A folder does not open this way. A device that nobody has named might wait.
 bool IsReadable(const std::string& path) {
-    return Opens(path, GENERIC_READ, FILE_SHARE_READ);
+    return !HidesDevice(path) && Opens(path, GENERIC_READ, FILE_SHARE_READ);
 }
 
 bool IsWritable(const std::string& path) {
+    if (HidesDevice(path)) {
+        errno = EINVAL;
+        return false;
+    }
     return Opens(path, GENERIC_WRITE, 0) || !IsReadable(path);
 }
 

@@ -1,6 +1,7 @@
 #include <Platform/OpenForReading.h>
 
 #include "ErrorNumber_win32.h"
+#include "FileName_win32.h"
 #include "OwnedHandle_win32.h"
 
 #include <fcntl.h>
@@ -13,6 +14,10 @@ namespace Platform {
 
 // The library's own call does not share the removal.
 OpenedFile OpenForReading(const std::string& path) {
+    if (HidesDevice(path)) {
+        errno = EINVAL;
+        return nullptr;
+    }
     OwnedHandle file(CreateFileA(path.c_str(), GENERIC_READ,
                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                  OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));

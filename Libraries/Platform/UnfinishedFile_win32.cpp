@@ -3,6 +3,7 @@
 
 #include "EndingEvents_win32.h"
 #include "ErrorNumber_win32.h"
+#include "FileName_win32.h"
 #include "HandleIo_win32.h"
 #include "LinkTarget_win32.h"
 #include "OwnedHandle_win32.h"
@@ -53,19 +54,6 @@ std::size_t FullLength(const std::string& folder) {
 
 std::string FolderPart(const std::string& path) {
     return path.substr(0, path.find_last_of("/\\:") + 1);
-}
-
-bool IsSeparator(char c) {
-    return c == '/' || c == '\\';
-}
-
-/// Whether a name has a colon other than its drive's, which may stand behind \\?\ or \\.\: it means
-/// a further stream of content, which no file beside could become.
-bool NamesStream(const std::string& path) {
-    const bool isDevicePath = path.size() >= 4 && IsSeparator(path[0]) && IsSeparator(path[1]) &&
-                              (path[2] == '?' || path[2] == '.') && IsSeparator(path[3]);
-    const std::size_t colon = path.rfind(':');
-    return colon != std::string::npos && colon != (isDevicePath ? 5 : 1);
 }
 
 HANDLE CreateFresh(const std::string& name, Permissions& permissions) {
@@ -135,6 +123,7 @@ UnfinishedFile::~UnfinishedFile() = default;
 
 int UnfinishedFile::CreateBeside(const std::string& path) {
     if (path.empty()) return ENOENT;
+    // No file beside could become one.
     if (NamesStream(path)) return EINVAL;
     auto creating = std::make_unique<File>();
     if (const int error = FollowLinks(path, creating->target); error != 0) return error;

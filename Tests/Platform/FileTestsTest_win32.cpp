@@ -52,6 +52,16 @@ TEST_F(FileTests, ADeviceIsReadable) {
     EXPECT_TRUE(Platform::IsReadable("NUL"));
 }
 
+TEST_F(FileTests, ADeviceThatIsCalledLikeAFileIsNeitherReadableNorWritable) {
+    for (const char* const name : {"nul.bin", "no/such/folder/nul", "aux", "com1.bin"}) {
+        EXPECT_FALSE(Platform::IsReadable(name)) << name;
+        errno = 0;
+        EXPECT_FALSE(Platform::IsWritable(name)) << name;
+        EXPECT_EQ(errno, EINVAL) << name;
+    }
+    EXPECT_TRUE(Platform::IsWritable("NUL"));
+}
+
 TEST_F(FileTests, AFreeNameIsWritableAndStaysFree) {
     EXPECT_TRUE(Platform::IsWritable(folder.Path("none")));
     EXPECT_FALSE(std::filesystem::exists(folder.Path("none")));

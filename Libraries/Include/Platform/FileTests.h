@@ -3,7 +3,8 @@
 #include <string>
 
 /// What a program may do with a file. The tests leave everything as it is: they create, truncate
-/// and wake nothing, and none of them blocks.
+/// and wake nothing, and none of them blocks. Where the name of a file means a device without
+/// saying so (Windows: sub\nul.txt, aux), that is neither readable nor writable.
 namespace Platform {
 
 /// True for a regular file, a pipe or a device that opens for reading; a folder is not readable.

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <string>
+
+namespace Platform {
+
+/// Whether a name has a colon other than its drive's, which may stand behind \\?\ or \\.\: it means
+/// a further stream of content.
+bool NamesStream(const std::string& path);
+
+/// Whether a name that looks like a file's means a device, as AUX, com1 and sub\nul.txt do. NUL and
+/// the console's own names mean what they say, as does what begins with \\.\ itself.
+bool HidesDevice(const std::string& path);
+
+}  // namespace Platform
