@@ -27,6 +27,7 @@ struct Settings {
     bool on = false;
     std::string program;
     std::uint32_t process = 0;
+    std::optional<std::string> fileName;
     std::optional<Platform::SharedLogFile> file;
 };
 
@@ -38,7 +39,8 @@ Settings::Settings() {
     process = Platform::OwnProcessId();
     if (!mode->starts_with(kFilePrefix)) return;
     const std::string name = mode->substr(kFilePrefix.size());
-    file.emplace(Platform::FullPath(name).value_or(name), kMutex);
+    fileName = Platform::FullPath(name).value_or(name);
+    file.emplace(*fileName, kMutex);
 }
 
 const Settings& Log() {
@@ -51,6 +53,10 @@ const Settings& Log() {
 
 void PrepareProxyLog() {
     Log();
+}
+
+const std::optional<std::string>& ProxyLogFile() {
+    return Log().fileName;
 }
 
 void ProxyLog(const char* format, ...) {

@@ -41,6 +41,11 @@ void Store(std::string_view text, Name& name) {
     std::copy_n(text.data(), std::min(text.size(), kNameSize - 1), name.data());
 }
 
+bool IsProxyWanted() {
+    const std::optional<std::string> server = Platform::Environment(kServerVariable);
+    return server.has_value() && !server->empty();
+}
+
 QelHashResult AddThroughProxy(ProxyHelper& helper, const char* category, const char* string,
                               std::uint32_t& hash, std::span<char> otherBuffer) {
     const std::size_t size =
@@ -84,8 +89,7 @@ QelHashResult Initialise() {
     Library& library = State();
     if (library.initialised) return QelHashResult::AlreadyInitialised;
     library.initialised = true;
-    const std::optional<std::string> server = Platform::Environment(kServerVariable);
-    if (server.has_value() && !server->empty()) {
+    if (IsProxyWanted()) {
         library.helper = std::make_unique<ProxyHelper>();
         if (library.helper->status == ProxyHelper::Status::SpawnFailed)
             return QelHashResult::SpawnFailed;
@@ -95,6 +99,10 @@ QelHashResult Initialise() {
     Store("<Unspecified Application>", library.applicationName);
     Store("<Unspecified Resource>", library.resourceName);
     return QelHashResult::Ok;
+}
+
+std::optional<std::string> GetLogFile() {
+    return IsProxyWanted() ? ProxyLogFile() : std::nullopt;
 }
 
 QelHashResult Shutdown() {

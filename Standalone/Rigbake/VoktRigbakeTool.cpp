@@ -26,6 +26,10 @@ std::string OpenedFile(const std::string& name) {
     throw TextException("Output file \"" + output + "\" matches an input file.");
 }
 
+[[noreturn]] void RefuseLog(const std::string& output) {
+    throw TextException("Output file \"" + output + "\" matches the log file.");
+}
+
 }  // namespace
 
 void VoktRigbakeTool::AddComponents() {
@@ -64,11 +68,17 @@ void VoktRigbakeTool::CheckSharedFiles() const {
         if (isPair && LeadToOneFile(input, OpenedFile(output))) RefuseInput(output);
     if (isPair && LeadToOneFile(OpenedFile(outputs.front()), OpenedFile(outputs.back())))
         throw TextException("Big- and little-endian suffixes are the same.");
+    if (const auto registryLog = VoktHashClient::GetLogFile()) CheckLog(*registryLog);
     if (logFileName.empty()) return;
-    if (LeadToOneFile(input, logFileName)) RefuseInput(logFileName);
+    CheckLog(logFileName);
     // What goes to standard output goes into the log, too.
     for (const std::string& output : outputs)
-        if (LeadToOneFile(OpenedFile(output), logFileName) ||
-            Platform::LeadsToStandardOutput(OpenedFile(output)))
-            throw TextException("Output file \"" + output + "\" matches the log file.");
+        if (Platform::LeadsToStandardOutput(OpenedFile(output))) RefuseLog(output);
+}
+
+void VoktRigbakeTool::CheckLog(const std::string& log) const {
+    using Platform::LeadToOneFile;
+    if (LeadToOneFile(load->GetInputFilename(), log)) RefuseInput(log);
+    for (const std::string& output : save->GetOutputFiles())
+        if (LeadToOneFile(OpenedFile(output), log)) RefuseLog(output);
 }

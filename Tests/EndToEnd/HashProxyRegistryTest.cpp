@@ -174,3 +174,41 @@ TEST_F(HashRegistryRun, TheRegistrysHashesStandInTheFile) {
     EXPECT_EQ(proxy->Requests().front().substr(24),
               ToolName() + std::string("\0<Unspecified Resource>\0joint\0registryroot\0", 43));
 }
+
+TEST_F(HashRegistryRun, ADebugLogThatIsTheSceneOrTheSkeletonIsRefused) {
+    EXPECT_EQ(Bake({}).status, 0);
+    const std::string scene = folder.ReadFile("scene.qeli");
+    const std::string skeleton = folder.ReadFile("rig.bin");
+    std::filesystem::create_hard_link(folder.GetPath() / "rig.bin", folder.GetPath() / "hard");
+    const auto expectRefused = [this](const std::string& log, const std::string& out,
+                                      const std::string& words) {
+        environment["QEL_HASH_PROXY_DEBUG_MODE"] = "file:" + log;
+        const ProgramResult run = Run("scene.qeli", out);
+        EXPECT_EQ(run.status, 1);
+        EXPECT_EQ(
+            WithoutBanner(run.output),
+            "Error: 102 An error occurred while validating arguments; " + words + "\n" + kFailed);
+    };
+    for (const std::string log : {"rig.bin", "./rig.bin", "hard"})
+        expectRefused(log, "rig.bin", "Output file \"rig.bin\" matches the log file.");
+    expectRefused(folder.Path("new.bin"), "new.bin",
+                  "Output file \"new.bin\" matches the log file.");
+    const std::string input = WithSeparators(folder.Path("scene.qeli"));
+    expectRefused(input, "new.bin", "Output file \"" + input + "\" matches an input file.");
+    EXPECT_EQ(folder.ReadFile("scene.qeli"), scene);
+    EXPECT_EQ(folder.ReadFile("rig.bin"), skeleton);
+    EXPECT_FALSE(folder.Has("new.bin"));
+}
+
+TEST_F(HashRegistryRun, ADebugLogThatIsNotWrittenIsNotRefused) {
+    EXPECT_EQ(Bake({}).status, 0);
+    const std::string skeleton = folder.ReadFile("rig.bin");
+    environment["QEL_HASH_PROXY_DEBUG_MODE"] = "rig.bin";
+    EXPECT_EQ(Bake({}).status, 0);
+    environment["QEL_HASH_PROXY_DEBUG_MODE"] = "file:rig.bin";
+    for (const std::string server : {"", "local"}) {
+        environment["QEL_HASH_SERVER_NAME"] = server;
+        EXPECT_EQ(Bake({}).status, server.empty() ? 0 : 1);
+        EXPECT_EQ(folder.ReadFile("rig.bin"), skeleton);
+    }
+}

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
+#include <string>
 
 /// What an operation of the hash registry's client came to.
 enum class QelHashResult : std::int32_t {
@@ -23,6 +25,10 @@ namespace QelHashClient {
 /// Brings the library up, and with QEL_HASH_SERVER_NAME set and not empty the proxy. After a
 /// failure to reach the proxy the library counts as brought up until Shutdown.
 QelHashResult Initialise();
+
+/// The file to which a debug log of what is asked of the proxy goes; nothing where no proxy is to
+/// be asked or no such log is wanted.
+std::optional<std::string> GetLogFile();
 
 /// Takes the library down, whatever comes back from the proxy. Without Initialise it does nothing
 /// and gives Ok.

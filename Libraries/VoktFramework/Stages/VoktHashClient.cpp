@@ -1,3 +1,4 @@
+#include <HashClient/QelHashClient.h>
 #include <HashClient/QelHashClientUtil.h>
 #include <Platform/OwnProgram.h>
 #include <VoktFramework/Stages/VoktHashClient.h>
@@ -21,4 +22,8 @@ void VoktHashClient::Process(VoktUniverse&) {
     QelHashClientUtil::Initialise();
     QelHashClientUtil::SetApplicationName(Platform::OwnProgramName().c_str());
     initialised = true;
+}
+
+std::optional<std::string> VoktHashClient::GetLogFile() {
+    return QelHashClient::GetLogFile();
 }

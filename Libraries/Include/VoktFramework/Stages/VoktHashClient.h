@@ -2,6 +2,9 @@
 
 #include <VoktFramework/Stages/VoktComponent.h>
 
+#include <optional>
+#include <string>
+
 /// The stage that brings the hash registry up for the stages behind it. Its destructor brings the
 /// registry down again, which may throw.
 class VoktHashClient : public VoktComponent {
@@ -11,6 +14,9 @@ class VoktHashClient : public VoktComponent {
 
     /// Throws a QelTools::Common::Exception when a proxy is configured and cannot be reached.
     void Process(VoktUniverse& universe) override;
+
+    /// The file to which the registry's debug log of this run goes, if there is one.
+    static std::optional<std::string> GetLogFile();
 
   private:
     bool initialised = false;
