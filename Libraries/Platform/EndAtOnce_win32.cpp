@@ -1,7 +1,7 @@
 #include "EndAtOnce.h"
 #include "EndingEvents_win32.h"
-
-#include <windows.h>
+#include "FinalOutput_win32.h"
+#include "HandleIo_win32.h"
 
 #include <cstdlib>
 #include <cstring>
@@ -11,9 +11,7 @@ namespace Platform {
 void EndAtOnce(StandardStream stream, const char* words) {
     RemoveUnfinishedFiles();
     const bool isOutput = stream == StandardStream::kOutput;
-    DWORD written = 0;
-    WriteFile(GetStdHandle(isOutput ? STD_OUTPUT_HANDLE : STD_ERROR_HANDLE), words,
-              static_cast<DWORD>(std::strlen(words)), &written, nullptr);
+    WriteAll(isOutput ? FinalOutput() : GetStdHandle(STD_ERROR_HANDLE), words, std::strlen(words));
     std::_Exit(1);
 }
 

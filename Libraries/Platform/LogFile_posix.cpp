@@ -13,35 +13,20 @@
 
 namespace Platform {
 
-namespace {
-
-/// Fowler, Noll and Vo's, version 1a.
-std::uint64_t Digest(std::uint64_t digest, const char* bytes, std::size_t size) {
-    constexpr std::uint64_t kPrime = 0x100000001B3;
-    for (std::size_t i = 0; i < size; ++i)
-        digest = (digest ^ static_cast<unsigned char>(bytes[i])) * kPrime;
-    return digest;
-}
-
-constexpr std::uint64_t kNoBytes = 0xCBF29CE484222325;
-
-}  // namespace
-
 LogFile::~LogFile() {
     if (descriptor >= 0) close(descriptor);
 }
 
 int LogFile::Open(const std::string& logFile) {
     path = logFile;
-    digest = kNoBytes;
+    written = {};
     descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY, 0666);
     return descriptor >= 0 ? 0 : errno;
 }
 
 void LogFile::Write(const char* bytes, std::size_t size) {
     Fail(WriteAll(descriptor, bytes, size));
-    written += static_cast<off_t>(size);
-    digest = Digest(digest, bytes, size);
+    written.Add(bytes, size);
 }
 
 void LogFile::Fail(int error) {
@@ -52,13 +37,13 @@ bool LogFile::HoldsWhatWasWritten() const {
     const int reading = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
     // Whoever may only write it has seen its size.
     if (reading < 0) return true;
-    std::uint64_t found = kNoBytes;
+    ContentDigest found;
     char buffer[65536];
     ssize_t count;
     while ((count = ReadSome(reading, buffer, sizeof buffer)) > 0)
-        found = Digest(found, buffer, static_cast<std::size_t>(count));
+        found.Add(buffer, static_cast<std::size_t>(count));
     close(reading);
-    return count == 0 && found == digest;
+    return count == 0 && found == written;
 }
 
 std::string LogFile::LookAtName() const {
@@ -70,7 +55,8 @@ std::string LogFile::LookAtName() const {
         return errno == ENOENT ? "it was moved or removed" : ErrorText(errno);
     if (named.st_dev != opened.st_dev || named.st_ino != opened.st_ino)
         return "another file has taken its name";
-    const bool isWhole = named.st_size == written && HoldsWhatWasWritten();
+    const bool isWhole =
+        static_cast<std::uint64_t>(named.st_size) == written.GetSize() && HoldsWhatWasWritten();
     return isWhole ? std::string() : "something else was written into it";
 }
 

@@ -1,9 +1,7 @@
 #pragma once
 
-#include <sys/types.h>
+#include "ContentDigest.h"
 
-#include <cstddef>
-#include <cstdint>
 #include <string>
 
 namespace Platform {
@@ -36,8 +34,7 @@ class LogFile {
     std::string path;
     int descriptor = -1;
     int firstError = 0;
-    off_t written = 0;
-    std::uint64_t digest = 0;
+    ContentDigest written;
 };
 
 }  // namespace Platform

@@ -2,7 +2,9 @@
 #include <Platform/OutputCapture.h>
 
 #include "ErrorNumber_win32.h"
+#include "FinalOutput_win32.h"
 #include "HandleIo_win32.h"
+#include "LogFile_win32.h"
 #include "OwnedHandle_win32.h"
 
 #include <fcntl.h>
@@ -28,8 +30,7 @@ struct OutputCapture::Copy {
     void Run();
     static DWORD WINAPI RunThread(void* copy);
 
-    OwnedHandle log;
-    int logError = 0;  // the first; the thread's until it has ended
+    LogFile log;  // the thread's until it has ended
     int pipeRead = -1;
     int pipeWrite = -1;
     int savedOutput = -1;
@@ -91,11 +92,13 @@ void OutputCapture::Copy::Run() {
     char buffer[kPipeSize];
     for (;;) {
         DWORD count = 0;
-        if (!ReadFile(source, buffer, sizeof buffer, &count, nullptr)) break;
+        if (!ReadFile(source, buffer, sizeof buffer, &count, nullptr)) {
+            if (GetLastError() != ERROR_BROKEN_PIPE) log.Fail(LastErrorNumber());
+            break;
+        }
         // Nobody listening any more is no reason to lose the log, nor to leave the pipe to fill up.
         outputTakesMore = outputTakesMore && WriteAll(output, buffer, count) == 0;
-        const int error = WriteAll(log.Get(), buffer, count);
-        if (logError == 0) logError = error;
+        log.Write(buffer, count);
     }
 }
 
@@ -117,10 +120,7 @@ OutputCapture::StartResult OutputCapture::NotStarted(int error) {
 
 OutputCapture::StartResult OutputCapture::Start(const std::string& logFile) {
     const auto starting = std::make_shared<Copy>();
-    starting->log.Reset(CreateFileA(logFile.c_str(), GENERIC_WRITE,
-                                    FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, CREATE_ALWAYS,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr));
-    if (!starting->log.IsValid()) return StartResult::kLogNotOpened;
+    if (!starting->log.Open(logFile)) return StartResult::kLogNotOpened;
 
     FlushStandardOutput();
     ForgetRefusedOutput();
@@ -133,6 +133,7 @@ OutputCapture::StartResult OutputCapture::Start(const std::string& logFile) {
         WaitForSingleObject(starting->thread.Get(), INFINITE);
         return NotStarted(redirectionError);
     }
+    SetFinalOutput(HandleOf(starting->savedOutput));
     copy = starting;
     return StartResult::kStarted;
 }
@@ -142,12 +143,15 @@ bool OutputCapture::Stop(std::chrono::milliseconds wait) {
     const std::shared_ptr<Copy> stopping = std::move(copy);
     copy = nullptr;
     FlushStandardOutput();
+    const bool hasRefused = std::cout.fail() || std::ferror(stdout) != 0;
+    SetFinalOutput(nullptr);
     // Descriptor 1 is the pipe's last writing end: giving it back is what lets the thread come to
     // the pipe's end.
     _dup2(stopping->savedOutput, kStandardOutput);
     const HANDLE thread = stopping->thread.Get();
     if (WaitForSingleObject(thread, static_cast<DWORD>(wait.count())) == WAIT_OBJECT_0) {
-        if (stopping->logError != 0) logFault = ErrorText(stopping->logError);
+        logFault = stopping->log.Close();
+        if (logFault.empty() && hasRefused) logFault = "a part of the output never came there";
         return true;
     }
     TerminateThread(thread, kTerminated);

@@ -1,9 +1,11 @@
 #include <Platform/LackOfMemory.h>
+#include <Platform/OutputCapture.h>
 #include <Platform/UnfinishedFile.h>
 
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+#include <io.h>
 #include <stdlib.h>
 
 #include <exception>
@@ -42,6 +44,20 @@ TEST_F(LackOfMemoryDeathTest, AnExceptionThatSaysSoIsOne) {
 TEST_F(LackOfMemoryDeathTest, AnyOtherExceptionEndsAsEver) {
     EXPECT_EXIT(EndIn([] { throw std::runtime_error("what it says"); }), ExitedWithCode(kAborted),
                 "what it says");
+}
+
+TEST_F(LackOfMemoryDeathTest, TheWordsPassAStandardOutputThatIsCaptured) {
+    const TemporaryFolder folder;
+    const auto end = [&folder] {
+        // What is looked at here is what comes to standard error.
+        _dup2(2, 1);
+        Platform::OutputCapture capture;
+        if (capture.Start(folder.Path("log")) != Platform::OutputCapture::StartResult::kStarted)
+            _exit(98);
+        const Platform::EndWhereMemoryDoes ending(Platform::StandardStream::kOutput, "the words\n");
+        std::terminate();
+    };
+    EXPECT_EXIT(end(), ExitedWithCode(1), "the words");
 }
 
 TEST_F(LackOfMemoryDeathTest, WhatIsUnfinishedGoes) {

@@ -10,6 +10,7 @@
 #include <windows.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <iostream>
 #include <set>
 #include <thread>
@@ -124,6 +125,81 @@ TEST(OutputCapture, ALogThatCannotBeOpenedChangesNothing) {
     EXPECT_EQ(capture.Start(folder.Path("no/such/folder/log")), Result::kLogNotOpened);
     EXPECT_TRUE(capture.Stop());
     EXPECT_EQ(OpenDescriptors(), descriptors);
+}
+
+TEST(OutputCapture, AFurtherStreamOfAFileIsNoLog) {
+    const TemporaryFolder folder;
+    OutputCapture capture;
+    EXPECT_EQ(capture.Start(folder.Path("log:x")), Result::kLogNotOpened);
+    EXPECT_FALSE(std::filesystem::exists(folder.Path("log")));
+}
+
+/// The fault of a log of "a line" into which something else comes in the place of `position`.
+std::string FaultOfLogWith(const std::string& text, LONG position) {
+    const TemporaryFolder folder;
+    OutputCapture capture;
+    EXPECT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+    std::cout << "a line" << std::endl;
+    for (int i = 0; i < 5000 && folder.ReadFile("log").empty(); ++i)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    const HANDLE other =
+        CreateFileA(folder.Path("log").c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
+                    nullptr, OPEN_EXISTING, 0, nullptr);
+    SetFilePointer(other, position, nullptr, FILE_BEGIN);
+    DWORD written = 0;
+    EXPECT_TRUE(WriteFile(other, text.data(), static_cast<DWORD>(text.size()), &written, nullptr));
+    CloseHandle(other);
+    EXPECT_TRUE(capture.Stop());
+    return capture.GetLogFault();
+}
+
+TEST(OutputCapture, ALogThatHoldsSomethingElseIsTold) {
+    const std::string fault = "something else was written into it";
+    EXPECT_EQ(FaultOfLogWith("a l", 0), "");
+    EXPECT_EQ(FaultOfLogWith("b", 0), fault);
+    EXPECT_EQ(FaultOfLogWith("more", 100), fault);
+}
+
+TEST(OutputCapture, AFileThatIsLogAndStandardOutputIsNoWholeLog) {
+    const TemporaryFolder folder;
+    const int file = OpenForWriting(folder.Path("log"), _O_TEXT);
+    OutputCapture capture;
+    {
+        const StandardOutput output(file);
+        std::cout << "a banner" << std::endl;
+        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+        std::cout << "a line" << std::endl;
+        EXPECT_TRUE(capture.Stop());
+    }
+    _close(file);
+    EXPECT_EQ(capture.GetLogFault(), "something else was written into it");
+}
+
+TEST(OutputCapture, ADeviceHoldsNothingToLookAt) {
+    OutputCapture capture;
+    ASSERT_EQ(capture.Start("NUL"), Result::kStarted);
+    std::cout << "a line" << std::endl;
+    EXPECT_TRUE(capture.Stop());
+    EXPECT_EQ(capture.GetLogFault(), "");
+}
+
+TEST(OutputCapture, WhatIsRefusedOnItsWayToTheLogIsTold) {
+    const TemporaryFolder folder;
+    const int file = OpenForWriting(folder.Path("out"), _O_TEXT);
+    OutputCapture capture;
+    {
+        const StandardOutput output(file);
+        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
+        std::cout << "a line" << std::endl;
+        const int readable = _open("NUL", _O_RDONLY);
+        _dup2(readable, 1);
+        _close(readable);
+        std::cout << "another" << std::endl;
+        EXPECT_TRUE(capture.Stop());
+    }
+    _close(file);
+    EXPECT_EQ(folder.ReadFile("log"), "a line\r\n");
+    EXPECT_EQ(capture.GetLogFault(), "a part of the output never came there");
 }
 
 TEST(OutputCapture, NoDescriptorIsLeftBehindAndChildrenInheritNone) {

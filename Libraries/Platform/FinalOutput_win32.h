@@ -1,0 +1,14 @@
+#pragma once
+
+#include <windows.h>
+
+namespace Platform {
+
+/// What standard output leads to in the end: its own handle, or while a capture stands between, the
+/// one that the capture keeps.
+HANDLE FinalOutput();
+
+/// What the capture keeps; null when it ends.
+void SetFinalOutput(HANDLE handle);
+
+}  // namespace Platform

@@ -1,0 +1,52 @@
+#include "LogFile_win32.h"
+
+#include <Platform/ErrorText.h>
+
+#include "FileName_win32.h"
+#include "HandleIo_win32.h"
+
+namespace Platform {
+
+bool LogFile::Open(const std::string& logFile) {
+    if (NamesStream(logFile)) return false;
+    path = logFile;
+    file.Reset(CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                           CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    return file.IsValid();
+}
+
+void LogFile::Write(const char* bytes, std::size_t size) {
+    Fail(WriteAll(file.Get(), bytes, size));
+    written.Add(bytes, size);
+}
+
+void LogFile::Fail(int error) {
+    if (firstError == 0) firstError = error;
+}
+
+bool LogFile::HoldsWhatWasWritten() const {
+    LARGE_INTEGER size;
+    if (GetFileType(file.Get()) != FILE_TYPE_DISK || !GetFileSizeEx(file.Get(), &size)) return true;
+    if (static_cast<std::uint64_t>(size.QuadPart) != written.GetSize()) return false;
+    const OwnedHandle reading(CreateFileA(path.c_str(), GENERIC_READ,
+                                          FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                          nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
+    // Whoever may only write it has seen its size.
+    if (!reading.IsValid()) return true;
+    ContentDigest found;
+    char buffer[65536];
+    DWORD count = 0;
+    bool isRead;
+    while ((isRead = ReadFile(reading.Get(), buffer, sizeof buffer, &count, nullptr)) && count > 0)
+        found.Add(buffer, count);
+    return isRead && found == written;
+}
+
+std::string LogFile::Close() {
+    const bool isWhole = HoldsWhatWasWritten();
+    file.Reset();
+    if (firstError != 0) return ErrorText(firstError);
+    return isWhole ? std::string() : "something else was written into it";
+}
+
+}  // namespace Platform
