@@ -2,6 +2,8 @@
 
 #include "FailureText.h"
 
+#include <algorithm>
+#include <iterator>
 #include <optional>
 #include <string_view>
 
@@ -24,6 +26,14 @@ constexpr std::string_view kNeverBehindBackslash = "#:$";
 /// In front of one, a dollar begins what a Makefile that expands names a second time runs.
 constexpr std::string_view kNeverBehindDollar = "({";
 
+/// One of these, or one behind another, is the name of a built-in rule of Make's: where no file is
+/// called so, Make runs the rule.
+constexpr std::string_view kMakesSuffixes[] = {
+    ".out",     ".a",    ".ln",     ".o",   ".c",   ".cc",  ".C",    ".cpp", ".p",
+    ".f",       ".F",    ".m",      ".r",   ".y",   ".l",   ".ym",   ".yl",  ".lm",
+    ".s",       ".S",    ".mod",    ".sym", ".def", ".h",   ".info", ".dvi", ".tex",
+    ".texinfo", ".texi", ".txinfo", ".w",   ".ch",  ".web", ".sh",   ".elc", ".el"};
+
 bool IsControl(char c) {
     return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
 }
@@ -32,12 +42,41 @@ std::string CharacterText(char c) {
     return IsControl(c) ? ReadableName({&c, 1}) : std::string("'") + c + "'";
 }
 
+/// The name as Make knows it, which takes off each ./ at the front.
+std::string_view NameForMake(std::string_view name) {
+    while (name.size() > 2 && (name.starts_with("./") || name.starts_with(".\\")))
+        name.remove_prefix(std::min(name.find_first_not_of("/\\", 1), name.size()));
+    return name;
+}
+
 /// The first two begin a variable in front of what a target depends on; a dot and capitals name
 /// what Make is to do.
-bool IsWordOfMake(const std::string& name) {
+bool IsWordOfMake(std::string_view name) {
     if (name == "define" || name == "undefine") return true;
     return name.size() > 1 && name.front() == '.' &&
-           name.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ_", 1) == std::string::npos;
+           name.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ_", 1) == std::string_view::npos;
+}
+
+bool IsRuleOfMake(std::string_view name) {
+    const auto isSuffix = [](std::string_view text) {
+        return std::find(std::begin(kMakesSuffixes), std::end(kMakesSuffixes), text) !=
+               std::end(kMakesSuffixes);
+    };
+    if (!name.starts_with('.')) return false;
+    const std::size_t second = std::min(name.find('.', 1), name.size());
+    return isSuffix(name.substr(0, second)) &&
+           (second == name.size() || isSuffix(name.substr(second)));
+}
+
+/// Why Make takes a name of innocent characters for something else.
+std::optional<std::string> FaultForMake(std::string_view name) {
+    if (name.empty()) return "it is empty";
+    if (kNeverFirst.find(name.front()) != std::string_view::npos)
+        return "it starts with the character " + CharacterText(name.front());
+    if (name.starts_with("-l")) return "it starts with -l, as a library does";
+    if (IsWordOfMake(name)) return "it is a word of Make's";
+    if (IsRuleOfMake(name)) return "it is a rule of Make's";
+    return std::nullopt;
 }
 
 /// Why no rule holds a name; nothing for one that Make and Ninja see as it is.
@@ -54,14 +93,9 @@ std::optional<std::string> FaultOf(const std::string& name, bool isTarget) {
         if (i > 0 && name[i - 1] == '$' && isOneOf(kNeverBehindDollar, c))
             return "it has the character " + CharacterText(c) + " behind a dollar";
     }
-    if (name.empty()) return "it is empty";
-    if (isOneOf(kNeverFirst, name.front()))
-        return "it starts with the character " + CharacterText(name.front());
-    if (isOneOf(kNeverLast, name.back()))
+    if (!name.empty() && isOneOf(kNeverLast, name.back()))
         return "it ends with the character " + CharacterText(name.back());
-    if (name.starts_with("-l")) return "it starts with -l, as a library does";
-    if (IsWordOfMake(name)) return "it is a word of Make's";
-    return std::nullopt;
+    return FaultForMake(NameForMake(name));
 }
 
 /// A name in a rule. A blank is marked by a backslash, and backslashes in front of one are doubled;

@@ -5,6 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdlib>
+#include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -12,14 +14,16 @@ namespace {
 
 /// Names that Make and Ninja see as they are.
 const std::vector<std::string> kTaken = {
-    "plain.dds", "two words", "a  b",    " b",       "c#1",        "#",       "c$1",
-    "$x)y",      "$",         "x:y",     "c:/x y/z", ":b",         "a: b",    "a\\b",
-    "a\\ b",     "a\\\\ b",   "\\b",     "a~",       "x/~y",       "x ~y",    "tex (2).dds",
-    "(b).x",     "a(b",       "(c",      "a!b",      "a,b",        "{a,b}",   "a]b",
-    "a@b",       "+b",        "-b",      "a%b",      "B\xC3\xA4r", "export",  "include",
-    "a define",  "-Lx",       "x/-l",    ".P1",      ".Phony",     "a.PHONY", "a$",
-    "x/define",  "../lib",    ".hidden", "\xE4.dds", "undefined",  "/abs/x",  "c) d",
-    "a\\xb",     "a# b",      "ifdef",   "private",  "define x",   "override"};
+    "plain.dds", "two words", "a  b",    " b",       "c#1",        "#",        "c$1",
+    "$x)y",      "$",         "x:y",     "c:/x y/z", ":b",         "a: b",     "a\\b",
+    "a\\ b",     "a\\\\ b",   "\\b",     "a~",       "x/~y",       "x ~y",     "tex (2).dds",
+    "(b).x",     "a(b",       "(c",      "a!b",      "a,b",        "{a,b}",    "a]b",
+    "a@b",       "+b",        "-b",      "a%b",      "B\xC3\xA4r", "export",   "include",
+    "a define",  "-Lx",       "x/-l",    ".P1",      ".Phony",     "a.PHONY",  "a$",
+    "x/define",  "../lib",    ".hidden", "\xE4.dds", "undefined",  "/abs/x",   "c) d",
+    "a\\xb",     "a# b",      "ifdef",   "private",  "define x",   "override", ".cache",
+    "a.c",       "x/.c",      ".c.",     ".c.x",     ".x.c",       ".c.c.c",   "..c",
+    ".sh~"};
 
 constexpr const char* kNoMakeAndNinja = "left out: Make and Ninja are not both here";
 
@@ -58,6 +62,9 @@ const Refused kRefused[] = {{"s2.qeli;id>pwned", "it has the character ';'"},
                             {"-lm", "it starts with -l, as a library does"},
                             {".PHONY", "it is a word of Make's"},
                             {".SECONDARY_Z", "it is a word of Make's"},
+                            {".sh", "it is a rule of Make's"},
+                            {".c.o", "it is a rule of Make's"},
+                            {".lm.m", "it is a rule of Make's"},
                             {"define", "it is a word of Make's"},
                             {"undefine", "it is a word of Make's"},
                             {"b\\", "it ends with the character '\\'"}};
@@ -146,6 +153,19 @@ TEST_F(QeliDependencyFile, ANameThatMakeOrNinjaTakesForSomethingElseIsRefusedAsA
     ExpectRefusal(Run("\x7F"), words + "\\x7F': it has the character \\x7F\n");
 }
 
+TEST_F(QeliDependencyFile, NothingIsHiddenByADotAndASlashInFrontOfIt) {
+    WriteDocument({});
+    const Refused refusals[] = {{"././/.PHONY", "it is a word of Make's"},
+                                {"./.y.c", "it is a rule of Make's"},
+                                {".///./.sh", "it is a rule of Make's"},
+                                {"./~root/x", "it starts with the character '~'"},
+                                {".//-lm", "it starts with -l, as a library does"}};
+    for (const Refused& refused : refusals)
+        ExpectRefusal(Run(refused.name),
+                      "a.qeli: error: A rule for Make and Ninja cannot hold the target '" +
+                          std::string(refused.name) + "': " + refused.fault + "\n");
+}
+
 TEST_F(QeliDependencyFile, SuchANameIsRefusedAsOneThatTheDocumentLists) {
     const std::string words =
         "a.qeli: error: A rule for Make and Ninja cannot hold the file name '";
@@ -171,6 +191,27 @@ TEST_F(QeliDependencyFile, SuchANameIsRefusedAsTheDocumentsOwn) {
     }
     folder.WriteFile("a\nb", Document("<scene/>"));
     ExpectRefusal(Run("t", "a\nb"), "a\nb" + words + "a\\x0Ab': it has the character \\x0A\n");
+}
+
+TEST_F(QeliDependencyFile, NoNameIsThatOfARuleWhichMakeHas) {
+    if (!HasMakeAndNinja()) GTEST_SKIP() << kNoMakeAndNinja;
+    Shell("make -p -f /dev/null >database 2>errors");
+    std::istringstream database(folder.ReadFile("database"));
+    std::set<std::string> names;
+    for (std::string line; std::getline(database, line);)
+        if (line.starts_with("SUFFIXES := ")) {
+            std::istringstream suffixes(line.substr(12));
+            for (std::string suffix; suffixes >> suffix;) names.insert(suffix);
+        } else if (line.starts_with('.') && line.ends_with(':')) {
+            names.insert(line.substr(0, line.size() - 1));
+        }
+    EXPECT_GT(names.size(), 60u);
+    for (const std::string& name : names) {
+        EXPECT_EQ(Run(name).status, 1) << name;
+        folder.WriteFile(name, Document("<scene/>"));
+        EXPECT_EQ(Run("t", name).status, 1) << name;
+        EXPECT_FALSE(folder.Has("a.d")) << name;
+    }
 }
 
 TEST_F(QeliDependencyFile, ARefusalLeavesTheDependencyFileAsItWas) {
