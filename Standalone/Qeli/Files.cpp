@@ -39,6 +39,8 @@ void WriteDependencyFile(const std::string& path, const std::string& out,
     const std::string text = DependencyFileText(target, path, files);
     if (Platform::LeadToOneFile(path, out))
         throw DocumentFailure({out}, "The dependency file would replace the document");
+    if (Platform::LeadToOneFile(target, out))
+        throw DocumentFailure({out}, "The dependency file would replace the target");
     for (const std::string& file : files)
         if (Platform::LeadToOneFile(file, out))
             throw DocumentFailure({out}, "The dependency file would replace a file that it lists");

@@ -145,6 +145,19 @@ TEST_F(QeliFiles, TheDependencyFileNeverReplacesAFileThatItLists) {
     EXPECT_FALSE(folder.Has("art/cost$#1.qeli"));
 }
 
+TEST_F(QeliFiles, TheDependencyFileNeverReplacesTheTarget) {
+    folder.WriteFile("hero.bin", "skeleton");
+    for (const std::string out : {"./hero.bin", "art/../new.bin"}) {
+        const std::string target = std::filesystem::path(out).filename().string();
+        const ProgramResult run =
+            Run({"files", "art/hero.qeli", "--depfile", out, "--target", target});
+        EXPECT_EQ(run.status, 1);
+        EXPECT_EQ(run.errors, out + ": error: The dependency file would replace the target\n");
+    }
+    EXPECT_EQ(folder.ReadFile("hero.bin"), "skeleton");
+    EXPECT_FALSE(folder.Has("new.bin"));
+}
+
 TEST_F(QeliFiles, ADependencyFileThatCannotBeWrittenIsNamed) {
     const ProgramResult run =
         Run({"files", "art/hero.qeli", "--depfile", "none/hero.d", "--target", "hero.bin"});
