@@ -22,6 +22,13 @@ namespace {
 constexpr std::size_t kFreeBytes = 64u << 20;
 constexpr std::size_t kMostGrowth = 32;
 
+/// Why a document of few bytes would be written with more than `limit`.
+const char* CauseOfGrowth(std::size_t addedToFileNames, std::size_t limit) {
+    if (addedToFileNames > limit / 2)
+        return "its file names are written as they lead from the new place, and these are too long";
+    return "its links are written with the whole paths of their targets, and these are too long";
+}
+
 LostSigns CheckWritten(VokWorld& world, const OutputFile& file, const std::string& out) {
     VokWorld readBack;
     try {
@@ -51,7 +58,8 @@ void Convert(const std::string& in, const std::string& out) {
     OutputFile file(out);
     LostSigns lost;
     try {
-        if (OutputFile::IsKept(out)) MoveDocument(world, in, out);
+        const std::size_t addedToFileNames =
+            OutputFile::IsKept(out) ? MoveDocument(world, in, out) : 0;
         LimitedBuffer buffer(*file.GetStream().rdbuf(), kFreeBytes + kMostGrowth * documentBytes);
         std::ostream limited(&buffer);
         VokDocumentFile document(limited);
@@ -59,9 +67,8 @@ void Convert(const std::string& in, const std::string& out) {
         document.WriteRaw("\n");
         if (buffer.IsExceeded())
             throw DocumentFailure({in}, "The document would be written with more than " +
-                                            std::to_string(buffer.GetLimit()) +
-                                            " bytes: its links are written with the whole paths "
-                                            "of their targets, and these are too long");
+                                            std::to_string(buffer.GetLimit()) + " bytes: " +
+                                            CauseOfGrowth(addedToFileNames, buffer.GetLimit()));
         if (!limited) file.GetStream().setstate(std::ios_base::badbit);
         file.Finish();
         lost = CheckWritten(world, file, out);

@@ -69,12 +69,15 @@ class MoveNames : public VokUpdateDependencies {
     void Translate(std::string& out, const std::string& name, const VokObj* object) override {
         try {
             out = Move(name);
+            added += out.size() > name.size() ? out.size() - name.size() : 0;
         } catch (const std::exception& failure) {
             ThrowVokException("The file name \"" + name + "\" cannot be written relative to \"" +
                                   to + "\": " + failure.what(),
                               object);
         }
     }
+
+    std::size_t GetAdded() const { return added; }
 
   private:
     std::string Move(const std::string& name) const {
@@ -99,6 +102,7 @@ class MoveNames : public VokUpdateDependencies {
 
     std::string from;
     std::string to;
+    std::size_t added = 0;  // characters
 };
 
 /// Names that are relative to a document are not to be rewritten from a place that is not known.
@@ -129,12 +133,11 @@ std::vector<std::string> DependedFiles(const VokWorld& world, const std::string&
     return files;
 }
 
-void MoveDocument(VokWorld& world, const std::string& oldPath, const std::string& newPath) {
+std::size_t MoveDocument(VokWorld& world, const std::string& oldPath, const std::string& newPath) {
     const std::string from = FullName(oldPath, "");
     const std::string to = FullName(newPath, "The file cannot be written: ");
-    if (!StandInOneFolder(from, to)) {
-        MoveNames names(from, to);
-        RewriteDependencies(world, names);
-    }
+    MoveNames names(from, to);
+    if (!StandInOneFolder(from, to)) RewriteDependencies(world, names);
     world.SetFilename(to);
+    return names.GetAdded();
 }

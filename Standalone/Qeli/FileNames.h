@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,7 @@ std::vector<std::string> DependedFiles(const VokWorld& world, const std::string&
 
 /// Makes `newPath` the name of the document that was loaded from `oldPath` and rewrites its
 /// relative file names so that they lead to the same files from there. In the same folder every
-/// name stays as it is. Throws a VokException for a name that cannot be rewritten, a
-/// DocumentFailure where `newPath` has no full name.
-void MoveDocument(VokWorld& world, const std::string& oldPath, const std::string& newPath);
+/// name stays as it is. Returns the characters by which the names became longer. Throws a
+/// VokException for a name that cannot be rewritten, a DocumentFailure where `newPath` has no full
+/// name.
+std::size_t MoveDocument(VokWorld& world, const std::string& oldPath, const std::string& newPath);

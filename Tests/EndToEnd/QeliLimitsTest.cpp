@@ -1,7 +1,9 @@
 #include "EndToEnd/ProgramRun.h"
+#include "Support/ThisSystem.h"
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <string>
 
 namespace {
@@ -40,6 +42,25 @@ TEST_F(QeliLimits, ShortLinksThroughALongNameDoNotFillTheDisk) {
                   " bytes: its links are written with the whole paths of their targets, and these "
                   "are too long\n");
     EXPECT_EQ(folder.ReadFile("out.qeli"), "old");
+}
+
+TEST_F(QeliLimits, ShortFileNamesInAFolderWithALongNameDoNotEither) {
+    if (kIsWindows) GTEST_SKIP() << "left out: no folder has so long a name here";
+    std::string deep;
+    while (deep.size() < 3800) deep += std::string(200, 'd') + "/";
+    std::filesystem::create_directories(folder.GetPath() / deep);
+    const std::string in = deep + "in.qeli";
+    const std::string document =
+        Document("<scene/>" + Repeat("<reference name=\"\" uri=\"x\" namespace=\"\"/>", 30000));
+    folder.WriteFile(in, document);
+    const ProgramResult run = folder.Run("qeli", {"convert", in, "out.qeli"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors,
+              in + ": error: The document would be written with more than " +
+                  std::to_string((64u << 20) + 32 * document.size()) +
+                  " bytes: its file names are written as they lead from the new place, and these "
+                  "are too long\n");
+    EXPECT_FALSE(folder.Has("out.qeli"));
 }
 
 /// Links of few bytes to a target behind a name of `nameSize`; written, they name the whole path. A
