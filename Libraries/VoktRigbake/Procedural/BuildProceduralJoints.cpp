@@ -108,6 +108,8 @@ std::unique_ptr<ProceduralJoints> BuildProceduralJoints(const ProceduralOptions&
     ItemBuilder builder(scene, skeleton.index, *procedural);
     for (const Stage& stage : stages) builder.AddStage(stage);
     if (procedural->items.empty()) return nullptr;
+    for (ProceduralItem& item : procedural->items)
+        if (auto* keys = std::get_if<DrivenKeys>(&item)) keys->MoveOutputs();
     procedural->externalInputs.Sort();
     procedural->externalOutputs.Sort();
     return procedural;

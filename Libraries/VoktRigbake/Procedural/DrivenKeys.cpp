@@ -1,5 +1,7 @@
 #include <VoktRigbake/Procedural/DrivenKeys.h>
 
+#include "Procedural/MoveAlong.h"
+
 #include <AnimUtil/Animation/CompressionFilter.h>
 #include <AnimUtil/Animation/VokAnimUtil.h>
 #include <QelTools/Exception.h>
@@ -53,6 +55,11 @@ std::vector<DrivenKey> CopyKeys(const VokAnimChannel& channel) {
     return keys;
 }
 
+DrivenOutput MakeOutput(const VokObj* object, const ChannelReference& reference) {
+    return {object, reference.type, reference.channelHash, reference.component, reference.index,
+            {}};
+}
+
 DrivenCurve MakeCurve(const VokAnimChannel& channel, const VokObj* inputObject,
                       const ChannelReference& input) {
     DrivenCurve curve;
@@ -99,38 +106,50 @@ DrivenOutput& DrivenKeys::FindOrAddOutput(const VokObj* object, const ChannelRef
     const auto [place, isNew] =
         outputPlaces.try_emplace({object, reference.channelHash}, outputs.end());
     if (isNew) {
-        place->second = outputs.insert(outputs.end(), {object,
-                                                       reference.type,
-                                                       reference.channelHash,
-                                                       reference.component,
-                                                       reference.index,
-                                                       {}});
-        if (ExactCast<VokBlend>(object) != nullptr) outputsOnBlends.push_back(place->second);
+        place->second = outputs.insert(outputs.end(), MakeOutput(object, reference));
+        if (const auto* blend = ExactCast<VokBlend>(object)) {
+            outputsOnBlends.push_back(place->second);
+            reachedBlends.push_back(blend);
+        }
     }
     return *place->second;
 }
 
 void DrivenKeys::ApplyBlends(const SkeletonIndex& skeleton, ProceduralJoints& procedural) {
-    const std::vector<OutputPlace> folding = std::exchange(outputsOnBlends, {});
-    std::unordered_map<const VokBlend*, OutputPlace> firstOutputs;
-    for (const OutputPlace output : folding) {
-        const auto* blend = ExactCast<VokBlend>(output->object);
-        const auto [first, isNew] = firstOutputs.try_emplace(blend, output);
-        if (isNew) {
-            const VokObj* target = blend->target.FindTarget();
-            const ChannelReference reference =
-                Resolve(blend->channel, target, skeleton, procedural, false);
-            *output = {target,
-                       reference.type,
-                       reference.channelHash,
-                       reference.component,
-                       reference.index,
-                       std::move(output->curves)};
-            if (ExactCast<VokBlend>(target) != nullptr) outputsOnBlends.push_back(output);
-        } else {
-            std::move(output->curves.begin(), output->curves.end(),
-                      std::back_inserter(first->second->curves));
-            outputs.erase(output);
-        }
+    ++blendStepCount;
+    // An output on a blend that another has left goes the same way behind it and meets nothing new.
+    for (const VokBlend* blend : std::exchange(reachedBlends, {})) {
+        if (!blendPlaces.try_emplace(blend, blendTargets.size()).second) continue;
+        const VokObj* target = blend->target.FindTarget();
+        blendTargets.push_back(
+            MakeOutput(target, Resolve(blend->channel, target, skeleton, procedural, false)));
+        if (const auto* further = ExactCast<VokBlend>(target)) reachedBlends.push_back(further);
     }
+}
+
+void DrivenKeys::MoveOutputs() {
+    if (blendStepCount == 0) return;
+    std::vector<std::size_t> next;
+    for (const DrivenOutput& target : blendTargets) next.push_back(FindBlend(target.object));
+    std::vector<std::size_t> starts;
+    for (const OutputPlace output : outputsOnBlends) starts.push_back(FindBlend(output->object));
+    const std::vector<Move> moves = MoveAlong(next, starts, std::exchange(blendStepCount, 0));
+
+    const std::vector<OutputPlace> moved = std::exchange(outputsOnBlends, {});
+    for (std::size_t i = 0; i < moved.size(); ++i) {
+        if (moves[i].lastNode == kNone) continue;
+        DrivenOutput output = blendTargets[moves[i].lastNode];
+        for (const std::size_t mover : moves[i].movers)
+            std::move(moved[mover]->curves.begin(), moved[mover]->curves.end(),
+                      std::back_inserter(output.curves));
+        *moved[i] = std::move(output);
+        if (ExactCast<VokBlend>(moved[i]->object) != nullptr) outputsOnBlends.push_back(moved[i]);
+    }
+    for (std::size_t i = 0; i < moved.size(); ++i)
+        if (moves[i].lastNode == kNone) outputs.erase(moved[i]);
+}
+
+std::size_t DrivenKeys::FindBlend(const VokObj* object) const {
+    const auto found = blendPlaces.find(object);
+    return found == blendPlaces.end() ? kNone : found->second;
 }

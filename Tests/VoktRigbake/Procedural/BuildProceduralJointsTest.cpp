@@ -274,6 +274,26 @@ TEST(ProceduralJoints, BlendFoldsItsDrivenChannels) {
         << "the blend's inputs stay in the table";
 }
 
+TEST(ProceduralJoints, AChainOfBlendsTakesTimeInProportionToItsLength) {
+    // At each of the stages every output goes on by one blend: step by step half a thousand million
+    // moves, many minutes, far past the limit of a test.
+    constexpr int kLength = 30000;
+    std::string body = kJoints;
+    for (int i = 0; i < kLength; ++i) {
+        const std::string blend = "m" + std::to_string(i);
+        const std::string target = i == 0 ? Joint("a") : "|m" + std::to_string(i - 1);
+        body += "<blend name=\"" + blend + "\" target=\"" + target + "\" channel=\"rotateX\"/>" +
+                DrivenAnim("|" + blend, "input", "||root|b", "rotateX");
+    }
+    RigScene rig(body);
+    const auto procedural = rig.Build();
+    ASSERT_EQ(KindsOf(procedural.get()), "D");
+    const auto& outputs = std::get<DrivenKeys>(procedural->items[0]).GetOutputs();
+    EXPECT_EQ(outputs.size(), static_cast<std::size_t>(kLength));
+    const VokJoint* target = &rig.Get<VokJoint>("a");
+    for (const DrivenOutput& output : outputs) ASSERT_EQ(output.object, target);
+}
+
 TEST(ProceduralJoints, BlendWithNothingBeforeItIsRefused) {
     EXPECT_EQ(BuildFailure(Blend("||root|a")),
               "Found an animation blend which doesn't have any preceeding update. This is not "

@@ -344,7 +344,11 @@ class DrivenBlends : public DrivenKeysTest {
     void AddOnto(const std::string& body, const std::vector<std::string>& channels) {
         Load(body);
         for (const std::string& channel : channels) Add(channel, &rig->Get<VokJoint>("b"));
-        keys.ApplyBlends(rig->index, procedural);
+        Apply();
+    }
+    void Apply(int count = 1) {
+        for (int i = 0; i < count; ++i) keys.ApplyBlends(rig->index, procedural);
+        keys.MoveOutputs();
     }
     /// "object.component:curves" for each output.
     std::vector<std::string> Outputs() const {
@@ -379,9 +383,9 @@ TEST_F(DrivenBlends, OutputOnABlendOfABlendMovesUpOneStepEachTime) {
                 DrivenAnim("|n", "in1", "", "rotateX") + DrivenAnim("|m", "in2", "", "rotateX"),
             {"in0", "in1", "in2"});
     EXPECT_EQ(Outputs(), (Texts{"m.0:2", "a.1:1"}));
-    keys.ApplyBlends(rig->index, procedural);
+    Apply();
     EXPECT_EQ(Outputs(), (Texts{"a.1:2", "a.1:1"}));
-    keys.ApplyBlends(rig->index, procedural);
+    Apply();
     EXPECT_EQ(Outputs(), (Texts{"a.1:2", "a.1:1"}));
 }
 
@@ -389,7 +393,7 @@ TEST_F(DrivenBlends, BlendWithoutATargetBecomesExternal) {
     Load(kBlends + DrivenAnim("|m", "in0", "", "rotateX"));
     Add("in0", &rig->Get<VokJoint>("b"));
     rig->Get<VokBlend>("m").target = VokObjLinkHandle(&rig->Get<VokBlend>("m"));
-    keys.ApplyBlends(rig->index, procedural);
+    Apply();
     EXPECT_EQ(Outputs(), Texts{"-.0:1"});
     EXPECT_EQ(Output().type, DrivenChannelType::External);
     EXPECT_TRUE(procedural.externalOutputs.Contains(NaiveHash("rotatey")));

@@ -15,6 +15,7 @@ namespace Biff {
 class CBlock;
 }
 class VokAnimChannel;
+class VokBlend;
 struct ProceduralJoints;
 
 /// The key at which a segment starts; its value is c0 + c1 d + c2 d^2 + c3 d^3 with d the distance
@@ -63,8 +64,12 @@ class DrivenKeys {
                     ProceduralJoints& procedural, const SkeletonIndex& skeleton);
 
     /// Makes of all outputs on one blend a single output on the blend's target, for every blend.
-    /// The place is that of the first of them. Channels are added before, not after.
+    /// The place is that of the first of them. Channels are added before, not after. New external
+    /// channels enter `procedural` at once, the outputs follow in MoveOutputs().
     void ApplyBlends(const SkeletonIndex& skeleton, ProceduralJoints& procedural);
+    /// Brings the outputs to where the applied blends lead. To be called when all are applied,
+    /// before what follows.
+    void MoveOutputs();
 
     /// Appends the "DK04" block; `block` stands at a multiple of 16. The external channels of
     /// `procedural` are sorted. Throws a QelTools Exception for an input that is an external
@@ -95,11 +100,17 @@ class DrivenKeys {
                   ProceduralJoints& procedural, bool isInput);
     std::int32_t FindOrAddObject(const VokObj* object);
     DrivenOutput& FindOrAddOutput(const VokObj* object, const ChannelReference& reference);
+    /// The place in `blendTargets`, or kNone.
+    std::size_t FindBlend(const VokObj* object) const;
 
     std::list<DrivenOutput> outputs;
-    std::vector<OutputPlace> outputsOnBlends;  // in their order
+    std::vector<OutputPlace> outputsOnBlends;    // in their order
+    std::size_t blendStepCount = 0;              // how often blends were applied to them
+    std::vector<const VokBlend*> reachedBlends;  // by the last of these steps, in their order
+    std::vector<DrivenOutput> blendTargets;      // of each blend that was left; they have no curves
     std::vector<const VokObj*> objects;
     // For finding alone; never walked.
     std::unordered_map<OutputKey, OutputPlace, OutputKeyHash> outputPlaces;
     std::unordered_map<const VokObj*, std::int32_t> objectPlaces;
+    std::unordered_map<const VokObj*, std::size_t> blendPlaces;  // in `blendTargets`
 };
