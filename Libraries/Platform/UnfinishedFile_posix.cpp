@@ -83,6 +83,8 @@ struct UnfinishedFile::File {
     int LookAtReplaced(const std::string& path);
     int SetPermissions();
     int CreateIn(const std::string& inFolder, mode_t mode);
+    template <class Make>
+    int MakeUnderFreshName(int attempt, Make make);
     int CreateNamed(mode_t mode);
     int OpenToOwner();
     bool TakesFreeName() const;
@@ -143,16 +145,25 @@ int UnfinishedFile::File::OpenToOwner() {
     return fchmod(descriptor, kOwnerReadsAndWrites) == 0 ? 0 : errno;
 }
 
+/// `make` makes a file of a name that is free, and gives the system's error number when it is not.
+template <class Make>
+int UnfinishedFile::File::MakeUnderFreshName(int attempt, Make make) {
+    // A signal must not remove what another has made under this name.
+    const DeferSignals untilItIsOurs;
+    named.emplace(FreshName(folder, attempt));
+    const int error = make(named->GetName().c_str());
+    if (error != 0) named.reset();
+    return error;
+}
+
 int UnfinishedFile::File::CreateNamed(mode_t mode) {
-    for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-        named.emplace(FreshName(folder, attempt));
-        name = named->GetName();
-        descriptor = open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-        if (descriptor >= 0) return 0;
-        const int error = errno;
-        named.reset();
-        if (error != EEXIST) return error;
-    }
+    const auto create = [this, mode](const char* fresh) {
+        name = fresh;
+        descriptor = open(fresh, O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+        return descriptor >= 0 ? 0 : errno;
+    };
+    for (int attempt = 0; attempt < kMostAttempts; ++attempt)
+        if (const int error = MakeUnderFreshName(attempt, create); error != EEXIST) return error;
     return EEXIST;
 }
 
@@ -171,14 +182,13 @@ int UnfinishedFile::File::CloseUnderFreeName() {
 
 /// Gives a file without a name a fresh one.
 int UnfinishedFile::File::TakeName() {
+    const auto link = [this](const char* fresh) {
+        const int result = linkat(AT_FDCWD, name.c_str(), AT_FDCWD, fresh, AT_SYMLINK_FOLLOW);
+        return result == 0 ? 0 : errno;
+    };
     for (int attempt = 0; attempt < kMostAttempts; ++attempt) {
-        named.emplace(FreshName(folder, attempt));
-        if (linkat(AT_FDCWD, name.c_str(), AT_FDCWD, named->GetName().c_str(), AT_SYMLINK_FOLLOW) ==
-            0)
-            return 0;
-        const int error = errno;
-        named.reset();
-        if (error == ENOSPC || error == EDQUOT || error == EIO) return error;
+        const int error = MakeUnderFreshName(attempt, link);
+        if (error == 0 || error == ENOSPC || error == EDQUOT || error == EIO) return error;
         if (error != EEXIST) return CopyUnderName();
     }
     return EEXIST;

@@ -8,6 +8,7 @@
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
@@ -366,6 +367,20 @@ TEST_F(UnfinishedFile, PermissionsThatForbidReadingAndWritingComeInTheEnd) {
     }
     umask(mask);
     EXPECT_EQ(ModeOf(fresh), 0u);
+}
+
+TEST_F(UnfinishedFile, ASignalDoesNotRemoveWhatAnotherMadeUnderAFreshName) {
+    folder.WriteFile("out", "old");
+    const auto replace = [this] {
+        folder.WriteFile(".unfinished-" + std::to_string(getpid()) + "-0", "of another");
+        SystemCalls calls;
+        int links = 0;
+        calls.inFrontOfLinking = [&links] { return ++links == 2 ? raise(SIGTERM) : 0; };
+        static_cast<void>(Replace(folder.Path("out")));
+    };
+    EXPECT_EXIT(replace(), testing::KilledBySignal(SIGTERM), "");
+    EXPECT_EQ(folder.ReadFile("out"), "old");
+    EXPECT_EQ(CountFiles(), 2);
 }
 
 /// Systems that make files without a name and cannot give them one.
