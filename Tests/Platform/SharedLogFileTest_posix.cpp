@@ -1,5 +1,7 @@
 #include <Platform/SharedLogFile.h>
 
+#include "Platform/LockedFile.h"
+#include "Platform/SystemCalls.h"
 #include "Support/TemporaryFolder.h"
 
 #include <fcntl.h>
@@ -8,6 +10,7 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <cerrno>
 #include <chrono>
 #include <filesystem>
 #include <thread>
@@ -41,6 +44,32 @@ TEST(SharedLogFile, AnAdditionWaitsForItsTurn) {
     close(other);
     adder.join();
     EXPECT_EQ(folder.ReadFile("log"), "mine");
+}
+
+TEST(SharedLogFile, WhoKeepsTheLockForEverIsWaitedForOnce) {
+    const TemporaryFolder folder;
+    const SharedLogFile log(folder.WriteFile("log", "before\n"), "RigbakeTestMutex");
+    const LockedFile reader(folder.Path("log"));
+    ASSERT_TRUE(reader.IsLocked());
+    SystemCalls calls;
+    long nanoseconds = 0;
+    calls.inFrontOfPausing = [&](const timespec& pause) {
+        nanoseconds += pause.tv_sec * 1'000'000'000 + pause.tv_nsec;
+        return EINTR;
+    };
+    log.Append("one\n");
+    EXPECT_EQ(nanoseconds, 500'000'000);
+    log.Append("two\n");
+    EXPECT_EQ(nanoseconds, 500'000'000);
+    EXPECT_EQ(folder.ReadFile("log"), "before\none\ntwo\n");
+}
+
+TEST(SharedLogFile, AFileSystemWithoutLocksTakesTheText) {
+    const TemporaryFolder folder;
+    SystemCalls calls;
+    calls.inFrontOfLocking = [] { return ENOLCK; };
+    SharedLogFile(folder.Path("log"), "RigbakeTestMutex").Append("text");
+    EXPECT_EQ(folder.ReadFile("log"), "text");
 }
 
 TEST(SharedLogFile, AFileThatCannotBeOpenedIsPassedOver) {

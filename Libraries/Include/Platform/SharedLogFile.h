@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <string>
 #include <string_view>
 
@@ -14,12 +15,17 @@ class SharedLogFile {
     SharedLogFile(const SharedLogFile&) = delete;
     SharedLogFile& operator=(const SharedLogFile&) = delete;
 
-    /// Adds `text` at the end, as soon as it is this process's turn. A file that cannot be opened
-    /// is passed over without a word.
+    /// Adds `text` at the end, as soon as it is this process's turn. Elsewhere than on Windows
+    /// whoever may read the file may keep its lock: this object waits for half a second of all its
+    /// life, and then adds without a turn. A file that cannot be opened is passed over without a
+    /// word.
     void Append(std::string_view text) const;
 
   private:
+    void WaitForTurn(int descriptor) const;
+
     std::string path;
+    [[maybe_unused]] mutable std::atomic<int> triesLeft = 500;  // a millisecond apart
     [[maybe_unused]] void* lock = nullptr;  // of the system, where it is a mutex
 };
 
