@@ -6,6 +6,7 @@
 #include <VokLib/Tree/ThrowVokException.h>
 
 #include "Update/EntitySizes.h"
+#include "Update/Saturating.h"
 
 #include <libxml/SAX2.h>
 #include <libxml/parserInternals.h>
@@ -49,7 +50,8 @@ struct TreeParser::Callbacks {
                       int defaultedCount, const xmlChar** attributes) {
         TreeParser& parser = Of(user);
         const bool passes = Passes(parser, [&] {
-            parser.CheckStart(spaceCount, attributeCount);
+            parser.CheckStart({*static_cast<xmlParserCtxtPtr>(user), prefix, uri, spaceCount,
+                               attributeCount, attributes});
             parser.CountAddedText(spaceCount, spaces, attributeCount, defaultedCount, attributes);
         });
         if (passes)
@@ -68,7 +70,8 @@ struct TreeParser::Callbacks {
     static xmlEntityPtr Checked(void* user, xmlEntityPtr entity) {
         if (entity == nullptr) return nullptr;
         TreeParser& parser = Of(user);
-        return Passes(parser, [&] { parser.CountEntity(entity); }) ? entity : nullptr;
+        const auto& reader = *static_cast<xmlParserCtxtPtr>(user);
+        return Passes(parser, [&] { parser.CountEntity(reader, entity); }) ? entity : nullptr;
     }
 
     /// An entity that was not replaced would vanish without an error.
@@ -129,25 +132,74 @@ TextPlace TreeParser::GetPlace() const {
     return PlaceOf(*context);
 }
 
-void TreeParser::CheckStart(int spaceCount, int attributeCount) {
-    const auto depth = static_cast<std::size_t>(std::max(context->nodeNr, 0));
-    deepest = std::max(deepest, depth + 1);
-    CheckLimit(depth + 1, VokLimits::kMaxElementDepth, "nested elements");
+void TreeParser::CheckStart(const Start& start) {
+    const std::size_t depth = DepthOf(start.reader);
+    CheckDepth(depth + 1);
     if (opened.size() < depth + 2) opened.resize(depth + 2);
-    opened[depth + 1] = {0, opened[depth].spaces + static_cast<std::size_t>(spaceCount)};
+    opened[depth + 1] = {0, opened[depth].spaces + static_cast<std::size_t>(start.spaceCount),
+                         start.uri, start.prefix};
     CheckLimit(++opened[depth].children, VokLimits::kMaxOldChildren, "elements in one");
     CheckLimit(opened[depth + 1].spaces, VokLimits::kMaxOldNamespaces,
                "namespaces declared at one place");
     // With those that the document type adds, which the scan of the markup does not see.
-    CheckLimit(static_cast<std::size_t>(attributeCount), VokLimits::kMaxAttributes,
+    CheckLimit(static_cast<std::size_t>(start.attributeCount), VokLimits::kMaxAttributes,
                "attributes on one element");
     CheckLimit(static_cast<std::size_t>(xmlDictSize(context->dict)), VokLimits::kMaxOldNames,
                "different names");
+    CountSearches(start, depth);
     if (depth == 0 && context->hasExternalSubset != 0) {
         ThrowVokException(
             "Failed to parse out of date .qeli document. Its document type names an external file; "
             "external files are not read.");
     }
+}
+
+void TreeParser::CheckDepth(std::size_t depth) {
+    deepest = std::max(deepest, depth);
+    CheckLimit(depth, VokLimits::kMaxElementDepth, "nested elements");
+}
+
+std::size_t TreeParser::DepthOf(const xmlParserCtxt& reader) {
+    const auto depth = static_cast<std::size_t>(std::max(reader.nodeNr, 0));
+    if (&reader == context.get()) {
+        entities.clear();
+        return depth;
+    }
+    const auto known =
+        std::find_if(entities.begin(), entities.end(),
+                     [&](const OpenEntity& entity) { return entity.reader == &reader; });
+    if (known == entities.end())
+        entities.push_back({&reader, nextEntityDepth});
+    else
+        entities.erase(known + 1, entities.end());
+    // The first of its elements stands for what is around the content.
+    return entities.back().depth + std::max<std::size_t>(depth, 1) - 1;
+}
+
+/// Where an element or attribute is not in the namespace of what is around it, the parser and each
+/// stage that copies it look for its declaration, and elements of other namespaces take all that
+/// are declared around them along: once for each of these, up to the root.
+void TreeParser::CountSearches(const Start& start, std::size_t depth) {
+    const Opened& around = opened[depth];
+    const bool isForeign = xmlStrEqual(start.uri, opened[1].uri) == 0;
+    std::size_t count = 0;
+    if (isForeign) count += static_cast<std::size_t>(start.spaceCount);
+    if (xmlStrEqual(start.uri, around.uri) == 0 || xmlStrEqual(start.prefix, around.prefix) == 0)
+        ++count;
+    for (int i = 0; i < start.attributeCount; ++i) {
+        const xmlChar* const prefix = start.attributes[5 * i + 1];
+        if (prefix != nullptr && FromXml(prefix) != "xml") ++count;
+    }
+    AddSearches(ProductOf(count, depth), opened[depth + 1].spaces);
+}
+
+void TreeParser::AddSearches(std::size_t depths, std::size_t spaces) {
+    searched = SumOf(searched, ProductOf(depths, SumOf(spaces, 1)));
+    if (searched > VokLimits::kFreeSearches + VokLimits::kSearchesPerByte * size)
+        Fail("more than " + std::to_string(VokLimits::kFreeSearches) + " steps and " +
+                 std::to_string(VokLimits::kSearchesPerByte) +
+                 " for each byte of the document to find the namespaces of elements and attributes",
+             GetPlace());
 }
 
 void TreeParser::CheckLimit(std::size_t count, std::size_t most, const char* what) const {
@@ -166,14 +218,27 @@ void TreeParser::CountAddedText(int spaceCount, const xmlChar** spaces, int attr
     Grow(byteCount);
 }
 
-void TreeParser::CountEntity(const xmlEntity* entity) {
+void TreeParser::CountEntity(const xmlParserCtxt& reader, const xmlEntity* entity) {
     if (entity->etype == XML_EXTERNAL_GENERAL_PARSED_ENTITY ||
         entity->etype == XML_EXTERNAL_PARAMETER_ENTITY)
         ThrowVokException("Failed to parse out of date .qeli document. The entity \"" +
                           std::string(FromXml(entity->name)) +
                           "\" is an external file; external files are not read.");
     if (entity->etype == XML_INTERNAL_PREDEFINED_ENTITY) return;
-    Grow(ReplacedSize(*entity));
+    const EntitySize replaced = ReplacedSize(*entity);
+    Grow(replaced.bytes);
+    const std::size_t depth = DepthOf(reader);
+    nextEntityDepth = depth;
+    // The parser asks for it in its declaration, too, and what stands in another entity was counted
+    // with that one.
+    if (depth == 0 || &reader != context.get() || replaced.names == 0) return;
+    CheckDepth(SumOf(depth, replaced.deepest));
+    // Any of the names may be of another namespace, and default attributes may declare some.
+    const std::size_t spaces = context->attsDefault != nullptr ? VokLimits::kMaxOldNamespaces
+                               : depth < opened.size()         ? opened[depth].spaces
+                                                               : 0;
+    AddSearches(SumOf(ProductOf(replaced.names, depth), replaced.depths),
+                SumOf(spaces, replaced.spaces));
 }
 
 void TreeParser::Grow(std::size_t byteCount) {

@@ -41,21 +41,46 @@ class TreeParser : public DocumentParser {
     struct Opened {
         std::size_t children = 0;
         std::size_t spaces = 0;  // namespaces that are declared on it and around it
+        const xmlChar* uri = nullptr;
+        const xmlChar* prefix = nullptr;
     };
-    void CheckStart(int spaceCount, int attributeCount);
+    /// A start tag as the parser tells of it.
+    struct Start {
+        const xmlParserCtxt& reader;  // the document's, or that of an entity's content
+        const xmlChar* prefix;
+        const xmlChar* uri;
+        int spaceCount;
+        int attributeCount;
+        const xmlChar** attributes;
+    };
+    /// An entity whose content is being read.
+    struct OpenEntity {
+        const xmlParserCtxt* reader;
+        std::size_t depth;  // elements around the content
+    };
+    void CheckStart(const Start& start);
+    void CheckDepth(std::size_t depth);
+    /// Elements around what `reader` reads, the entities' included.
+    std::size_t DepthOf(const xmlParserCtxt& reader);
+    void CountSearches(const Start& start, std::size_t depth);
+    /// For names with so many elements around them, added up, and namespaces declared there.
+    void AddSearches(std::size_t depths, std::size_t spaces);
     void CheckLimit(std::size_t count, std::size_t most, const char* what) const;
     /// Of attributes and namespace declarations, which a document type may add to each element.
     void CountAddedText(int spaceCount, const xmlChar** spaces, int attributeCount,
                         int defaultedCount, const xmlChar** attributes);
-    void CountEntity(const xmlEntity* entity);
+    void CountEntity(const xmlParserCtxt& reader, const xmlEntity* entity);
     void Grow(std::size_t byteCount);
     [[noreturn]] static void Fail(const std::string& text, TextPlace place);
 
     XmlMemoryWatch memory;
     std::exception_ptr failure;
     std::size_t size;
-    std::size_t grown = 0;  // bytes that stand for others, or were added
+    std::size_t grown = 0;     // bytes that stand for others, or were added
+    std::size_t searched = 0;  // elements that the stages look at to find namespaces
     std::size_t deepest = 0;
+    std::size_t nextEntityDepth = 0;  // of the reference that was read last
+    std::vector<OpenEntity> entities;
     std::vector<Opened> opened;  // the document and the open elements, from the root down
     std::unique_ptr<xmlParserCtxt, XmlDeleter<xmlFreeParserCtxt>> context;
 };

@@ -35,8 +35,8 @@ class OldDocumentTest : public UpdateTest {
         for (std::size_t i = 0; i < count; ++i) all += text;
         return all;
     }
-    static std::string Nested(std::size_t depth) {
-        return Repeated("<n>", depth) + Repeated("</n>", depth);
+    static std::string Nested(std::size_t depth, const std::string& inside = "") {
+        return Repeated("<n>", depth) + inside + Repeated("</n>", depth);
     }
 };
 
@@ -261,6 +261,91 @@ TEST_F(OldDocumentTest, ManyNamespacesAtOnePlaceAreRefused) {
                          "Line 1 Column ",
                          0),
               0u);
+}
+
+constexpr const char* kTooFar =
+    "Document limit exceeded: more than 2097152 steps and 4 for each byte of the document to find "
+    "the namespaces of elements and attributes Line 1 Column ";
+
+/// Of so many bytes: one namespace is declared on the root, so that each leaf takes two steps for
+/// each of the thousand elements around it.
+std::string DeepLeaves(const std::string& leaf, std::size_t count, std::size_t size) {
+    std::string text = "<a xmlns:p='u'>";
+    for (int i = 1; i < 1000; ++i) text += "<n>";
+    for (std::size_t i = 0; i < count; ++i) text += leaf;
+    for (int i = 1; i < 1000; ++i) text += "</n>";
+    EXPECT_LE(text.size() + 4, size);
+    text.append(size - 4 - text.size(), ' ');
+    return text + "</a>";
+}
+
+TEST_F(OldDocumentTest, DeepNamesOfOtherNamespacesAreReadUpToTheLimit) {
+    constexpr std::size_t kLeaves = 1100;
+    constexpr std::size_t kSize = (kLeaves * 2 * 1000 - VokLimits::kFreeSearches) / 4;
+    ASSERT_EQ(VokLimits::kFreeSearches + VokLimits::kSearchesPerByte * kSize, kLeaves * 2 * 1000);
+    for (const std::string leaf : {"<p:y/>", "<n p:x='1'/>", "<p:y a='1'/>"}) {
+        EXPECT_EQ(Refusal(DeepLeaves(leaf, kLeaves, kSize)), "") << leaf;
+        const std::size_t behind = 15 + 999 * 3 + kLeaves * leaf.size() + 1;
+        EXPECT_EQ(Refusal(DeepLeaves(leaf, kLeaves, kSize - 1)).rfind(kTooFar, 0), 0u) << leaf;
+        EXPECT_EQ(Refusal(DeepLeaves(leaf, kLeaves + 1, kSize)),
+                  kTooFar + std::to_string(behind + leaf.size() - 2))
+            << leaf;
+    }
+}
+
+TEST_F(OldDocumentTest, EveryWayToNameAnotherNamespaceCounts) {
+    // Half of the leaves, or a third of those with one more declaration, would pass.
+    for (const std::string leaf :
+         {"<q xmlns='v'/>", "<p:q xmlns:q='v'/>", "<p:y p:x='1'/>", "<n p:x='1' p:z='1'/>"})
+        EXPECT_EQ(Refusal(DeepLeaves(leaf, 700, 30000)).rfind(kTooFar, 0), 0u) << leaf;
+    EXPECT_EQ(
+        Refusal("<a xmlns='w' xmlns:p='u'>" + Nested(1000, Repeated("<q xmlns=''/>", 800)) + "</a>")
+            .rfind(kTooFar, 0),
+        0u);
+    // The document's own names, those of XML itself, and one that is its parent's take no search.
+    for (const std::string leaf : {"<n y='1'/>", "<n xml:space='preserve'/>", "<n xmlns:q='v'/>"})
+        EXPECT_EQ(Refusal(DeepLeaves(leaf, 10000, 300000)), "") << leaf;
+    EXPECT_EQ(Refusal(DeepLeaves("<p:y>" + Repeated("<p:z/>", 5000) + "</p:y>", 10, 400000)), "");
+}
+
+TEST_F(OldDocumentTest, ElementsFromEntitiesCountAtEachReference) {
+    const std::string type = "<!DOCTYPE a [<!ENTITY e '" + Nested(20, "<p:y a=\"/>\"/>") +
+                             "'><!ENTITY f '<n>&e;</n>'>]>";
+    const auto document = [&](std::size_t depth, std::size_t references) {
+        return type + "<a xmlns:p='u'>" + Nested(depth, Repeated("&f;", references)) + "</a>";
+    };
+    EXPECT_EQ(Refusal(document(9, 1000)), "");
+    EXPECT_EQ(Refusal(document(500, 100)).rfind(kTooFar, 0), 0u);
+    EXPECT_EQ(Refusal(document(500, 80)), "");
+}
+
+TEST_F(OldDocumentTest, DepthInsideEntitiesCounts) {
+    const std::string type = "<!DOCTYPE a [<!ENTITY e '" + Nested(50) + "'><!ENTITY f '" +
+                             Nested(20, "<!-- <n> --><![CDATA[<n>]]>&e;") + "'>]>";
+    const std::size_t most = VokLimits::kMaxElementDepth - 70;
+    const OldDocument document = ParseText(type + Nested(most, "&f;"));
+    EXPECT_EQ(document.depth, VokLimits::kMaxElementDepth);
+    EXPECT_EQ(Refusal(type + Nested(most, "&f;&e;&f;")), "");
+    EXPECT_EQ(Refusal(type + Nested(most + 1, "&f;")),
+              "Document limit exceeded: more than 10000 nested elements Line 1 Column " +
+                  std::to_string(type.size() + 3 * (most + 1) + 4));
+}
+
+TEST_F(OldDocumentTest, NamespacesInsideEntitiesCount) {
+    const auto nested = [](const std::string& space, const std::string& inside) {
+        std::string open, close;
+        for (int i = 0; i < 40; ++i) {
+            open += "<b xmlns:" + space + std::to_string(i) + "=\"u\">";
+            close += "</b>";
+        }
+        return open + inside + close;
+    };
+    const std::string type = "<!DOCTYPE a [<!ENTITY e '" + nested("e", "") + "'><!ENTITY f '" +
+                             nested("f", "&e;") + "'>]>";
+    EXPECT_EQ(Refusal(type + nested("g", "&e;&e;")), "");
+    EXPECT_EQ(Refusal(type + "<a>&f;&f;</a>"), "");
+    EXPECT_EQ(Refusal(type + nested("g", "&f;")).substr(0, 71),
+              "Document limit exceeded: more than 100 namespaces declared at one place");
 }
 
 TEST_F(OldDocumentTest, ExternalFilesAreNotRead) {
