@@ -41,7 +41,7 @@ const std::vector<HeldElsewhere>& SourcesHeldElsewhere() {
          {"VokLib/Objects/Shading/VokBinding", "VokLib/Objects/Shading/VokRenderState"}},
         {"VokLib/Objects/Geometry/VokBlindDataTest", {"VokLib/Objects/Geometry/BlindDataColumns"}},
         {"VokLib/Update/OldDocumentTest",
-         {"VokLib/Update/EntitySizes", "VokLib/Update/TreeParser"}},
+         {"VokLib/Update/EntitySizes", "VokLib/Update/EntityTexts", "VokLib/Update/TreeParser"}},
         {"VokLib/Update/StageRunnerTest",
          {"VokLib/Document/VokUpdateFailure", "VokLib/Document/XmlMessages",
           "VokLib/Update/ExsltMath_linked", "VokLib/Update/ExsltMath_loaded",

@@ -53,10 +53,17 @@ struct TreeParser::Callbacks {
             parser.CheckStart({*static_cast<xmlParserCtxtPtr>(user), prefix, uri, spaceCount,
                                attributeCount, attributes});
             parser.CountAddedText(spaceCount, spaces, attributeCount, defaultedCount, attributes);
+            parser.ReleaseTexts(user);
         });
         if (passes)
             xmlSAX2StartElementNs(user, name, prefix, uri, spaceCount, spaces, attributeCount,
                                   defaultedCount, attributes);
+    }
+
+    static void End(void* user, const xmlChar* name, const xmlChar* prefix, const xmlChar* uri) {
+        TreeParser& parser = Of(user);
+        if (Passes(parser, [&] { parser.ReleaseTexts(user); }))
+            xmlSAX2EndElementNs(user, name, prefix, uri);
     }
 
     static xmlEntityPtr Entity(void* user, const xmlChar* name) {
@@ -71,7 +78,11 @@ struct TreeParser::Callbacks {
         if (entity == nullptr) return nullptr;
         TreeParser& parser = Of(user);
         const auto& reader = *static_cast<xmlParserCtxtPtr>(user);
-        return Passes(parser, [&] { parser.CountEntity(reader, entity); }) ? entity : nullptr;
+        const bool passes = Passes(parser, [&] {
+            parser.CountEntity(reader, entity);
+            parser.HoldTexts(user);
+        });
+        return passes ? entity : nullptr;
     }
 
     /// An entity that was not replaced would vanish without an error.
@@ -98,6 +109,7 @@ TreeParser::TreeParser(std::size_t documentSize)
     context->_private = this;
     xmlSAXHandler& handlers = *context->sax;
     handlers.startElementNs = Callbacks::Start;
+    handlers.endElementNs = Callbacks::End;
     handlers.getEntity = Callbacks::Entity;
     handlers.getParameterEntity = Callbacks::ParameterEntity;
     handlers.reference = Callbacks::Reference;
@@ -239,6 +251,17 @@ void TreeParser::CountEntity(const xmlParserCtxt& reader, const xmlEntity* entit
                                                                : 0;
     AddSearches(SumOf(ProductOf(replaced.names, depth), replaced.depths),
                 SumOf(spaces, replaced.spaces));
+}
+
+/// Texts inside the content of an entity are no longer than the document type.
+void TreeParser::HoldTexts(const void* reader) {
+    if (reader != context.get() || context->node == nullptr) return;
+    texts.Hold(*context->node);
+    context->nodemem = context->nodelen = 0;  // of the text that is gone
+}
+
+void TreeParser::ReleaseTexts(const void* reader) {
+    if (reader == context.get()) texts.Release();
 }
 
 void TreeParser::Grow(std::size_t byteCount) {

@@ -4,6 +4,7 @@
 #include "Document/VokTextFault.h"
 #include "Document/XmlMemory.h"
 
+#include "Update/EntityTexts.h"
 #include "Update/XmlHandles.h"
 
 #include <libxml/parser.h>
@@ -70,6 +71,9 @@ class TreeParser : public DocumentParser {
     void CountAddedText(int spaceCount, const xmlChar** spaces, int attributeCount,
                         int defaultedCount, const xmlChar** attributes);
     void CountEntity(const xmlParserCtxt& reader, const xmlEntity* entity);
+    /// In front of the replacement of an entity, and in front of a tag.
+    void HoldTexts(const void* reader);
+    void ReleaseTexts(const void* reader);
     void Grow(std::size_t byteCount);
     [[noreturn]] static void Fail(const std::string& text, TextPlace place);
 
@@ -80,6 +84,7 @@ class TreeParser : public DocumentParser {
     std::size_t searched = 0;  // elements that the stages look at to find namespaces
     std::size_t deepest = 0;
     std::size_t nextEntityDepth = 0;  // of the reference that was read last
+    EntityTexts texts;
     std::vector<OpenEntity> entities;
     std::vector<Opened> opened;  // the document and the open elements, from the root down
     std::unique_ptr<xmlParserCtxt, XmlDeleter<xmlFreeParserCtxt>> context;

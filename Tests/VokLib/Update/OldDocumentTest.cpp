@@ -152,6 +152,30 @@ TEST_F(OldDocumentTest, EntitiesAreReplaced) {
               "<a c=\"<<1\">x<b/>yx<b/>y&amp;</a>");
 }
 
+TEST_F(OldDocumentTest, TextsAroundEntitiesStayInOrderAndInOnePiece) {
+    const std::string type =
+        "<!DOCTYPE a [<!ENTITY t 'T'><!ENTITY n ''><!ENTITY b '<b/>'><!ENTITY m 'M<c>&t;x</c>N'>"
+        "<!ENTITY w '&t;&n;W'>]>";
+    const auto written = [&](const std::string& inside) {
+        return Written(type + "<a>" + inside + "</a>");
+    };
+    EXPECT_EQ(written("1&t;2&t;&t;3"), "<a>1T2TT3</a>");
+    EXPECT_EQ(written("&t;"), "<a>T</a>");
+    EXPECT_EQ(written("&n;"), "<a/>");
+    EXPECT_EQ(written("1&n;2&n;"), "<a>12</a>");
+    EXPECT_EQ(written("1&b;2&b;&b;&t;3&n;4"), "<a>1<b/>2<b/><b/>T34</a>");
+    EXPECT_EQ(written("1&m;2&m;&t;&m;"), "<a>1M<c>Tx</c>N2M<c>Tx</c>NTM<c>Tx</c>N</a>");
+    EXPECT_EQ(written("1&t;<d e='&t;'/>2&w;<d e='&w;'>3&t;</d>4&t;"),
+              "<a>1T<d e=\"T\"/>2TW<d e=\"TW\">3T</d>4T</a>");
+    EXPECT_EQ(written("1&t;&#50;&amp;<![CDATA[3]]><!-- c -->4&t;"), "<a>1T2&amp;34T</a>");
+
+    const OldDocument document =
+        ParseText(type + "<a>" + Repeated("1&t;2&n;", 50000) + std::string(2000000, ' ') + "</a>");
+    const xmlNode* const text = xmlDocGetRootElement(document.tree.get())->children;
+    EXPECT_EQ(FromXml(text->content), Repeated("1T2", 50000) + std::string(2000000, ' '));
+    EXPECT_EQ(text->next, nullptr);
+}
+
 TEST_F(OldDocumentTest, EntityBombsInTextEndInAnError) {
     std::string bomb = "<!ENTITY e0 'lollollollol'>";
     for (int i = 1; i < 12; ++i) {
