@@ -27,7 +27,11 @@ int DocumentFeed::Feed(const char* bytes, std::size_t size, bool last) {
         const std::size_t piece = PieceSize(bytes + at, size - at);
         const int code = FeedPiece(bytes + at, piece, last && at + piece == size);
         at += piece;
-        if (code != 0 || at == size) return code;
+        if (code != 0) return code;
+        if (at < size) continue;
+        // The parser passes over what is no whole character.
+        if (last && unitBytes != 0) ThrowVokException("The document ends inside a character.");
+        return 0;
     }
 }
 

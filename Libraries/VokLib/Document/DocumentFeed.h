@@ -13,7 +13,8 @@ class DocumentParser;
 /// Between the blocks of one document and its parser: keeps the limits, cuts the blocks between
 /// pieces of markup, and spares the parser the conversion of declared ISO-8859-1 where a block
 /// holds nothing but ASCII, and long plain texts, of which it has nothing to say. The events, the
-/// error codes, lines and columns are those of the parser alone.
+/// error codes, lines and columns are those of the parser alone, which does not see, though, that
+/// the last of the wide characters is no whole one.
 class DocumentFeed {
   public:
     explicit DocumentFeed(DocumentParser& target) : parser(target) {}

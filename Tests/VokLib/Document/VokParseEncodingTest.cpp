@@ -75,6 +75,17 @@ TEST_F(ParseEncoding, CharactersBeyondTheSingleBytesAreRefused) {
         "");
 }
 
+TEST_F(ParseEncoding, AWideDocumentThatEndsInsideACharacterIsRefused) {
+    const std::string narrow = Document("<scene><node name='a'/></scene>", {.encoding = "UTF-16"});
+    std::string wide = "\xFF\xFE";
+    for (const char byte : narrow) wide += {byte, '\0'};
+    EXPECT_EQ(LoadText(wide), "");
+    for (const std::string& odd : {std::string("\n"), std::string(1, '\0')})
+        EXPECT_EQ(LoadText(wide + odd), "The document ends inside a character.");
+    // The first fault is the one that is told.
+    EXPECT_EQ(LoadText(wide.substr(0, wide.size() - 3)), LoadText(wide.substr(0, wide.size() - 4)));
+}
+
 TEST_F(ParseEncoding, WrongEncodingIsAFaultOfTheText) {
     const std::string document = Document("<scene>\xE9</scene>", {.encoding = "UTF-8"});
     EXPECT_EQ(LoadText(document, "a"), "Libxml2 parse error: 9 in \"a\" Line 3 Column 9");

@@ -81,6 +81,7 @@ TEST_F(OldDocumentTest, EncodingsAreTheReaders) {
     for (const char c : std::string("\xFF\xFE<a>x</a>"))
         wide += (wide.size() < 2 ? std::string(1, c) : std::string{c, '\0'});
     EXPECT_EQ(Written(wide), "<a>x</a>");
+    EXPECT_EQ(Refusal(wide + "\n"), "The document ends inside a character.");
 }
 
 TEST_F(OldDocumentTest, DepthIsCounted) {
