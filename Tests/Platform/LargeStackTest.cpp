@@ -29,6 +29,20 @@ TEST(LargeStack, RunsOnAThreadOfItsOwnAndWaits) {
     EXPECT_NE(id, std::this_thread::get_id());
 }
 
+/// Whether the smallest step above 1 is more than 1.
+bool CalculatesLongNumbersInFull() {
+    volatile long double sum = 1;
+    sum = sum + std::numeric_limits<long double>::epsilon();
+    return sum > 1;
+}
+
+TEST(LargeStack, ItCalculatesAsTheFirstThreadDoes) {
+    bool isFull = false;
+    Platform::RunOnLargeStack(1, [&isFull] { isFull = CalculatesLongNumbersInFull(); });
+    EXPECT_TRUE(isFull);
+    EXPECT_TRUE(CalculatesLongNumbersInFull());
+}
+
 TEST(LargeStack, WhatTheActionThrowsIsThrownHere) {
     try {
         Platform::RunOnLargeStack(1u << 20, [] { throw std::runtime_error("words"); });
