@@ -30,7 +30,6 @@ const std::vector<HeldElsewhere>& SourcesHeldElsewhere() {
         {"VokLib/Library/VokLibTest", {"VokLib/Library/XmlLibrary"}},
         {"EndToEnd/QeliEncodingsTest", {"LateLibraries/UnicodeConverters"}},
         {"EndToEnd/QeliOldVersionsTest", {"LateLibraries/StylesheetProcessor"}},
-        {"Faults/ProgramsFaultTest", {"VokLib/Document/XmlMemory"}},
         {"VokLib/CustomData/CustomAttributeRegistryTest", {"VokLib/Library/CustomAttributeTypes"}},
         {"VokLib/Links/VokPathTest", {"VokLib/Links/NameIndex", "VokLib/Links/PathResolver"}},
         {"VokLib/Links/VokObjLinkStoreTest", {"VokLib/Links/LinkForesight"}},
