@@ -51,7 +51,7 @@ class SkelHeader : public testing::Test {
     }
     void ExpectToCompile(const std::string& file) const {
         const std::string in = "cd '" + folder.GetPath().string() + "' && ";
-        if (std::system((in + "cc --version >compiler 2>&1").c_str()) != 0)
+        if (kIsWindows || std::system((in + "cc --version >compiler 2>&1").c_str()) != 0)
             GTEST_SKIP() << "there is no C compiler here";
         const std::string flags = " -Wall -Wextra -Werror -pedantic -c ";
         EXPECT_EQ(std::system((in + "cc -std=c11" + flags + file).c_str()), 0);
