@@ -1,10 +1,44 @@
 #include "Support/BakeInput.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdlib>
 
 namespace {
 
 constexpr unsigned kMark = 0x80;
+
+/// What the latest keys of all channels of a turned animation may come to: under the sanitizers a
+/// minute takes two seconds and a thousand seconds take thirty, which is right and no finding.
+constexpr double kLongestTurned = 120;
+/// Of keys beyond this so many samples would come that they are refused before one is taken.
+constexpr double kSoonRefused = 100000;
+
+/// The latest of a text's numbers that is not refused; what is no number is passed over.
+double FindLatestKey(const std::string& text) {
+    double latest = 0;
+    const char* at = text.c_str();
+    while (*at != '\0') {
+        char* end = nullptr;
+        const double time = std::strtod(at, &end);
+        if (time <= kSoonRefused) latest = std::max(latest, time);
+        at = end == at ? at + 1 : end;
+    }
+    return latest;
+}
+
+bool IsTurnedSoon(std::string_view document) {
+    static constexpr std::string_view kKeys = "keyTimes";
+    double sum = 0;
+    for (std::size_t at = document.find(kKeys); at != std::string_view::npos;
+         at = document.find(kKeys, at + kKeys.size())) {
+        const std::size_t end = document.find('>', at);
+        if (end == std::string_view::npos) break;
+        const std::string_view text = document.substr(end + 1);
+        sum += FindLatestKey(std::string(text.substr(0, text.find('<'))));
+    }
+    return sum <= kLongestTurned;
+}
 
 void AddFlags(BakeInput& input, unsigned first, unsigned second) {
     const auto add = [&input](std::initializer_list<const char*> words) {
@@ -15,8 +49,10 @@ void AddFlags(BakeInput& input, unsigned first, unsigned second) {
     if ((first & 4) != 0) add({"-ojc", "true"});
     static constexpr std::array<const char*, 4> kAxes = {"", "keep", "y", "z"};
     if (const unsigned axis = (first >> 3) & 3; axis != 0) add({"-changeUpAxis", kAxes[axis]});
-    if ((first & 0x20) != 0) add({"-changeUpAxisAnimation", (second & 1) != 0 ? "false" : "true"});
-    input.turnsAnimation = (first & 0x30) == 0x30 && (second & 1) == 0;
+    const bool asksForTurn = (first & 0x20) != 0 && (second & 1) == 0;
+    const bool turns = asksForTurn && IsTurnedSoon(input.document);
+    if ((first & 0x20) != 0) add({"-changeUpAxisAnimation", turns ? "true" : "false"});
+    input.turnsAnimation = turns && (first & 0x10) != 0;
     input.makesTwo = (first & 0x40) == 0;
 
     if (input.makesTwo)
@@ -45,10 +81,10 @@ std::size_t CountFlagBytes(std::string_view bytes) {
 BakeInput ReadBakeInput(std::string_view bytes) {
     BakeInput input;
     const std::size_t flagBytes = CountFlagBytes(bytes);
+    input.document = bytes.substr(flagBytes);
     if (flagBytes == 0)
         AddFlags(input, 4, 0);  // joint constraints, both byte orders
     else
         AddFlags(input, static_cast<unsigned char>(bytes[0]), static_cast<unsigned char>(bytes[1]));
-    input.document = bytes.substr(flagBytes);
     return input;
 }

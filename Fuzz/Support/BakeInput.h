@@ -6,7 +6,8 @@
 
 /// An input of the bake fuzzer: a document, with two bytes ahead of it that choose the flags. A
 /// document alone is baked in the usual way; flag bytes have their highest bit set, which the first
-/// character of a document has not.
+/// character of a document has not. A document whose keys span minutes is baked without a turn of
+/// its animation, which costs what the animation is long, unless they are refused for their span.
 struct BakeInput {
     std::vector<std::string> flags;  ///< all but names of files
     bool updatesOld = true;

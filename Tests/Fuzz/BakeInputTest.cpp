@@ -41,4 +41,34 @@ TEST(BakeInput, TwoBytesReachEveryFlag) {
         EXPECT_EQ(reached.count(flag), 1u) << flag;
 }
 
+std::string Keys(const std::string& times) {
+    return "<keyTimes>" + times + "</keyTimes>";
+}
+
+bool TurnsAnimation(const std::string& document) {
+    const std::string bytes = "\xF4 " + document;
+    const BakeInput input = ReadBakeInput(bytes);
+    EXPECT_EQ(input.document, document);
+    const auto at = std::find(input.flags.begin(), input.flags.end(), "-changeUpAxisAnimation");
+    EXPECT_EQ(*(at + 1), input.turnsAnimation ? "true" : "false");
+    return input.turnsAnimation;
+}
+
+TEST(BakeInput, AnAnimationOfMinutesIsBakedButNotTurned) {
+    EXPECT_TRUE(TurnsAnimation("<QEL/>"));
+    EXPECT_TRUE(TurnsAnimation(Keys("0 60") + Keys("-500\n60")));
+    EXPECT_FALSE(TurnsAnimation(Keys("0 60") + Keys("0 61")));
+    EXPECT_FALSE(TurnsAnimation(Keys("0 1000 1")));
+    EXPECT_FALSE(TurnsAnimation("<keyTimes >0 9e4"));
+    EXPECT_FALSE(TurnsAnimation(Keys("0 1e5")));
+    EXPECT_FALSE(TurnsAnimation(Keys("- 1.5.5, 1000")));
+}
+
+TEST(BakeInput, AnAnimationThatIsRefusedForItsLengthIsTurned) {
+    EXPECT_TRUE(TurnsAnimation(Keys("0 100001")));
+    EXPECT_TRUE(TurnsAnimation(Keys("nan 1e39 INF")));
+    EXPECT_FALSE(TurnsAnimation(Keys("1e39 1000")));
+    EXPECT_TRUE(TurnsAnimation("keyTimes"));
+}
+
 }  // namespace
