@@ -10,6 +10,10 @@ int CompressionFilter::GetMaxComplexity(const std::string&, const VokAnimChannel
     return 0;
 }
 
+Qel::LeastSquares::FitEffort* CompressionFilter::GetEffort() const {
+    return nullptr;
+}
+
 bool CompressionFilter::IsRotation(const std::string& name, const VokAnimChannel& channel) const {
     return IsRotate(name, channel);
 }
@@ -61,6 +65,10 @@ bool CompressionFilterDefault::GetLooping(const std::string&, const VokAnimChann
 
 bool CompressionFilterDefault::GetSnapToSamples(const std::string&, const VokAnimChannel&) const {
     return snapToSamples;
+}
+
+Qel::LeastSquares::FitEffort* CompressionFilterDefault::GetEffort() const {
+    return effort;
 }
 
 }  // namespace VokAnimUtil

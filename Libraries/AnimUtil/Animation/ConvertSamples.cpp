@@ -22,6 +22,8 @@ namespace {
 using Qel::LeastSquares::Components;
 using Qel::LeastSquares::CurveFitter;
 using Qel::LeastSquares::CurveSegment;
+using Qel::LeastSquares::FitEffort;
+using Qel::LeastSquares::TooMuchEffort;
 
 Components Pad(std::span<const float> values) {
     Components padded{};
@@ -118,6 +120,21 @@ class SampleFeeder {
     std::vector<VokAnimDiscontinuities::Discontinuity> merged;
 };
 
+std::vector<CurveSegment> Solve(CurveFitter& fitter, const FitEffort* effort,
+                                const VokAnimChannel& channel) {
+    std::vector<CurveSegment> segments;
+    try {
+        fitter.Solve(segments);
+    } catch (const TooMuchEffort&) {
+        ThrowVokException(
+            "Anim channels are too long together to be fitted: at most " +
+                std::to_string(effort->GetMost()) +
+                " looks at samples can be taken, and those that hold a value for long take many.",
+            &channel);
+    }
+    return segments;
+}
+
 /// The segments of a curve as keys: where a segment does not run on from the one before it, two
 /// keys at one time.
 struct HermiteKeys {
@@ -166,7 +183,8 @@ void CopyInput(VokAnimChannel& out, const VokAnimChannel& in) {
 }  // namespace
 
 void ConvertTimestepToQelHermite(VokAnimChannel& out, const VokAnimChannel& in, float tolerance,
-                                 bool looping, bool snapToSamples, int maxComplexity) {
+                                 bool looping, bool snapToSamples, int maxComplexity,
+                                 FitEffort* effort) {
     CheckHasKeys(in);
     CheckValues(in);
     const unsigned stride = in.GetKeyStride();
@@ -175,9 +193,9 @@ void ConvertTimestepToQelHermite(VokAnimChannel& out, const VokAnimChannel& in, 
     fitter.SetLooping(looping);
     fitter.SetComponentCount(stride > 4 ? 5 : static_cast<int>(stride));
     fitter.SetMaxSolverComplexity(maxComplexity);
+    fitter.SetEffort(effort);
     SampleFeeder(fitter, in, snapToSamples).Run();
-    std::vector<CurveSegment> segments;
-    fitter.Solve(segments);
+    const std::vector<CurveSegment> segments = Solve(fitter, effort, in);
 
     HermiteKeys keys(segments, stride, in.timeOffset);
     out.SetChannel(in.GetChannel());

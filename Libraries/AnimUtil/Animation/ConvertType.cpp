@@ -24,7 +24,7 @@ void ConvertFromTimestep(VokAnimChannel& out, const VokAnimChannel& in, AnimInte
     const std::string& name = in.GetName();
     ConvertTimestepToQelHermite(out, in, filter->GetTolerance(name, in),
                                 filter->GetLooping(name, in), filter->GetSnapToSamples(name, in),
-                                filter->GetMaxComplexity(name, in));
+                                filter->GetMaxComplexity(name, in), filter->GetEffort());
     if (target == AnimInterp::QELCurve) ConvertType(out, out, target, filter);
 }
 

@@ -19,12 +19,13 @@ namespace {
 constexpr float kSamplesPerUnit = 60;
 constexpr float kQuarterTurn = -1.5707964f;
 
-CompressionFilterDefault MakeFilter() {
+CompressionFilterDefault MakeFilter(ResampledTotal& total) {
     CompressionFilterDefault filter;
     filter.baseTolerance = 1e-6f;
     filter.toleranceSplit = 0.5f;
     filter.fixedTolerance = 0.001f;
     filter.fixedSecondaryTolerance = 0.0005f;
+    filter.effort = &total.fits;
     return filter;
 }
 
@@ -47,8 +48,8 @@ void Resample(VokAnimChannel& channel, ResampledTotal& total) {
     CheckValues(channel);
 }
 
-void FitAgain(VokAnimChannel& channel, AnimInterp interp) {
-    const CompressionFilterDefault filter = MakeFilter();
+void FitAgain(VokAnimChannel& channel, AnimInterp interp, ResampledTotal& total) {
+    const CompressionFilterDefault filter = MakeFilter(total);
     ConvertTypeIfNeeded(channel, interp, &filter);
 }
 
@@ -64,7 +65,7 @@ void TransformTranslation(VokAnimChannel& channel, ResampledTotal& total) {
         value[1] = value[2];
         value[2] = -y;
     }
-    FitAgain(channel, interp);
+    FitAgain(channel, interp, total);
 }
 
 void TransformRotation(VokAnimChannel& channel, ResampledTotal& total) {
@@ -82,7 +83,7 @@ void TransformRotation(VokAnimChannel& channel, ResampledTotal& total) {
         value[2] = turned.z;
         value[3] = turned.w;
     }
-    FitAgain(channel, interp);
+    FitAgain(channel, interp, total);
 }
 
 }  // namespace

@@ -98,12 +98,13 @@ void CurveFitter::Solve(std::vector<CurveSegment>& result) {
             key.tangentBefore = key.tangentAfter = {};
         }
     } else {
+        if (effort != nullptr) effort->AddCurve(samples.size());
         MakeDerivatives();
         keys.keys.reserve(samples.size());
         for (std::size_t i = 0; i < samples.size(); ++i)
             if (!samples[i].soft) keys.Append(static_cast<int>(i));
         KeyReduction(keys, {componentCount, tangentWeight, softSampleWeight, maxSolverComplexity},
-                     tolerance)
+                     tolerance, effort)
             .Run();
     }
     result.clear();

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 namespace Qel::LeastSquares {
 
@@ -19,10 +20,11 @@ bool IsFinite(const Components& value) {
 }  // namespace
 
 KeyReduction::KeyReduction(KeyList& list, const SolverSettings& solverSettings,
-                           float curveTolerance)
+                           float curveTolerance, FitEffort* fitEffort)
     : keys(list),
       settings(solverSettings),
       toleranceSquared(curveTolerance * curveTolerance),
+      effort(fitEffort),
       solver(list, solverSettings),
       silent(list),
       hasFiniteTimes(std::isfinite(list.SampleAt(list.last).time - list.SampleAt(list.first).time)),
@@ -95,10 +97,12 @@ void KeyReduction::Solve(const Span& span) {
     for (int a = keys.At(left).next; a != span.right; a = keys.At(a).next) {
         const int b = keys.At(a).next;
         if (b != span.right && !AreParted(a, b)) continue;
-        if (silent.IsSolvedByZero(left, b))
+        if (silent.IsSolvedByZero(left, b)) {
             silent.SolveByZero(keys, left, b, settings.componentCount);
-        else
+        } else {
+            CountLooks(left, b);
             solver.Solve(left, b);
+        }
         left = a;
     }
 }
@@ -110,11 +114,19 @@ bool KeyReduction::AreParted(int a, int b) const {
            IsFinite(keys.At(b).tangentBefore);
 }
 
-bool KeyReduction::IsWithinTolerance(const Span& span) const {
-    for (int a = span.left; a != span.right; a = keys.At(a).next)
-        if (!silent.IsSilentSegment(a, keys.At(a).next) &&
-            !IsSegmentWithinTolerance(a, keys.At(a).next))
-            return false;
+/// The samples from key to key are about to be walked through.
+void KeyReduction::CountLooks(int a, int b) {
+    if (effort != nullptr)
+        effort->AddLooks(static_cast<std::uint64_t>(keys.At(b).sample - keys.At(a).sample));
+}
+
+bool KeyReduction::IsWithinTolerance(const Span& span) {
+    for (int a = span.left; a != span.right; a = keys.At(a).next) {
+        const int b = keys.At(a).next;
+        if (silent.IsSilentSegment(a, b)) continue;
+        CountLooks(a, b);
+        if (!IsSegmentWithinTolerance(a, b)) return false;
+    }
     return true;
 }
 

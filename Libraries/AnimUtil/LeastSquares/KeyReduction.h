@@ -5,6 +5,8 @@
 #include "LeastSquares/SilentSpans.h"
 #include "LeastSquares/SpanSolver.h"
 
+#include <AnimUtil/LeastSquares/FitEffort.h>
+
 #include <vector>
 
 namespace Qel::LeastSquares {
@@ -13,8 +15,11 @@ namespace Qel::LeastSquares {
 /// its samples.
 class KeyReduction {
   public:
-    KeyReduction(KeyList& list, const SolverSettings& solverSettings, float curveTolerance);
+    /// `fitEffort` may be null.
+    KeyReduction(KeyList& list, const SolverSettings& solverSettings, float curveTolerance,
+                 FitEffort* fitEffort = nullptr);
 
+    /// Throws Error where a system cannot be solved, and TooMuchEffort.
     void Run();
 
   private:
@@ -29,12 +34,14 @@ class KeyReduction {
     Span SpanAround(int key) const;
     void Solve(const Span& span);
     bool AreParted(int a, int b) const;
-    bool IsWithinTolerance(const Span& span) const;
+    void CountLooks(int a, int b);
+    bool IsWithinTolerance(const Span& span);
     bool IsSegmentWithinTolerance(int a, int b) const;
 
     KeyList& keys;
     SolverSettings settings;
     float toleranceSquared;
+    FitEffort* effort;
     SpanSolver solver;
     SilentSpans silent;
     bool hasFiniteTimes;

@@ -12,6 +12,7 @@
 #include <VokLib/Objects/Nodes/VokJoint.h>
 #include <VokLib/Tree/ThrowVokException.h>
 #include <VokLib/Tree/VokCast.h>
+#include <VoktRigbake/Procedural/ProceduralJoints.h>
 
 #include <algorithm>
 #include <functional>
@@ -23,12 +24,13 @@ namespace {
 /// The floats of a key: the coefficients of one cubic.
 constexpr unsigned kCoefficientCount = 4;
 
-VokAnimUtil::CompressionFilterDefault MakeDrivenKeyFilter() {
+VokAnimUtil::CompressionFilterDefault MakeDrivenKeyFilter(Qel::LeastSquares::FitEffort& effort) {
     VokAnimUtil::CompressionFilterDefault filter;
     filter.baseTolerance = 0.001f;
     filter.toleranceSplit = 0.5f;
     filter.fixedTolerance = 0.001f;
     filter.fixedSecondaryTolerance = 0.0005f;
+    filter.effort = &effort;
     return filter;
 }
 
@@ -85,7 +87,7 @@ void DrivenKeys::AddChannel(VokAnimChannel& channel, const VokObj* inputObject,
     const auto* anim = ExactCast<VokAnim>(channel.GetParent());
     if (anim == nullptr || !channel.IsDrivenKey()) return;
     if (VokAnimUtil::CanConvert(AnimInterp::QELCurve, channel.interp) == 0) return;
-    const VokAnimUtil::CompressionFilterDefault filter = MakeDrivenKeyFilter();
+    const VokAnimUtil::CompressionFilterDefault filter = MakeDrivenKeyFilter(procedural.fitEffort);
     VokAnimUtil::ConvertTypeIfNeeded(channel, AnimInterp::QELCurve, &filter);
 
     const VokObj* target = anim->target.FindTarget();

@@ -237,5 +237,21 @@ TEST(ConvertSamples, MarksAtTimesThatAreNoNumbersHarmNothing) {
     EXPECT_EQ(channel->keyValues.back(), 16);
 }
 
+TEST(ConvertSamples, WhatTakesTooManyLooksIsRefused) {
+    std::vector<float> samples(400, 5.0f);
+    samples[200] = 6;
+    const auto channel = MakeTimestep(1, 399, samples);
+    CompressionFilterDefault filter;
+    filter.baseTolerance = 0.001f;
+    Qel::LeastSquares::FitEffort effort(1000, 2);
+    filter.effort = &effort;
+    EXPECT_EQ(ThrownText([&] { ConvertTypeIfNeeded(*channel, AnimInterp::QELCurve, &filter); }),
+              "Anim channels are too long together to be fitted: at most 1800 looks at samples "
+              "can be taken, and those that hold a value for long take many.");
+    filter.effort = nullptr;
+    ConvertTypeIfNeeded(*channel, AnimInterp::QELCurve, &filter);
+    EXPECT_EQ(channel->interp, AnimInterp::QELCurve);
+}
+
 }  // namespace
 }  // namespace VokAnimUtil

@@ -7,6 +7,7 @@
 #include <bit>
 #include <cmath>
 #include <cstdint>
+#include <string>
 
 #include "AnimUtil/ChannelTestTools.h"
 
@@ -184,6 +185,24 @@ TEST(Transform, ManyChannelsTogetherAreBoundedToTheValue) {
     EXPECT_EQ(ThrownText([&] { transform(67108864 + 384 - 363 + 1); }),
               "Anim channels are too long together to be resampled: 67109249 values so far; at "
               "most 67109248 values can be held.");
+}
+
+TEST(Transform, FitsOfManyChannelsTogetherAreBounded) {
+    const auto anim = MakeAnim();
+    for (int i = 0; i < 2; ++i)
+        Add(*anim, "translate",
+            MakeChannel(AnimInterp::QELHermite, 3, {0, 2}, {1, 2, 3, 4, 5, 6},
+                        {0, 1, 2, 3, -1, 0}));
+    ResampledTotal total;
+    Transform(*anim, total);
+    EXPECT_EQ(total.fits.GetMost(), 2147483648u + 512 * 242);
+    const std::uint64_t looks = total.fits.GetLooks();
+    EXPECT_GT(looks, 242u);
+    total.fits = Qel::LeastSquares::FitEffort(looks / 2, 0);
+    EXPECT_EQ(
+        ThrownText([&] { Transform(*anim, total); }),
+        "Anim channels are too long together to be fitted: at most " + std::to_string(looks / 2) +
+            " looks at samples can be taken, and those that hold a value for long take many.");
 }
 
 }  // namespace

@@ -144,6 +144,17 @@ TEST_F(DrivenKeysTest, TimestepChannelIsFittedToAThousandth) {
     EXPECT_EQ(Curve().lastTime, 1.0f);
 }
 
+TEST_F(DrivenKeysTest, FitsOfAllChannelsAreBoundedTogether) {
+    const std::string sampled =
+        "<animData interp=\"Timestep\" numKeys=\"5\" duration=\"1\"><keyValues>0 0.25 0.5 0.75 "
+        "1</keyValues></animData>";
+    AddKey("||root|a", "rotateX", sampled);
+    const std::uint64_t looks = procedural.fitEffort.GetLooks();
+    EXPECT_GT(looks, 5u);
+    AddKey("||root|a", "rotateY", sampled);
+    EXPECT_EQ(procedural.fitEffort.GetLooks(), 2 * looks);
+}
+
 TEST_F(DrivenKeysTest, TheToleranceOfTheFitIsAThousandthToTheBit) {
     // A curve that stays within the tolerance of its first sample is flat.
     const auto samples = [](const char* value) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <AnimUtil/LeastSquares/FitEffort.h>
+
 #include <string>
 
 class VokAnimChannel;
@@ -24,6 +26,8 @@ class CompressionFilter {
     virtual bool GetLooping(const std::string& name, const VokAnimChannel& channel) const = 0;
     /// Whether corners and steps move to the nearest sample.
     virtual bool GetSnapToSamples(const std::string& name, const VokAnimChannel& channel) const = 0;
+    /// What the fits of this and other channels cost together; null sets no limit.
+    virtual Qel::LeastSquares::FitEffort* GetEffort() const;
 
     virtual bool IsRotation(const std::string& name, const VokAnimChannel& channel) const;
     virtual bool IsRotate(const std::string& name, const VokAnimChannel& channel) const;
@@ -43,6 +47,7 @@ class CompressionFilterDefault : public CompressionFilter {
     int GetMaxComplexity(const std::string& name, const VokAnimChannel& channel) const override;
     bool GetLooping(const std::string& name, const VokAnimChannel& channel) const override;
     bool GetSnapToSamples(const std::string& name, const VokAnimChannel& channel) const override;
+    Qel::LeastSquares::FitEffort* GetEffort() const override;
 
     int flags =
         0;  ///< bit 1 or bit 2: the tolerance is shared with a second stage by toleranceSplit
@@ -55,6 +60,7 @@ class CompressionFilterDefault : public CompressionFilter {
     int maxComplexity = 0;
     bool looping = false;
     bool snapToSamples = false;
+    Qel::LeastSquares::FitEffort* effort = nullptr;
 };
 
 }  // namespace VokAnimUtil

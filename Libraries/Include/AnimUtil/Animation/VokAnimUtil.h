@@ -1,5 +1,6 @@
 #pragma once
 
+#include <AnimUtil/LeastSquares/FitEffort.h>
 #include <VokLib/Objects/Animation/AnimInterp.h>
 
 #include <cstddef>
@@ -55,9 +56,11 @@ void ConvertTypeIfNeeded(VokAnimChannel& channel, AnimInterp target,
 void ConvertType(VokAnimChannel& out, const VokAnimChannel& in, AnimInterp target,
                  const CompressionFilter* filter);
 
-/// Fits the samples of `in` by as few keys as `tolerance` allows.
+/// Fits the samples of `in` by as few keys as `tolerance` allows. Where `effort` is not null and
+/// exceeds its limit throws "Anim channels are too long together to be fitted: ...".
 void ConvertTimestepToQelHermite(VokAnimChannel& out, const VokAnimChannel& in, float tolerance,
-                                 bool looping, bool snapToSamples, int maxComplexity);
+                                 bool looping, bool snapToSamples, int maxComplexity,
+                                 Qel::LeastSquares::FitEffort* effort = nullptr);
 void ConvertQelCurveToQelHermite(VokAnimChannel& out, const VokAnimChannel& in);
 void ConvertQelHermiteToQelCurve(VokAnimChannel& out, const VokAnimChannel& in);
 
@@ -69,11 +72,12 @@ void ConvertQelHermiteToQelCurve(VokAnimChannel& out, const VokAnimChannel& in);
 /// channel's text. After a failure the channels in front of the failing one are turned.
 void Transform(VokAnim& anim);
 
-/// What the animations of one document have been sampled into, so that many channels are not a way
-/// round the limit of one.
+/// What the animations of one document have been sampled into and what their fits cost, so that
+/// many channels are not a way round the limit of one.
 struct ResampledTotal {
     std::size_t values = 0;
     std::size_t most = std::size_t{1} << 26;  ///< grows with the keys of the channels
+    Qel::LeastSquares::FitEffort fits = {};
 };
 
 /// The same, as one of several animations. More values in all than may be held throw "Anim channels

@@ -2,6 +2,7 @@
 
 #include <AnimUtil/LeastSquares/CurveSample.h>
 #include <AnimUtil/LeastSquares/CurveSegment.h>
+#include <AnimUtil/LeastSquares/FitEffort.h>
 #include <AnimUtil/LeastSquares/LeastSquaresError.h>
 
 #include <vector>
@@ -26,6 +27,8 @@ class CurveFitter {
     /// At most this many constraint intervals for each segment; 0 (default) is no limit, below 0
     /// throws.
     void SetMaxSolverComplexity(int value);
+    /// Where Solve adds what it costs, and what it must not exceed; null (default) sets no limit.
+    void SetEffort(FitEffort* value) { effort = value; }
 
     /// A sample where value and tangent run through.
     void AddSample(float time, const Components& position);
@@ -39,7 +42,7 @@ class CurveFitter {
 
     /// Replaces `result` by the segments of the curve in order of time. Throws Error for fewer than
     /// two samples, for less than 0.001 between the first and the last, and where the equations
-    /// have no solution.
+    /// have no solution; TooMuchEffort where there is a limit.
     void Solve(std::vector<CurveSegment>& result);
 
   private:
@@ -56,6 +59,7 @@ class CurveFitter {
     float tangentWeight = 0.001f;
     float softSampleWeight = 0.001f;
     int maxSolverComplexity = 0;
+    FitEffort* effort = nullptr;
 };
 
 }  // namespace Qel::LeastSquares

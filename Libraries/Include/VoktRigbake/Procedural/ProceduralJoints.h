@@ -1,5 +1,6 @@
 #pragma once
 
+#include <AnimUtil/LeastSquares/FitEffort.h>
 #include <VoktRigbake/Procedural/DrivenKeys.h>
 #include <VoktRigbake/Procedural/ExternalChannels.h>
 #include <VoktRigbake/Procedural/JointConstraints.h>
@@ -17,4 +18,6 @@ struct ProceduralJoints {
     std::vector<ProceduralItem> items;
     ExternalChannels externalInputs;
     ExternalChannels externalOutputs;
+    /// What making curves of all sampled driven keys has cost.
+    Qel::LeastSquares::FitEffort fitEffort;
 };
