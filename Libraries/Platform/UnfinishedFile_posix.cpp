@@ -10,8 +10,10 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <utility>
@@ -43,10 +45,31 @@ bool LetsNoNameGo(const std::string& folder) {
            (status.stx_attributes & STATX_ATTR_APPEND) != 0;
 }
 
-bool HasOrGetsGroup(int descriptor, gid_t group) {
+/// What says that the file may not be given away, or not to those, rather than that something is
+/// wrong with the disk.
+bool IsRefusalToGive(int error) {
+    constexpr int kRefusals[] = {EPERM, EACCES, EINVAL, EOVERFLOW, ENOSYS, EOPNOTSUPP};
+    return std::find(std::begin(kRefusals), std::end(kRefusals), error) != std::end(kRefusals);
+}
+
+/// `isGiven` tells whether it went, which the system may refuse. 0, or the system's error number.
+int Give(int descriptor, uid_t owner, gid_t group, bool& isGiven) {
+    int result;
+    do {
+        result = fchown(descriptor, owner, group);
+    } while (result != 0 && errno == EINTR);
+    isGiven = result == 0;
+    return isGiven || IsRefusalToGive(errno) ? 0 : errno;
+}
+
+/// `hasGroup` tells whether it has it in the end.
+int GiveGroup(int descriptor, gid_t group, bool& hasGroup) {
+    if (const int error = Give(descriptor, static_cast<uid_t>(-1), group, hasGroup); error != 0)
+        return error;
     struct stat status;
-    return fchown(descriptor, static_cast<uid_t>(-1), group) == 0 ||
-           (fstat(descriptor, &status) == 0 && status.st_gid == group);
+    if (fstat(descriptor, &status) != 0) return errno;
+    hasGroup = status.st_gid == group;
+    return 0;
 }
 
 /// Takes from the group what others have not.
@@ -58,9 +81,14 @@ mode_t LimitGroupToOthers(mode_t mode) {
 /// `list` is empty for a file that has to have none.
 int CopyPermissions(int descriptor, const struct stat& from, const std::string& list) {
     // To give a file away is a right that few have; it then stays the user's own.
-    const bool isGiven = fchown(descriptor, from.st_uid, from.st_gid) == 0;
+    bool isGiven = false;
+    if (const int error = Give(descriptor, from.st_uid, from.st_gid, isGiven); error != 0)
+        return error;
     // Another group than the old file's is not to be handed that one's rights.
-    const bool isGroupKept = isGiven || HasOrGetsGroup(descriptor, from.st_gid);
+    bool isGroupKept = isGiven;
+    if (!isGiven)
+        if (const int error = GiveGroup(descriptor, from.st_gid, isGroupKept); error != 0)
+            return error;
     if (const int error =
             GiveAccessList(descriptor, isGroupKept ? list : ListLimitingGroupToOthers(list));
         error != 0)

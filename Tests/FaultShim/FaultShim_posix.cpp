@@ -22,6 +22,7 @@
 #include <sys/syscall.h>
 #include <sys/types.h>
 #include <sys/uio.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -306,6 +307,22 @@ int flock(int descriptor, int operation) {
 int chmod(const char* path, mode_t mode) {
     NEXT(chmod);
     return CallFails() ? -1 : next(path, mode);
+}
+ssize_t getxattr(const char* path, const char* name, void* value, size_t size) {
+    NEXT(getxattr);
+    return CallFails() ? -1 : next(path, name, value, size);
+}
+ssize_t fgetxattr(int descriptor, const char* name, void* value, size_t size) {
+    NEXT(fgetxattr);
+    return CallFails() ? -1 : next(descriptor, name, value, size);
+}
+int fsetxattr(int descriptor, const char* name, const void* value, size_t size, int flags) {
+    NEXT(fsetxattr);
+    return CallFails() ? -1 : next(descriptor, name, value, size, flags);
+}
+int fremovexattr(int descriptor, const char* name) {
+    NEXT(fremovexattr);
+    return CallFails() ? -1 : next(descriptor, name);
 }
 int fchown(int descriptor, uid_t owner, gid_t group) {
     NEXT(fchown);

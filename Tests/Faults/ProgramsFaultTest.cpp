@@ -1,4 +1,5 @@
 #include "Faults/FaultyRun.h"
+#include "Support/AccessLists_posix.h"
 #include "Support/OrdinaryUser.h"
 #include "Support/TemporaryFolder.h"
 
@@ -22,15 +23,37 @@ namespace {
 namespace fs = std::filesystem;
 using Texts = std::vector<std::string>;
 
-/// A program with arguments that makes a file of "in.qeli".
+/// Who may do what with a file.
+struct Permissions {
+    mode_t mode = 0;
+    uid_t owner = 0;
+    gid_t group = 0;
+    std::string list;
+
+    bool operator==(const Permissions&) const = default;
+};
+
+std::ostream& operator<<(std::ostream& out, const Permissions& permissions) {
+    return out << std::oct << permissions.mode << std::dec << " of " << permissions.owner << ":"
+               << permissions.group << " with a list of " << permissions.list.size() << " bytes";
+}
+
+Permissions PermissionsOf(const std::string& path) {
+    struct stat status {};
+    stat(path.c_str(), &status);
+    return {status.st_mode & 07777u, status.st_uid, status.st_gid, AccessListOf(path)};
+}
+
+/// A program with arguments that makes files of "in.qeli".
 struct Work {
     const char* name;
     const char* program;
     Texts arguments;
     bool hasLog = false;
-    const char* out = "out";
+    Texts outs = {"out"};  // in the order in which they are written
     std::string old = "the old content";
     bool isInPlace = false;
+    bool hasAccessList = false;
 };
 
 std::ostream& operator<<(std::ostream& out, const Work& work) {
@@ -44,15 +67,21 @@ const Work kLoggedBake = {"LoggedBake",
                           true};
 /// An ordinary user's, where the folder takes no other file. What is there is shorter, or longer.
 const Texts kBakeInPlaceArguments = {"-in", "in.qeli", "-out", "kept/out", "-ojc", "1"};
-const Work kBakeInPlace = {"BakeInPlace",     "rigbake", kBakeInPlaceArguments, false, "kept/out",
+const Work kBakeInPlace = {"BakeInPlace",     "rigbake", kBakeInPlaceArguments, false, {"kept/out"},
                            "the old content", true};
 const Work kShorterBakeInPlace = {
-    "ShorterBakeInPlace",   "rigbake", kBakeInPlaceArguments, false, "kept/out",
+    "ShorterBakeInPlace",   "rigbake", kBakeInPlaceArguments, false, {"kept/out"},
     std::string(9000, 'o'), true};
-const Work kConversion = {"Conversion", "qeli", {"convert", "in.qeli", "out"}};
+const Work kConversion = {
+    "Conversion", "qeli", {"convert", "in.qeli", "out"}, false, {"out"}, "old", false, true};
+const Work kBothForms = {"BothForms",
+                         "rigbake",
+                         {"-in", "in.qeli", "-out", "out", "-ojc", "1", "-bothendian"},
+                         false,
+                         {"outLE", "outBE"}};
 /// Of a file that is not there yet.
 constexpr const char* kNothing = "(nothing)";
-const Work kNewFile = {"NewFile", "rigbake", kBake.arguments, false, "out", kNothing};
+const Work kNewFile = {"NewFile", "rigbake", kBake.arguments, false, {"out"}, kNothing};
 
 /// A small rig with a level of detail, constraints, a driven key and texts of every kind.
 constexpr const char* kRig = R"(<?xml version="1.0" encoding="ISO-8859-1"?>
@@ -78,14 +107,20 @@ class FaultyWork : public testing::TestWithParam<Work> {
   protected:
     void SetUp() override {
         folder.WriteFile("in.qeli", kRig);
+        // New files have a list at first that one without a list must not keep.
+        if (!GetParam().hasAccessList && !GetParam().isInPlace)
+            SetAccessList(folder.Path(), AccessListForOneUser(), kAccessListOfNewFiles);
         if (GetParam().isInPlace) {
             if (!OrdinaryUserMayRun()) GTEST_SKIP() << "an ordinary user cannot reach the programs";
             KeepFolder();
         }
+        MakeOld();
+        permissions = PermissionsOfOuts();
         const FaultyResult run = Run({});
         ASSERT_EQ(run.status, 0) << run.output << run.errors;
-        wanted = Out();
-        EXPECT_NE(wanted, kOld);
+        if (kOld == kNothing) permissions = PermissionsOfOuts();
+        wanted = Contents();
+        for (const std::string& content : wanted) EXPECT_NE(content, kOld);
         log = folder.ReadFile("log");
     }
     void TearDown() override {
@@ -96,28 +131,72 @@ class FaultyWork : public testing::TestWithParam<Work> {
     void KeepFolder() const {
         chmod(folder.Path().c_str(), 0777);
         fs::create_directory(folder.Path("kept"));
-        chmod(folder.WriteFile(GetParam().out, "").c_str(), 0666);
+        chmod(folder.WriteFile(GetParam().outs[0], "").c_str(), 0666);
         chmod(folder.Path("kept").c_str(), 0555);
     }
 
+    /// What is to be replaced is another's where that can be.
+    void MakeOld() const {
+        constexpr uid_t kNobody = 65534;
+        constexpr gid_t kItsGroup = 54321;
+        for (const std::string& out : GetParam().outs) {
+            if (kOld == kNothing) {
+                fs::remove(folder.Path(out));
+                continue;
+            }
+            const std::string path = folder.WriteFile(out, kOld);
+            if (GetParam().isInPlace) continue;
+            if (geteuid() == 0) {
+                ASSERT_EQ(chown(path.c_str(), kNobody, kItsGroup), 0);
+            }
+            TakeAccessList(path);
+            ASSERT_EQ(chmod(path.c_str(), 0640), 0);
+            // Where there are no such lists the file has none.
+            if (GetParam().hasAccessList) SetAccessList(path, AccessListForOneUser());
+        }
+    }
+
     FaultyResult Run(const Texts& arguments, const Fault& fault) const {
-        if (kOld == kNothing)
-            fs::remove(folder.Path("out"));
-        else
-            folder.WriteFile(GetParam().out, kOld);
+        MakeOld();
         std::optional<OrdinaryUser> user;
         if (GetParam().isInPlace) user.emplace();
         return RunWithFault(folder.Path(), GetParam().program, arguments, fault);
     }
     FaultyResult Run(const Fault& fault) const { return Run(GetParam().arguments, fault); }
 
-    std::string Out() const {
-        const char* const out = GetParam().out;
-        return fs::exists(folder.Path(out)) ? folder.ReadFile(out) : kNothing;
+    Texts Contents() const {
+        Texts contents;
+        for (const std::string& out : GetParam().outs)
+            contents.push_back(fs::exists(folder.Path(out)) ? folder.ReadFile(out) : kNothing);
+        return contents;
+    }
+
+    std::vector<Permissions> PermissionsOfOuts() const {
+        std::vector<Permissions> all;
+        for (const std::string& out : GetParam().outs)
+            all.push_back(PermissionsOf(folder.Path(out)));
+        return all;
+    }
+
+    /// Each file is whole, the old or the new one, and whose it was.
+    void ExpectOldOrNew() const {
+        const Texts contents = Contents();
+        for (std::size_t i = 0; i < contents.size(); ++i)
+            EXPECT_TRUE(contents[i] == kOld || contents[i] == wanted[i]) << GetParam().outs[i];
+        ExpectPermissions();
+    }
+
+    void ExpectPermissions() const {
+        for (std::size_t i = 0; i < permissions.size(); ++i) {
+            const std::string path = folder.Path(GetParam().outs[i]);
+            if (!fs::exists(path)) continue;
+            EXPECT_EQ(PermissionsOf(path), permissions[i]) << path;
+        }
     }
 
     Texts Leftovers() const {
-        const std::set<std::string> known = {"in.qeli", "out", "log", "kept"};
+        std::set<std::string> known = {"in.qeli", "log", "kept"};
+        known.insert(GetParam().outs.begin(), GetParam().outs.end());
         Texts others;
         for (const fs::directory_entry& entry : fs::directory_iterator(folder.Path()))
             if (known.count(entry.path().filename().string()) == 0)
@@ -131,8 +210,12 @@ class FaultyWork : public testing::TestWithParam<Work> {
         EXPECT_TRUE(run.status == 0 || run.status == 1) << run.status;
         EXPECT_EQ(Leftovers(), Texts{});
         if (run.status == 0 || keepsOld) {
-            EXPECT_TRUE(Out() == (run.status == 0 ? wanted : kOld)) << "status " << run.status;
+            ExpectOldOrNew();
+            // All are written for 0; the last is what a failure leaves as it was.
+            EXPECT_TRUE(run.status == 0 ? Contents() == wanted : Contents().back() == kOld)
+                << "status " << run.status;
         }
+        ExpectPermissions();
         if (run.status == 0 && GetParam().hasLog && folder.ReadFile("log") != log) {
             EXPECT_NE(run.errors.find("WARNING: log file 'log' is not whole: "), std::string::npos);
         }
@@ -153,7 +236,8 @@ class FaultyWork : public testing::TestWithParam<Work> {
 
     const std::string kOld = GetParam().old;
     TemporaryFolder folder;
-    std::string wanted;
+    Texts wanted;
+    std::vector<Permissions> permissions;
     std::string log;
 };
 
@@ -208,7 +292,7 @@ TEST_P(FailedAllocation, EachHundredthOfAnUpdate) {
         arguments.insert(arguments.end(), {"-autoupdate", "1"});
     const long count = Run(arguments, {Fault::Kind::Allocation}).count;
     ASSERT_GT(count, 1000);
-    EXPECT_EQ(Out(), wanted);
+    EXPECT_EQ(Contents(), wanted);
     log = folder.ReadFile("log");
     for (long number = 1; number <= count && !HasFailure(); number += 101) {
         SCOPED_TRACE("allocation " + std::to_string(number));
@@ -258,6 +342,7 @@ class FailedCall : public FaultyWork {
             if (run.status == 0) continue;
             // The tests of names and the reader have words of their own, without a reason.
             EXPECT_TRUE(
+                (error == ENOMEM && SaysLackOfMemory(run)) ||
                 Says(run, {std::strerror(error), "is not readable.", "File open error: ",
                            "File read error: ", "Failed to open file for Biff write.",
                            "could not open 'log' for write", "is not writeable", "_fullpath failed",
@@ -279,6 +364,10 @@ TEST_P(FailedCall, WithAnInterruption) {
     FailEach(EINTR);
 }
 
+TEST_P(FailedCall, WithASystemThatLacksMemory) {
+    FailEach(ENOMEM);
+}
+
 class EndedRun : public FaultyWork {
   protected:
     void EndInFrontOfEach(int signal) {
@@ -289,8 +378,7 @@ class EndedRun : public FaultyWork {
             if (run.signal != signal) {
                 EXPECT_EQ(run.status, 0);
             }
-            const std::string content = Out();
-            EXPECT_TRUE(content == kOld || content == wanted);
+            ExpectOldOrNew();
             // Between its name and its place a file of a process that is killed stays.
             if (signal == SIGKILL) {
                 for (const std::string& name : Leftovers()) fs::remove(folder.Path(name));
@@ -314,7 +402,7 @@ std::string NameOf(const testing::TestParamInfo<Work>& work) {
     return work.param.name;
 }
 
-const auto kWorks = testing::Values(kBake, kLoggedBake, kConversion, kBakeInPlace);
+const auto kWorks = testing::Values(kBake, kLoggedBake, kConversion, kBakeInPlace, kBothForms);
 INSTANTIATE_TEST_SUITE_P(Of, FailedLargeUpdate, testing::Values(kBake), NameOf);
 INSTANTIATE_TEST_SUITE_P(Of, FailedAllocation, kWorks, NameOf);
 INSTANTIATE_TEST_SUITE_P(Of, FailedCall, kWorks, NameOf);
@@ -323,6 +411,7 @@ INSTANTIATE_TEST_SUITE_P(OfA, FailedCall, testing::Values(kNewFile), NameOf);
 INSTANTIATE_TEST_SUITE_P(Of, EndedRun, kWorks, NameOf);
 INSTANTIATE_TEST_SUITE_P(OfA, EndedRun, testing::Values(kNewFile), NameOf);
 INSTANTIATE_TEST_SUITE_P(OfA, KilledRun, testing::Values(kNewFile), NameOf);
-INSTANTIATE_TEST_SUITE_P(Of, KilledRun, testing::Values(kBake, kLoggedBake, kConversion), NameOf);
+INSTANTIATE_TEST_SUITE_P(Of, KilledRun,
+                         testing::Values(kBake, kLoggedBake, kConversion, kBothForms), NameOf);
 
 }  // namespace

@@ -4,17 +4,16 @@
 
 #include "Platform/SystemCalls.h"
 #include "Platform/TemporaryFolderName.h"
+#include "Support/AccessLists_posix.h"
 #include "Support/OrdinaryUser.h"
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/stat.h>
-#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -33,35 +32,6 @@ std::string ContentOf(const std::string& path) {
     std::ostringstream content;
     content << std::ifstream(path, std::ios::binary).rdbuf();
     return content.str();
-}
-
-constexpr const char* kList = "system.posix_acl_access";
-constexpr const char* kListOfNewFiles = "system.posix_acl_default";
-
-/// An access list: the owner and a certain user read and write, the group and others as told.
-std::string ListForOneUser(int group = 0, int others = 0) {
-    std::string list("\2\0\0\0", 4);
-    const auto add = [&list](int kind, int rights, std::uint32_t user) {
-        for (const int number : {kind, rights}) list += {static_cast<char>(number), '\0'};
-        for (int i = 0; i < 4; ++i) list += static_cast<char>(user >> 8 * i);
-    };
-    constexpr std::uint32_t kNobodyCertain = 0xFFFFFFFF;
-    add(0x01, 6, kNobodyCertain);  // the owner
-    add(0x02, 6, 12345);
-    add(0x04, group, kNobodyCertain);
-    add(0x10, 6, kNobodyCertain);  // the most that the two in front may have
-    add(0x20, others, kNobodyCertain);
-    return list;
-}
-
-bool SetList(const std::string& path, const char* which, const std::string& list) {
-    return setxattr(path.c_str(), which, list.data(), list.size(), 0) == 0;
-}
-
-std::string ListOf(const std::string& path) {
-    std::string list(1024, '\0');
-    const ssize_t size = getxattr(path.c_str(), kList, list.data(), list.size());
-    return list.substr(0, size < 0 ? 0 : static_cast<std::size_t>(size));
 }
 
 class UnfinishedFile : public testing::Test {
@@ -96,35 +66,35 @@ TEST_F(UnfinishedFile, TheNameLeadsToTheOldContentUntilAllIsWritten) {
 
 TEST_F(UnfinishedFile, TheAccessListStays) {
     const std::string out = folder.WriteFile("out", "old");
-    if (!SetList(out, kList, ListForOneUser())) GTEST_SKIP() << "no access lists here";
+    if (!SetAccessList(out, AccessListForOneUser())) GTEST_SKIP() << "no access lists here";
     ASSERT_EQ(ModeOf(out), 0660u);
     EXPECT_EQ(Replace(out), 0);
     EXPECT_EQ(folder.ReadFile("out"), "new");
-    EXPECT_EQ(ListOf(out), ListForOneUser());
+    EXPECT_EQ(AccessListOf(out), AccessListForOneUser());
     EXPECT_EQ(ModeOf(out), 0660u);
 }
 
 TEST_F(UnfinishedFile, TheFoldersListForNewFilesIsNoneForOneThatIsReplaced) {
     const std::string out = folder.WriteFile("out", "old");
     chmod(out.c_str(), 0660);
-    if (!SetList(folder.Path(), kListOfNewFiles, ListForOneUser()))
+    if (!SetAccessList(folder.Path(), AccessListForOneUser(), kAccessListOfNewFiles))
         GTEST_SKIP() << "no access lists here";
     EXPECT_EQ(Replace(out), 0);
     EXPECT_EQ(folder.ReadFile("out"), "new");
-    EXPECT_EQ(ListOf(out), "");
+    EXPECT_EQ(AccessListOf(out), "");
     EXPECT_EQ(ModeOf(out), 0660u);
     EXPECT_EQ(Replace(folder.Path("fresh")), 0);
-    EXPECT_EQ(ListOf(folder.Path("fresh")), ListForOneUser());
+    EXPECT_EQ(AccessListOf(folder.Path("fresh")), AccessListForOneUser());
 }
 
 TEST_F(UnfinishedFile, AListStaysWithAFileThatBecomesItsWritersOwn) {
     if (geteuid() != 0) GTEST_SKIP() << "only the superuser can set this up";
     chmod(folder.Path().c_str(), 0777);
     const std::string out = folder.WriteFile("out", "old");
-    if (!SetList(out, kList, ListForOneUser())) GTEST_SKIP() << "no access lists here";
+    if (!SetAccessList(out, AccessListForOneUser())) GTEST_SKIP() << "no access lists here";
     const OrdinaryUser user;
     EXPECT_EQ(Replace(out), 0);
-    EXPECT_EQ(ListOf(out), ListForOneUser());
+    EXPECT_EQ(AccessListOf(out), AccessListForOneUser());
     EXPECT_EQ(ModeOf(out), 0660u);
 }
 
@@ -172,6 +142,15 @@ TEST_F(UnfinishedFile, AFreeNameStaysFreeWhenAFailureShowsAtTheEnd) {
     calls.inFrontOfClosing = [](int) { return EDQUOT; };
     EXPECT_EQ(Replace(folder.Path("out")), EDQUOT);
     EXPECT_EQ(CountFiles(), 0);
+}
+
+TEST_F(UnfinishedFile, TheOldFileStaysWhenAFailureShowsAtTheEnd) {
+    const std::string out = folder.WriteFile("out", "old");
+    SystemCalls calls;
+    calls.inFrontOfClosing = [](int) { return EDQUOT; };
+    EXPECT_EQ(Replace(out), EDQUOT);
+    EXPECT_EQ(folder.ReadFile("out"), "old");
+    EXPECT_EQ(CountFiles(), 1);
 }
 
 TEST_F(UnfinishedFile, WhatTakesTheFreeNameMeanwhileIsReplaced) {
@@ -311,16 +290,16 @@ TEST_F(UnfinishedFileOfAnotherGroup, HandsItsRightsToNoOtherGroup) {
 }
 
 TEST_F(UnfinishedFileOfAnotherGroup, KeepsItsListButForTheRightsOfTheGroup) {
-    if (!SetList(out, kList, ListForOneUser(6, 4))) GTEST_SKIP() << "no access lists here";
+    if (!SetAccessList(out, AccessListForOneUser(6, 4))) GTEST_SKIP() << "no access lists here";
     for (const uid_t owner : {kNobody, 1u}) {
-        ASSERT_TRUE(SetList(out, kList, ListForOneUser(6, 4)));
+        ASSERT_TRUE(SetAccessList(out, AccessListForOneUser(6, 4)));
         ReplaceAsOrdinaryUser(owner);
-        EXPECT_EQ(ListOf(out), ListForOneUser(4, 4));
+        EXPECT_EQ(AccessListOf(out), AccessListForOneUser(4, 4));
         EXPECT_EQ(ModeOf(out), 0664u);
     }
-    ASSERT_TRUE(SetList(out, kList, ListForOneUser(4, 6)));
+    ASSERT_TRUE(SetAccessList(out, AccessListForOneUser(4, 6)));
     ReplaceAsOrdinaryUser(kNobody);
-    EXPECT_EQ(ListOf(out), ListForOneUser(4, 6));
+    EXPECT_EQ(AccessListOf(out), AccessListForOneUser(4, 6));
 }
 
 TEST_F(UnfinishedFileOfAnotherGroup, KeepsTheGroupsRightsWhereItsFolderGivesTheGroup) {
