@@ -1,4 +1,5 @@
 #include "Procedural/StageOrder.h"
+#include "Support/CostRatio.h"
 #include "VoktRigbake/RigbakeTestTools.h"
 
 #include <VokLib/Objects/Animation/VokAnimChannel.h>
@@ -204,6 +205,21 @@ TEST_F(StageOrder, LongChainsAreOrderedWithoutAPassOverEverythingEachTime) {
     const std::vector<Stage> stages = OrderStages(*dependencies);
     ASSERT_EQ(stages.size(), kLength);
     EXPECT_EQ(stages.back().objects.front(), objects.back());
+}
+
+TEST_F(StageOrder, CirclesAndChainsTakeTimeInProportionToTheirLength) {
+    if (!kHasProcessorTime) GTEST_SKIP() << "other processes would have a say";
+    Fill(std::string(20000, 'q'));
+    for (const bool isCircle : {false, true}) {
+        const double cost = CostOfFourTimes(5000, [&](int length) {
+            dependencies = std::make_unique<Dependencies>(*order);
+            const auto count = static_cast<std::size_t>(length);
+            for (std::size_t i = 0; i + 1 < count; ++i) Add(i, i + 1);
+            if (isCircle) Add(count - 1, 0);
+            EXPECT_EQ(FailureText([this] { Ordered(); }), isCircle ? kCircle : "");
+        });
+        EXPECT_LT(cost, kMostOfFourTimes) << isCircle;
+    }
 }
 
 TEST_F(StageOrder, RandomRelationsGiveTheStagesOfThePasses) {
