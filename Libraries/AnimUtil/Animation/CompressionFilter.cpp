@@ -10,10 +10,6 @@ int CompressionFilter::GetMaxComplexity(const std::string&, const VokAnimChannel
     return 0;
 }
 
-Qel::LeastSquares::FitEffort* CompressionFilter::GetEffort() const {
-    return nullptr;
-}
-
 bool CompressionFilter::IsRotation(const std::string& name, const VokAnimChannel& channel) const {
     return IsRotate(name, channel);
 }
@@ -32,6 +28,10 @@ bool CompressionFilter::IsScale(const std::string&, const VokAnimChannel& channe
 
 bool CompressionFilter::IsOther(const std::string& name, const VokAnimChannel& channel) const {
     return !IsRotate(name, channel) && !IsTranslate(name, channel) && !IsScale(name, channel);
+}
+
+Qel::LeastSquares::FitEffort* CompressionFilter::GetEffort() const {
+    return nullptr;
 }
 
 int CompressionFilterDefault::GetFlags(const std::string&, const VokAnimChannel&) const {

@@ -26,14 +26,15 @@ class CompressionFilter {
     virtual bool GetLooping(const std::string& name, const VokAnimChannel& channel) const = 0;
     /// Whether corners and steps move to the nearest sample.
     virtual bool GetSnapToSamples(const std::string& name, const VokAnimChannel& channel) const = 0;
-    /// What the fits of this and other channels cost together; null sets no limit.
-    virtual Qel::LeastSquares::FitEffort* GetEffort() const;
 
     virtual bool IsRotation(const std::string& name, const VokAnimChannel& channel) const;
     virtual bool IsRotate(const std::string& name, const VokAnimChannel& channel) const;
     virtual bool IsTranslate(const std::string& name, const VokAnimChannel& channel) const;
     virtual bool IsScale(const std::string& name, const VokAnimChannel& channel) const;
     virtual bool IsOther(const std::string& name, const VokAnimChannel& channel) const;
+
+    /// What the fits of this and other channels cost together; null sets no limit.
+    virtual Qel::LeastSquares::FitEffort* GetEffort() const;
 };
 
 /// The same answers for every channel.
