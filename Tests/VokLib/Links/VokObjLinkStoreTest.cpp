@@ -9,6 +9,8 @@
 #include <set>
 #include <vector>
 
+#include "Support/CostRatio.h"
+
 using namespace SceneTest;
 
 class LinkStore : public SceneTest::Test {
@@ -202,4 +204,22 @@ TEST_F(LinkStore, ManyLinksThroughManyInstancesResolve) {
         ASSERT_EQ(handles[static_cast<std::size_t>(i)].GetTarget(),
                   targets[static_cast<std::size_t>(kCount - 1 - i)]);
     EXPECT_EQ(handles.back().GetTarget(), world.FindChild("s0")->FindChild("same"));
+}
+
+TEST_F(LinkStore, LinksThroughInstancesTakeTimeInProportionToTheirNumber) {
+    if (!kHasProcessorTime) GTEST_SKIP() << "other processes would have a say";
+    const double cost = CostOfFourTimes(2000, [&](int count) {
+        VokWorld instances;
+        VokNode* holder = Add<VokNode>(instances.GetHierarchy(), "holder");
+        std::vector<VokObjLinkHandle> handles;
+        handles.reserve(static_cast<std::size_t>(count));
+        for (int i = 0; i < count; ++i) {
+            const std::string number = std::to_string(i);
+            Add<VokNode>(Add<VokScene>(&instances, "s" + number), "n" + number);
+            Add<VokInstance>(holder, "i" + number)->target.SetTargetPath("|s" + number);
+            handles.emplace_back(holder, "||holder|n" + std::to_string(count - 1 - i));
+        }
+        EXPECT_EQ(store.ResolveLinks(&instances, nullptr, false), 0u);
+    });
+    EXPECT_LT(cost, kMostOfFourTimes);
 }
