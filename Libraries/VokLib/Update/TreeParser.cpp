@@ -50,8 +50,8 @@ struct TreeParser::Callbacks {
                       int defaultedCount, const xmlChar** attributes) {
         TreeParser& parser = Of(user);
         const bool passes = Passes(parser, [&] {
-            parser.CheckStart({*static_cast<xmlParserCtxtPtr>(user), prefix, uri, spaceCount,
-                               attributeCount, attributes});
+            parser.CheckStart({*static_cast<xmlParserCtxtPtr>(user), prefix, uri, spaces,
+                               spaceCount, attributeCount, attributes});
             parser.CountAddedText(spaceCount, spaces, attributeCount, defaultedCount, attributes);
             parser.ReleaseTexts(user);
         });
@@ -158,6 +158,8 @@ void TreeParser::CheckStart(const Start& start) {
                "attributes on one element");
     CheckLimit(static_cast<std::size_t>(xmlDictSize(context->dict)), VokLimits::kMaxOldNames,
                "different names");
+    declared.resize(opened[depth].spaces);
+    for (int i = 0; i < start.spaceCount; ++i) declared.push_back(start.spaces[2 * i]);
     CountSearches(start, depth);
     if (depth == 0 && context->hasExternalSubset != 0) {
         ThrowVokException(
@@ -188,25 +190,37 @@ std::size_t TreeParser::DepthOf(const xmlParserCtxt& reader) {
     return entities.back().depth + std::max<std::size_t>(depth, 1) - 1;
 }
 
-/// Where an element or attribute is not in the namespace of what is around it, the parser and each
-/// stage that copies it look for its declaration, and elements of other namespaces take all that
-/// are declared around them along: once for each of these, up to the root.
+/// The parser and each stage look for the declaration of an attribute's namespace. A stage that
+/// copies an element which is not in the namespace of what is around it takes all that are declared
+/// there along, each looked for up to the root; of others the parser alone looks for one.
 void TreeParser::CountSearches(const Start& start, std::size_t depth) {
     const Opened& around = opened[depth];
-    const bool isForeign = xmlStrEqual(start.uri, opened[1].uri) == 0;
-    std::size_t count = 0;
-    if (isForeign) count += static_cast<std::size_t>(start.spaceCount);
+    std::size_t copied = 0;
+    if (xmlStrEqual(start.uri, opened[1].uri) == 0)
+        copied += static_cast<std::size_t>(start.spaceCount);
     if (xmlStrEqual(start.uri, around.uri) == 0 || xmlStrEqual(start.prefix, around.prefix) == 0)
-        ++count;
+        ++copied;
+    std::size_t steps = ProductOf(ProductOf(copied, depth), opened[depth + 1].spaces + 1);
+    if (copied == 0 && start.uri != nullptr) steps = SumOf(steps, StepsTo(start.prefix, depth));
     for (int i = 0; i < start.attributeCount; ++i) {
         const xmlChar* const prefix = start.attributes[5 * i + 1];
-        if (prefix != nullptr && FromXml(prefix) != "xml") ++count;
+        if (prefix != nullptr && FromXml(prefix) != "xml") steps = SumOf(steps, depth);
     }
-    AddSearches(ProductOf(count, depth), opened[depth + 1].spaces);
+    AddSearches(steps);
 }
 
-void TreeParser::AddSearches(std::size_t depths, std::size_t spaces) {
-    searched = SumOf(searched, ProductOf(depths, SumOf(spaces, 1)));
+/// It passes over the namespace of the first itself, but not over what is declared there.
+std::size_t TreeParser::StepsTo(const xmlChar* prefix, std::size_t around) const {
+    for (std::size_t level = around; level > 0; --level) {
+        if (level < around && xmlStrEqual(opened[level].prefix, prefix) != 0) return around - level;
+        for (std::size_t i = opened[level - 1].spaces; i < opened[level].spaces; ++i)
+            if (xmlStrEqual(declared[i], prefix) != 0) return around - level;
+    }
+    return around;
+}
+
+void TreeParser::AddSearches(std::size_t steps) {
+    searched = SumOf(searched, steps);
     if (searched > VokLimits::kFreeSearches + VokLimits::kSearchesPerByte * size)
         Fail("more than " + std::to_string(VokLimits::kFreeSearches) + " steps and " +
                  std::to_string(VokLimits::kSearchesPerByte) +
@@ -243,14 +257,18 @@ void TreeParser::CountEntity(const xmlParserCtxt& reader, const xmlEntity* entit
     nextEntityDepth = depth;
     // The parser asks for it in its declaration, too, and what stands in another entity was counted
     // with that one.
-    if (depth == 0 || &reader != context.get() || replaced.names == 0) return;
+    if (depth == 0 || &reader != context.get() || replaced.names.count == 0) return;
     CheckDepth(SumOf(depth, replaced.deepest));
-    // Any of the names may be of another namespace, and default attributes may declare some.
+    // Default attributes may have prefixes and declare namespaces, and inside an element with a
+    // prefix names without one are of another namespace.
     const std::size_t spaces = context->attsDefault != nullptr ? VokLimits::kMaxOldNamespaces
                                : depth < opened.size()         ? opened[depth].spaces
                                                                : 0;
-    AddSearches(SumOf(ProductOf(replaced.names, depth), replaced.depths),
-                SumOf(spaces, replaced.spaces));
+    const bool isAny = context->attsDefault != nullptr || depth >= opened.size() ||
+                       opened[depth].prefix != nullptr;
+    const EntitySize::Names& names = isAny ? replaced.names : replaced.foreignNames;
+    AddSearches(ProductOf(SumOf(ProductOf(names.count, depth), names.depths),
+                          SumOf(SumOf(spaces, replaced.spaces), 1)));
 }
 
 /// Texts inside the content of an entity are no longer than the document type.

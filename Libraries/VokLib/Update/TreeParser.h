@@ -50,6 +50,7 @@ class TreeParser : public DocumentParser {
         const xmlParserCtxt& reader;  // the document's, or that of an entity's content
         const xmlChar* prefix;
         const xmlChar* uri;
+        const xmlChar** spaces;  // pairs of prefix and URI
         int spaceCount;
         int attributeCount;
         const xmlChar** attributes;
@@ -64,8 +65,9 @@ class TreeParser : public DocumentParser {
     /// Elements around what `reader` reads, the entities' included.
     std::size_t DepthOf(const xmlParserCtxt& reader);
     void CountSearches(const Start& start, std::size_t depth);
-    /// For names with so many elements around them, added up, and namespaces declared there.
-    void AddSearches(std::size_t depths, std::size_t spaces);
+    /// Elements that the parser looks at for a prefix, from the one around an element on.
+    std::size_t StepsTo(const xmlChar* prefix, std::size_t around) const;
+    void AddSearches(std::size_t steps);
     void CheckLimit(std::size_t count, std::size_t most, const char* what) const;
     /// Of attributes and namespace declarations, which a document type may add to each element.
     void CountAddedText(int spaceCount, const xmlChar** spaces, int attributeCount,
@@ -86,6 +88,7 @@ class TreeParser : public DocumentParser {
     std::size_t nextEntityDepth = 0;  // of the reference that was read last
     EntityTexts texts;
     std::vector<OpenEntity> entities;
-    std::vector<Opened> opened;  // the document and the open elements, from the root down
+    std::vector<Opened> opened;            // the document and the open elements, from the root down
+    std::vector<const xmlChar*> declared;  // prefixes on these, in this order
     std::unique_ptr<xmlParserCtxt, XmlDeleter<xmlFreeParserCtxt>> context;
 };

@@ -289,7 +289,7 @@ TEST_F(OldDocumentTest, ManyNamespacesAtOnePlaceAreRefused) {
 }
 
 constexpr const char* kTooFar =
-    "Document limit exceeded: more than 2097152 steps and 4 for each byte of the document to find "
+    "Document limit exceeded: more than 8388608 steps and 4 for each byte of the document to find "
     "the namespaces of elements and attributes Line 1 Column ";
 
 /// Of so many bytes: one namespace is declared on the root, so that each leaf takes two steps for
@@ -305,10 +305,10 @@ std::string DeepLeaves(const std::string& leaf, std::size_t count, std::size_t s
 }
 
 TEST_F(OldDocumentTest, DeepNamesOfOtherNamespacesAreReadUpToTheLimit) {
-    constexpr std::size_t kLeaves = 1100;
+    constexpr std::size_t kLeaves = 4400;
     constexpr std::size_t kSize = (kLeaves * 2 * 1000 - VokLimits::kFreeSearches) / 4;
     ASSERT_EQ(VokLimits::kFreeSearches + VokLimits::kSearchesPerByte * kSize, kLeaves * 2 * 1000);
-    for (const std::string leaf : {"<p:y/>", "<n p:x='1'/>", "<p:y a='1'/>"}) {
+    for (const std::string leaf : {"<p:y/>", "<n p:x='1' p:z='1'/>", "<p:y a='1'/>"}) {
         EXPECT_EQ(Refusal(DeepLeaves(leaf, kLeaves, kSize)), "") << leaf;
         const std::size_t behind = 15 + 999 * 3 + kLeaves * leaf.size() + 1;
         EXPECT_EQ(Refusal(DeepLeaves(leaf, kLeaves, kSize - 1)).rfind(kTooFar, 0), 0u) << leaf;
@@ -319,18 +319,40 @@ TEST_F(OldDocumentTest, DeepNamesOfOtherNamespacesAreReadUpToTheLimit) {
 }
 
 TEST_F(OldDocumentTest, EveryWayToNameAnotherNamespaceCounts) {
-    // Half of the leaves, or a third of those with one more declaration, would pass.
-    for (const std::string leaf :
-         {"<q xmlns='v'/>", "<p:q xmlns:q='v'/>", "<p:y p:x='1'/>", "<n p:x='1' p:z='1'/>"})
-        EXPECT_EQ(Refusal(DeepLeaves(leaf, 700, 30000)).rfind(kTooFar, 0), 0u) << leaf;
-    EXPECT_EQ(
-        Refusal("<a xmlns='w' xmlns:p='u'>" + Nested(1000, Repeated("<q xmlns=''/>", 800)) + "</a>")
-            .rfind(kTooFar, 0),
-        0u);
-    // The document's own names, those of XML itself, and one that is its parent's take no search.
+    constexpr std::size_t kSize = 300000;
+    constexpr std::size_t kMost = VokLimits::kFreeSearches + VokLimits::kSearchesPerByte * kSize;
+    // For each of the thousand elements around the leaf.
+    const std::pair<const char*, std::size_t> leaves[] = {{"<n p:x='1'/>", 1},
+                                                          {"<p:y p:x='1'/>", 3},
+                                                          {"<q xmlns='v'/>", 6},
+                                                          {"<p:q xmlns:q='v'/>", 6},
+                                                          {"<p:y p:x='1' p:z='1'/>", 4}};
+    for (const auto& [leaf, steps] : leaves) {
+        const std::size_t most = kMost / (1000 * steps);
+        EXPECT_EQ(Refusal(DeepLeaves(leaf, most, kSize)), "") << leaf;
+        EXPECT_EQ(Refusal(DeepLeaves(leaf, most + 1, kSize)).rfind(kTooFar, 0), 0u) << leaf;
+    }
+    EXPECT_EQ(Refusal("<a xmlns='w' xmlns:p='u'>" + Nested(1000, Repeated("<q xmlns=''/>", 1100)) +
+                      "</a>")
+                  .rfind(kTooFar, 0),
+              0u);
+    // The document's own names and those of XML itself take no search.
     for (const std::string leaf : {"<n y='1'/>", "<n xml:space='preserve'/>", "<n xmlns:q='v'/>"})
         EXPECT_EQ(Refusal(DeepLeaves(leaf, 10000, 300000)), "") << leaf;
-    EXPECT_EQ(Refusal(DeepLeaves("<p:y>" + Repeated("<p:z/>", 5000) + "</p:y>", 10, 400000)), "");
+    EXPECT_EQ(Refusal("<a xmlns='w'>" + Nested(1000, Repeated("<n/>", 50000)) + "</a>"), "");
+}
+
+TEST_F(OldDocumentTest, APrefixIsLookedForBeyondTheElementAroundIt) {
+    const std::string many = Repeated("<p:z/>", 10000);
+    EXPECT_EQ(Refusal(DeepLeaves("<p:y>" + many + "</p:y>", 1, 100000)).rfind(kTooFar, 0), 0u);
+    EXPECT_EQ(
+        Refusal(DeepLeaves("<p:y><n xmlns:q='v'><p:y>" + many + "</p:y></n></p:y>", 1, 100000)),
+        "");
+    EXPECT_EQ(Refusal(DeepLeaves("<p:y><p:y>" + many + "</p:y></p:y>", 1, 100000)), "");
+    EXPECT_EQ(Refusal(DeepLeaves("<p:y xmlns:p='v'>" + many + "</p:y>", 1, 100000)), "");
+    EXPECT_EQ(
+        Refusal(DeepLeaves("<p:y xmlns:q='v'>" + many + "</p:y>", 1, 100000)).rfind(kTooFar, 0),
+        0u);
 }
 
 TEST_F(OldDocumentTest, ElementsFromEntitiesCountAtEachReference) {
@@ -339,9 +361,22 @@ TEST_F(OldDocumentTest, ElementsFromEntitiesCountAtEachReference) {
     const auto document = [&](std::size_t depth, std::size_t references) {
         return type + "<a xmlns:p='u'>" + Nested(depth, Repeated("&f;", references)) + "</a>";
     };
-    EXPECT_EQ(Refusal(document(9, 1000)), "");
-    EXPECT_EQ(Refusal(document(500, 100)).rfind(kTooFar, 0), 0u);
-    EXPECT_EQ(Refusal(document(500, 80)), "");
+    EXPECT_EQ(Refusal(document(9, 9000)), "");
+    EXPECT_EQ(Refusal(document(500, 9000)).rfind(kTooFar, 0), 0u);
+    EXPECT_EQ(Refusal(document(500, 7500)), "");
+}
+
+TEST_F(OldDocumentTest, OwnNamesFromEntitiesTakeNoSearch) {
+    const std::string content = Nested(3, "<n b=\"c:d\" /><n  b = \"1\"/>");
+    const auto document = [&](const std::string& declared, const std::string& around) {
+        return "<!DOCTYPE a [" + declared + "<!ENTITY e '" + content + "'>]><a xmlns:p='u'>" +
+               Nested(500, "<" + around + ">" + Repeated("&e;", 9000) + "</" + around + ">") +
+               "</a>";
+    };
+    EXPECT_EQ(Refusal(document("", "n")), "");
+    // Names without a prefix may be of another namespace here.
+    EXPECT_EQ(Refusal(document("", "p:y")).rfind(kTooFar, 0), 0u);
+    EXPECT_EQ(Refusal(document("<!ATTLIST n xmlns CDATA \"v\">", "n")).rfind(kTooFar, 0), 0u);
 }
 
 TEST_F(OldDocumentTest, DepthInsideEntitiesCounts) {
