@@ -367,16 +367,20 @@ TEST_F(OldDocumentTest, ElementsFromEntitiesCountAtEachReference) {
 }
 
 TEST_F(OldDocumentTest, OwnNamesFromEntitiesTakeNoSearch) {
-    const std::string content = Nested(3, "<n b=\"c:d\" /><n  b = \"1\"/>");
-    const auto document = [&](const std::string& declared, const std::string& around) {
+    const std::string own = Nested(3, "<n b=\"c:d\" /><n  b = \"1\"/>");
+    const auto document = [](const std::string& content, const std::string& around,
+                             const std::string& declared) {
         return "<!DOCTYPE a [" + declared + "<!ENTITY e '" + content + "'>]><a xmlns:p='u'>" +
                Nested(500, "<" + around + ">" + Repeated("&e;", 9000) + "</" + around + ">") +
                "</a>";
     };
-    EXPECT_EQ(Refusal(document("", "n")), "");
+    EXPECT_EQ(Refusal(document(own, "n", "")), "");
+    for (const std::string other : {"<p:n/>", "<n p:b=\"1\"/>", "<n p:b = \"1\" b=\"1\"/>",
+                                    "<n xmlns=\"v\"/>", "<n xmlns:q=\"v\"/>"})
+        EXPECT_EQ(Refusal(document(other, "n", "")).rfind(kTooFar, 0), 0u) << other;
     // Names without a prefix may be of another namespace here.
-    EXPECT_EQ(Refusal(document("", "p:y")).rfind(kTooFar, 0), 0u);
-    EXPECT_EQ(Refusal(document("<!ATTLIST n xmlns CDATA \"v\">", "n")).rfind(kTooFar, 0), 0u);
+    EXPECT_EQ(Refusal(document(own, "p:y", "")).rfind(kTooFar, 0), 0u);
+    EXPECT_EQ(Refusal(document(own, "n", "<!ATTLIST n xmlns CDATA \"v\">")).rfind(kTooFar, 0), 0u);
 }
 
 TEST_F(OldDocumentTest, DepthInsideEntitiesCounts) {
