@@ -9,7 +9,6 @@
 #include <map>
 #include <string>
 #include <string_view>
-#include <utility>
 
 namespace {
 
@@ -21,7 +20,6 @@ constexpr int kMostReadNested = 1024;
 constexpr std::size_t kReferenceBytes = 64;
 
 constexpr std::string_view kDeclaration = "xmlns";
-constexpr std::string_view kNameEnds = " \t\r\n/>";
 
 class Sizes {
   public:
@@ -50,14 +48,9 @@ class Content {
     }
 
   private:
-    void AddNames(EntitySize::Names& names, const EntitySize::Names& more) const {
-        names.count = SumOf(names.count, more.count);
-        names.depths = SumOf(names.depths, SumOf(more.depths, ProductOf(more.count, depth)));
-    }
-
-    void AddName(bool isForeign) {
-        AddNames(size.names, {1, 0});
-        if (isForeign) AddNames(size.foreignNames, {1, 0});
+    void AddName() {
+        size.names = SumOf(size.names, 1);
+        size.depths = SumOf(size.depths, depth);
     }
 
     std::size_t AddReference(std::size_t at) {
@@ -68,8 +61,8 @@ class Content {
         if (inner == nullptr || inner->etype == XML_INTERNAL_PREDEFINED_ENTITY) return at + 1;
         const EntitySize more = sizes.Of(*inner, nested + 1);
         size.bytes = SumOf(size.bytes, more.bytes);
-        AddNames(size.names, more.names);
-        AddNames(size.foreignNames, more.foreignNames);
+        size.names = SumOf(size.names, more.names);
+        size.depths = SumOf(size.depths, SumOf(more.depths, ProductOf(more.names, depth)));
         size.deepest = std::max(size.deepest, SumOf(depth, more.deepest));
         size.spaces = SumOf(size.spaces, more.spaces);
         return at + 1;
@@ -89,11 +82,8 @@ class Content {
     }
 
     std::size_t AddTag(std::size_t at) {
-        const std::string_view tag = text.substr(at, text.find_first_of(kNameEnds, at) - at);
-        AddName(tag.find(':') != tag.npos);
-        at += tag.size();
+        AddName();
         size.deepest = std::max(size.deepest, ++depth);
-        bool isForeign = false;
         for (char quote = 0; at < text.size(); ++at) {
             const char byte = text[at];
             if (byte == '&')
@@ -103,15 +93,13 @@ class Content {
             else if (byte == '"' || byte == '\'')
                 quote = byte;
             else if (byte == '=')
-                AddName(std::exchange(isForeign, false));
-            else if (text.compare(at, kDeclaration.size(), kDeclaration) == 0) {
+                AddName();
+            else if (text.compare(at, kDeclaration.size(), kDeclaration) == 0)
                 size.spaces = SumOf(size.spaces, 1);
-                isForeign = true;
-            } else if (byte == '>') {
+            else if (byte == '>') {
                 depth -= text[at - 1] == '/' ? 1 : 0;
                 return at + 1;
-            } else if (byte == ':')
-                isForeign = true;
+            }
         }
         return at;
     }
@@ -130,7 +118,7 @@ class Content {
 };
 
 EntitySize Sizes::Of(const xmlEntity& entity, int nested) {
-    constexpr EntitySize kUnknown{kGreatest, {}, {}, 0, 0};
+    constexpr EntitySize kUnknown{kGreatest, 0, 0, 0, 0};
     if (nested > kMostReadNested) return kUnknown;
     const auto [known, isNew] = sizes.try_emplace(&entity, kUnknown);
     if (isNew) {

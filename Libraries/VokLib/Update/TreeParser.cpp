@@ -257,17 +257,14 @@ void TreeParser::CountEntity(const xmlParserCtxt& reader, const xmlEntity* entit
     nextEntityDepth = depth;
     // The parser asks for it in its declaration, too, and what stands in another entity was counted
     // with that one.
-    if (depth == 0 || &reader != context.get() || replaced.names.count == 0) return;
+    if (depth == 0 || &reader != context.get() || replaced.names == 0) return;
     CheckDepth(SumOf(depth, replaced.deepest));
-    // Default attributes may have prefixes and declare namespaces, and inside an element with a
-    // prefix names without one are of another namespace.
+    // The content of an entity has no default namespace, so that any of the names is of another
+    // one; default attributes may declare some.
     const std::size_t spaces = context->attsDefault != nullptr ? VokLimits::kMaxOldNamespaces
                                : depth < opened.size()         ? opened[depth].spaces
                                                                : 0;
-    const bool isAny = context->attsDefault != nullptr || depth >= opened.size() ||
-                       opened[depth].prefix != nullptr;
-    const EntitySize::Names& names = isAny ? replaced.names : replaced.foreignNames;
-    AddSearches(ProductOf(SumOf(ProductOf(names.count, depth), names.depths),
+    AddSearches(ProductOf(SumOf(ProductOf(replaced.names, depth), replaced.depths),
                           SumOf(SumOf(spaces, replaced.spaces), 1)));
 }
 
