@@ -50,7 +50,7 @@ struct TreeParser::Callbacks {
                       int defaultedCount, const xmlChar** attributes) {
         TreeParser& parser = Of(user);
         const bool passes = Passes(parser, [&] {
-            parser.CheckStart({*static_cast<xmlParserCtxtPtr>(user), prefix, uri, spaces,
+            parser.CheckStart({*static_cast<xmlParserCtxtPtr>(user), name, prefix, uri, spaces,
                                spaceCount, attributeCount, attributes});
             parser.CountAddedText(spaceCount, spaces, attributeCount, defaultedCount, attributes);
             parser.ReleaseTexts(user);
@@ -148,6 +148,7 @@ void TreeParser::CheckStart(const Start& start) {
     const std::size_t depth = DepthOf(start.reader);
     CheckDepth(depth + 1);
     if (opened.size() < depth + 2) opened.resize(depth + 2);
+    CheckIsKept(start);
     opened[depth + 1] = {0, opened[depth].spaces + static_cast<std::size_t>(start.spaceCount),
                          start.uri, start.prefix};
     CheckLimit(++opened[depth].children, VokLimits::kMaxOldChildren, "elements in one");
@@ -166,6 +167,18 @@ void TreeParser::CheckStart(const Start& start) {
             "Failed to parse out of date .qeli document. Its document type names an external file; "
             "external files are not read.");
     }
+}
+
+/// The parser builds the content of an entity apart, where it does not find the namespaces that are
+/// declared around it, and the stages would drop an element that has lost its own.
+void TreeParser::CheckIsKept(const Start& start) const {
+    if (&start.reader == context.get() || start.reader.nodeNr > 1 || start.uri == nullptr) return;
+    for (int i = 0; i < start.spaceCount; ++i)
+        if (xmlStrEqual(start.spaces[2 * i], start.prefix) != 0) return;
+    ThrowTextFault("Failed to parse out of date .qeli document. The element \"" +
+                       std::string(FromXml(start.name)) +
+                       "\" of an entity would lose its namespace, which is declared outside.",
+                   GetPlace());
 }
 
 void TreeParser::CheckDepth(std::size_t depth) {

@@ -48,6 +48,7 @@ class TreeParser : public DocumentParser {
     /// A start tag as the parser tells of it.
     struct Start {
         const xmlParserCtxt& reader;  // the document's, or that of an entity's content
+        const xmlChar* name;
         const xmlChar* prefix;
         const xmlChar* uri;
         const xmlChar** spaces;  // pairs of prefix and URI
@@ -61,6 +62,7 @@ class TreeParser : public DocumentParser {
         std::size_t depth;  // elements around the content
     };
     void CheckStart(const Start& start);
+    void CheckIsKept(const Start& start) const;
     void CheckDepth(std::size_t depth);
     /// Elements around what `reader` reads, the entities' included.
     std::size_t DepthOf(const xmlParserCtxt& reader);
