@@ -1,10 +1,8 @@
 #include <Platform/FileIdentity.h>
 
-#include "FinalOutput_posix.h"
 #include "LinkTarget_posix.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <filesystem>
@@ -25,12 +23,6 @@ std::string FutureFile(const std::string& path) {
     return error ? std::string() : real.string();
 }
 
-bool IsSame(const struct stat& a, const struct stat& b) {
-    return a.st_dev == b.st_dev && a.st_ino == b.st_ino;
-}
-
-/// Whether the system takes this very name for whatever standard output is when it is opened, which
-/// in a capture is the way to the log.
 bool IsStandardOutputsName(const std::string& path) {
     const std::size_t name = path.rfind('/') + 1;
     if (path.compare(name, std::string::npos, "1") != 0) return false;
@@ -47,21 +39,18 @@ bool LeadToOneFile(const std::string& a, const std::string& b) {
     struct stat second;
     const bool isFirst = stat(a.c_str(), &first) == 0;
     const bool isSecond = stat(b.c_str(), &second) == 0;
-    if (isFirst && isSecond) return S_ISREG(first.st_mode) && IsSame(first, second);
+    if (isFirst && isSecond)
+        return S_ISREG(first.st_mode) && first.st_dev == second.st_dev &&
+               first.st_ino == second.st_ino;
     if (isFirst || isSecond) return false;
     const std::string future = FutureFile(a);
     return !future.empty() && future == FutureFile(b);
 }
 
-bool LeadsToStandardOutput(const std::string& path) {
+bool NamesStandardOutput(const std::string& path) {
     std::vector<std::string> names;
-    if (ChainOfLinks(path, names) == 0 &&
-        std::any_of(names.begin(), names.end(), IsStandardOutputsName))
-        return true;
-    struct stat named;
-    struct stat output;
-    if (stat(path.c_str(), &named) != 0 || fstat(FinalOutput(), &output) != 0) return false;
-    return IsSame(named, output) && (!S_ISCHR(output.st_mode) || isatty(FinalOutput()) != 0);
+    return ChainOfLinks(path, names) == 0 &&
+           std::any_of(names.begin(), names.end(), IsStandardOutputsName);
 }
 
 }  // namespace Platform

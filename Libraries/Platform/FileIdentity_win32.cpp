@@ -3,8 +3,6 @@
 
 #include "OwnedHandle_win32.h"
 
-#include <io.h>
-
 #include <optional>
 
 namespace Platform {
@@ -12,7 +10,6 @@ namespace Platform {
 namespace {
 
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-constexpr int kStandardOutput = 1;
 
 /// What tells a file or folder from all others; nothing when there is none of this name, or no
 /// access to it.
@@ -35,14 +32,6 @@ bool IsDevice(const std::string& path) {
 bool IsSame(const BY_HANDLE_FILE_INFORMATION& a, const BY_HANDLE_FILE_INFORMATION& b) {
     return a.dwVolumeSerialNumber == b.dwVolumeSerialNumber &&
            a.nFileIndexHigh == b.nFileIndexHigh && a.nFileIndexLow == b.nFileIndexLow;
-}
-
-std::optional<BY_HANDLE_FILE_INFORMATION> StandardOutputsIdentity() {
-    const HANDLE output = reinterpret_cast<HANDLE>(_get_osfhandle(kStandardOutput));
-    BY_HANDLE_FILE_INFORMATION information;
-    if (GetFileType(output) != FILE_TYPE_DISK || !GetFileInformationByHandle(output, &information))
-        return std::nullopt;
-    return information;
 }
 
 }  // namespace
@@ -68,10 +57,8 @@ bool LeadToOneFile(const std::string& a, const std::string& b) {
     return folderA && folderB && IsSame(*folderA, *folderB);
 }
 
-bool LeadsToStandardOutput(const std::string& path) {
-    const auto named = Identity(path);
-    const auto output = StandardOutputsIdentity();
-    return named && output && IsSame(*named, *output);
+bool NamesStandardOutput(const std::string&) {
+    return false;
 }
 
 }  // namespace Platform

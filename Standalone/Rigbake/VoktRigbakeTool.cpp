@@ -73,7 +73,7 @@ void VoktRigbakeTool::CheckSharedFiles() const {
     CheckLog(logFileName);
     // What goes to standard output goes into the log, too.
     for (const std::string& output : outputs)
-        if (Platform::LeadsToStandardOutput(OpenedFile(output))) RefuseLog(output);
+        if (Platform::NamesStandardOutput(OpenedFile(output))) RefuseLog(output);
 }
 
 void VoktRigbakeTool::CheckLog(const std::string& log) const {

@@ -45,16 +45,24 @@ TEST_F(OutputFiles, WithALogASkeletonThatGoesToStandardOutputIsRefused) {
                       "Output file \"" + out + "\" matches the log file.");
     ExpectRefused({"-in", "scene.qeli", "-out", "rig", "-ble", "-logfile", "log"},
                   "Output file \"rigBE\" matches the log file.");
-    for (const std::string out : {"/dev/stdout", "printed", "file"}) {
-        const std::string to = out == "file" ? ">>file" : ">/dev/null";
-        folder.WriteFile("file", "old");
-        const ProgramResult run =
-            folder.Run("rigbake", {"-in", "scene.qeli", "-out", out, "-logfile", "log"}, {}, to);
+    for (const std::string out : {"/dev/stdout", "printed"}) {
+        const ProgramResult run = folder.Run(
+            "rigbake", {"-in", "scene.qeli", "-out", out, "-logfile", "log"}, {}, ">/dev/null");
         EXPECT_EQ(run.status, 1) << out;
-        EXPECT_EQ(folder.ReadFile("file").substr(0, 3), "old");
     }
     EXPECT_EQ(folder.ReadFile("log"), "old");
     EXPECT_FALSE(folder.Has("rigLE"));
+}
+
+TEST_F(OutputFiles, ASkeletonTakesThePlaceOfTheFileThatStandardOutputGoesTo) {
+    const std::string skeleton = Bake("reference.bin");
+    EXPECT_EQ(folder
+                  .Run("rigbake", {"-in", "scene.qeli", "-out", "rig.bin", "-logfile", "log"}, {},
+                       ">rig.bin")
+                  .status,
+              0);
+    EXPECT_EQ(folder.ReadFile("rig.bin"), skeleton);
+    EXPECT_EQ(folder.ReadFile("log").find('\0'), std::string::npos);
 }
 
 TEST_F(OutputFiles, ASkeletonGoesToStandardOutputWithoutALogAndToTheNullDeviceWithOne) {

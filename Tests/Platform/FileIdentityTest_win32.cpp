@@ -2,17 +2,13 @@
 
 #include "Support/TemporaryFolder.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <io.h>
 
-#include <cstdio>
 #include <filesystem>
 
 namespace {
 
 namespace fs = std::filesystem;
-using Platform::LeadsToStandardOutput;
 using Platform::LeadToOneFile;
 
 TEST(FileIdentity, AnotherSpellingLeadsToTheSameFile) {
@@ -55,26 +51,6 @@ TEST(FileIdentity, DevicesTakeWhatSeveralNamesSend) {
 TEST(FileIdentity, FoldersAreNoFiles) {
     const TemporaryFolder folder;
     EXPECT_FALSE(LeadToOneFile(folder.Path(), folder.Path()));
-}
-
-TEST(FileIdentity, TheFileThatStandardOutputGoesToIsFoundUnderAnyName) {
-    const TemporaryFolder folder;
-    const std::string file = folder.WriteFile("file", "");
-    fs::create_hard_link(file, folder.Path("hard"));
-    const std::string other = folder.WriteFile("other", "");
-    std::fflush(stdout);
-    const int before = _dup(1);
-    const int output = _open(file.c_str(), _O_WRONLY);
-    _dup2(output, 1);
-    _close(output);
-    const bool isFound = LeadsToStandardOutput(file) && LeadsToStandardOutput(folder.Path("hard"));
-    const bool isOther = LeadsToStandardOutput(other) || LeadsToStandardOutput("NUL") ||
-                         LeadsToStandardOutput(folder.Path("none"));
-    std::fflush(stdout);
-    _dup2(before, 1);
-    _close(before);
-    EXPECT_TRUE(isFound);
-    EXPECT_FALSE(isOther);
 }
 
 }  // namespace

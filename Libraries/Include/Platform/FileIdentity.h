@@ -8,9 +8,9 @@ namespace Platform {
 /// would make one where neither is there yet. Devices and pipes take what several names send them.
 bool LeadToOneFile(const std::string& a, const std::string& b);
 
-/// True when what is written under a name comes where standard output goes: the name is one of the
-/// system's for standard output itself, or leads to the file, pipe or terminal that it goes to.
-/// Other devices take what several names send them. On Windows files alone are told.
-bool LeadsToStandardOutput(const std::string& path);
+/// True for a name, or a link to one, that the system takes for whatever standard output is when it
+/// is opened, such as /dev/stdout: while output is captured that leads into the log. Windows has no
+/// such names.
+bool NamesStandardOutput(const std::string& path);
 
 }  // namespace Platform
