@@ -6,7 +6,6 @@
 #include <VokLib/Tree/ThrowVokException.h>
 
 #include "Update/EntitySizes.h"
-#include "Update/Saturating.h"
 
 #include <libxml/SAX2.h>
 #include <libxml/parserInternals.h>
@@ -50,8 +49,8 @@ struct TreeParser::Callbacks {
                       int defaultedCount, const xmlChar** attributes) {
         TreeParser& parser = Of(user);
         const bool passes = Passes(parser, [&] {
-            parser.CheckStart({*static_cast<xmlParserCtxtPtr>(user), name, prefix, uri, spaces,
-                               spaceCount, attributeCount, attributes});
+            if (user != parser.context.get()) parser.RefuseInEntity(name);
+            parser.CheckStart({prefix, uri, spaces, spaceCount, attributeCount, attributes});
             parser.CountAddedText(spaceCount, spaces, attributeCount, defaultedCount, attributes);
             parser.ReleaseTexts(user);
         });
@@ -77,9 +76,8 @@ struct TreeParser::Callbacks {
     static xmlEntityPtr Checked(void* user, xmlEntityPtr entity) {
         if (entity == nullptr) return nullptr;
         TreeParser& parser = Of(user);
-        const auto& reader = *static_cast<xmlParserCtxtPtr>(user);
         const bool passes = Passes(parser, [&] {
-            parser.CountEntity(reader, entity);
+            parser.CountEntity(entity);
             parser.HoldTexts(user);
         });
         return passes ? entity : nullptr;
@@ -144,11 +142,19 @@ TextPlace TreeParser::GetPlace() const {
     return PlaceOf(*context);
 }
 
+/// The parser reads the content of an entity apart. An element in it would lose the namespace that
+/// is declared around the entity, and then the stages would drop it.
+void TreeParser::RefuseInEntity(const xmlChar* element) const {
+    ThrowTextFault("Failed to parse out of date .qeli document. An entity holds the element \"" +
+                       std::string(FromXml(element)) + "\"; texts alone are read from entities.",
+                   GetPlace());
+}
+
 void TreeParser::CheckStart(const Start& start) {
-    const std::size_t depth = DepthOf(start.reader);
-    CheckDepth(depth + 1);
+    const auto depth = static_cast<std::size_t>(std::max(context->nodeNr, 0));
+    deepest = std::max(deepest, depth + 1);
+    CheckLimit(depth + 1, VokLimits::kMaxElementDepth, "nested elements");
     if (opened.size() < depth + 2) opened.resize(depth + 2);
-    CheckIsKept(start);
     opened[depth + 1] = {0, opened[depth].spaces + static_cast<std::size_t>(start.spaceCount),
                          start.uri, start.prefix};
     CheckLimit(++opened[depth].children, VokLimits::kMaxOldChildren, "elements in one");
@@ -169,40 +175,6 @@ void TreeParser::CheckStart(const Start& start) {
     }
 }
 
-/// The parser builds the content of an entity apart, where it does not find the namespaces that are
-/// declared around it, and the stages would drop an element that has lost its own.
-void TreeParser::CheckIsKept(const Start& start) const {
-    if (&start.reader == context.get() || start.reader.nodeNr > 1 || start.uri == nullptr) return;
-    for (int i = 0; i < start.spaceCount; ++i)
-        if (xmlStrEqual(start.spaces[2 * i], start.prefix) != 0) return;
-    ThrowTextFault("Failed to parse out of date .qeli document. The element \"" +
-                       std::string(FromXml(start.name)) +
-                       "\" of an entity would lose its namespace, which is declared outside.",
-                   GetPlace());
-}
-
-void TreeParser::CheckDepth(std::size_t depth) {
-    deepest = std::max(deepest, depth);
-    CheckLimit(depth, VokLimits::kMaxElementDepth, "nested elements");
-}
-
-std::size_t TreeParser::DepthOf(const xmlParserCtxt& reader) {
-    const auto depth = static_cast<std::size_t>(std::max(reader.nodeNr, 0));
-    if (&reader == context.get()) {
-        entities.clear();
-        return depth;
-    }
-    const auto known =
-        std::find_if(entities.begin(), entities.end(),
-                     [&](const OpenEntity& entity) { return entity.reader == &reader; });
-    if (known == entities.end())
-        entities.push_back({&reader, nextEntityDepth});
-    else
-        entities.erase(known + 1, entities.end());
-    // The first of its elements stands for what is around the content.
-    return entities.back().depth + std::max<std::size_t>(depth, 1) - 1;
-}
-
 /// The parser and each stage look for the declaration of an attribute's namespace. A stage that
 /// copies an element which is not in the namespace of what is around it takes all that are declared
 /// there along, each looked for up to the root; of others the parser alone looks for one.
@@ -213,13 +185,18 @@ void TreeParser::CountSearches(const Start& start, std::size_t depth) {
         copied += static_cast<std::size_t>(start.spaceCount);
     if (xmlStrEqual(start.uri, around.uri) == 0 || xmlStrEqual(start.prefix, around.prefix) == 0)
         ++copied;
-    std::size_t steps = ProductOf(ProductOf(copied, depth), opened[depth + 1].spaces + 1);
-    if (copied == 0 && start.uri != nullptr) steps = SumOf(steps, StepsTo(start.prefix, depth));
+    std::size_t steps = copied * depth * (opened[depth + 1].spaces + 1);
+    if (copied == 0 && start.uri != nullptr) steps += StepsTo(start.prefix, depth);
     for (int i = 0; i < start.attributeCount; ++i) {
         const xmlChar* const prefix = start.attributes[5 * i + 1];
-        if (prefix != nullptr && FromXml(prefix) != "xml") steps = SumOf(steps, depth);
+        if (prefix != nullptr && FromXml(prefix) != "xml") steps += depth;
     }
-    AddSearches(steps);
+    searched += steps;
+    if (searched > VokLimits::kFreeSearches + VokLimits::kSearchesPerByte * size)
+        Fail("more than " + std::to_string(VokLimits::kFreeSearches) + " steps and " +
+                 std::to_string(VokLimits::kSearchesPerByte) +
+                 " for each byte of the document to find the namespaces of elements and attributes",
+             GetPlace());
 }
 
 /// It passes over the namespace of the first itself, but not over what is declared there.
@@ -230,15 +207,6 @@ std::size_t TreeParser::StepsTo(const xmlChar* prefix, std::size_t around) const
             if (xmlStrEqual(declared[i], prefix) != 0) return around - level;
     }
     return around;
-}
-
-void TreeParser::AddSearches(std::size_t steps) {
-    searched = SumOf(searched, steps);
-    if (searched > VokLimits::kFreeSearches + VokLimits::kSearchesPerByte * size)
-        Fail("more than " + std::to_string(VokLimits::kFreeSearches) + " steps and " +
-                 std::to_string(VokLimits::kSearchesPerByte) +
-                 " for each byte of the document to find the namespaces of elements and attributes",
-             GetPlace());
 }
 
 void TreeParser::CheckLimit(std::size_t count, std::size_t most, const char* what) const {
@@ -257,28 +225,14 @@ void TreeParser::CountAddedText(int spaceCount, const xmlChar** spaces, int attr
     Grow(byteCount);
 }
 
-void TreeParser::CountEntity(const xmlParserCtxt& reader, const xmlEntity* entity) {
+void TreeParser::CountEntity(const xmlEntity* entity) {
     if (entity->etype == XML_EXTERNAL_GENERAL_PARSED_ENTITY ||
         entity->etype == XML_EXTERNAL_PARAMETER_ENTITY)
         ThrowVokException("Failed to parse out of date .qeli document. The entity \"" +
                           std::string(FromXml(entity->name)) +
                           "\" is an external file; external files are not read.");
     if (entity->etype == XML_INTERNAL_PREDEFINED_ENTITY) return;
-    const EntitySize replaced = ReplacedSize(*entity);
-    Grow(replaced.bytes);
-    const std::size_t depth = DepthOf(reader);
-    nextEntityDepth = depth;
-    // The parser asks for it in its declaration, too, and what stands in another entity was counted
-    // with that one.
-    if (depth == 0 || &reader != context.get() || replaced.names == 0) return;
-    CheckDepth(SumOf(depth, replaced.deepest));
-    // The content of an entity has no default namespace, so that any of the names is of another
-    // one; default attributes may declare some.
-    const std::size_t spaces = context->attsDefault != nullptr ? VokLimits::kMaxOldNamespaces
-                               : depth < opened.size()         ? opened[depth].spaces
-                                                               : 0;
-    AddSearches(ProductOf(SumOf(ProductOf(replaced.names, depth), replaced.depths),
-                          SumOf(SumOf(spaces, replaced.spaces), 1)));
+    Grow(ReplacedSize(*entity));
 }
 
 /// Texts inside the content of an entity are no longer than the document type.

@@ -47,8 +47,6 @@ class TreeParser : public DocumentParser {
     };
     /// A start tag as the parser tells of it.
     struct Start {
-        const xmlParserCtxt& reader;  // the document's, or that of an entity's content
-        const xmlChar* name;
         const xmlChar* prefix;
         const xmlChar* uri;
         const xmlChar** spaces;  // pairs of prefix and URI
@@ -56,25 +54,16 @@ class TreeParser : public DocumentParser {
         int attributeCount;
         const xmlChar** attributes;
     };
-    /// An entity whose content is being read.
-    struct OpenEntity {
-        const xmlParserCtxt* reader;
-        std::size_t depth;  // elements around the content
-    };
+    [[noreturn]] void RefuseInEntity(const xmlChar* element) const;
     void CheckStart(const Start& start);
-    void CheckIsKept(const Start& start) const;
-    void CheckDepth(std::size_t depth);
-    /// Elements around what `reader` reads, the entities' included.
-    std::size_t DepthOf(const xmlParserCtxt& reader);
     void CountSearches(const Start& start, std::size_t depth);
     /// Elements that the parser looks at for a prefix, from the one around an element on.
     std::size_t StepsTo(const xmlChar* prefix, std::size_t around) const;
-    void AddSearches(std::size_t steps);
     void CheckLimit(std::size_t count, std::size_t most, const char* what) const;
     /// Of attributes and namespace declarations, which a document type may add to each element.
     void CountAddedText(int spaceCount, const xmlChar** spaces, int attributeCount,
                         int defaultedCount, const xmlChar** attributes);
-    void CountEntity(const xmlParserCtxt& reader, const xmlEntity* entity);
+    void CountEntity(const xmlEntity* entity);
     /// In front of the replacement of an entity, and in front of a tag.
     void HoldTexts(const void* reader);
     void ReleaseTexts(const void* reader);
@@ -87,9 +76,7 @@ class TreeParser : public DocumentParser {
     std::size_t grown = 0;     // bytes that stand for others, or were added
     std::size_t searched = 0;  // elements that the stages look at to find namespaces
     std::size_t deepest = 0;
-    std::size_t nextEntityDepth = 0;  // of the reference that was read last
     EntityTexts texts;
-    std::vector<OpenEntity> entities;
     std::vector<Opened> opened;            // the document and the open elements, from the root down
     std::vector<const xmlChar*> declared;  // prefixes on these, in this order
     std::unique_ptr<xmlParserCtxt, XmlDeleter<xmlFreeParserCtxt>> context;
