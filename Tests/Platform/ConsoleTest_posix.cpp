@@ -1,7 +1,7 @@
 #include <Platform/Console.h>
 
-#include "Platform/StandardOutput.h"
 #include "Platform/Terminal.h"
+#include "Support/StandardOutput.h"
 
 #include <fcntl.h>
 #include <gtest/gtest.h>

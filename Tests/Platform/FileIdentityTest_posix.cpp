@@ -1,7 +1,7 @@
 #include <Platform/FileIdentity.h>
 
-#include "Platform/StandardOutput.h"
 #include "Platform/SystemCalls.h"
+#include "Support/StandardOutput.h"
 #include "Support/TemporaryFolder.h"
 
 #include <fcntl.h>

@@ -1,9 +1,10 @@
 #include <Platform/OutputCapture.h>
 
+#include "Platform/FaultOfLog.h"
 #include "Platform/FewDescriptors.h"
-#include "Platform/StandardOutput.h"
 #include "Platform/SystemCalls.h"
 #include "Support/OrdinaryUser.h"
+#include "Support/StandardOutput.h"
 #include "Support/TemporaryFolder.h"
 
 #include <fcntl.h>
@@ -14,11 +15,11 @@
 #include <cerrno>
 #include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <set>
+#include <string>
 #include <thread>
 
 namespace {
@@ -26,51 +27,6 @@ namespace {
 namespace fs = std::filesystem;
 using Platform::OutputCapture;
 using Result = OutputCapture::StartResult;
-
-int OpenForWriting(const std::string& path) {
-    return open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-}
-
-std::set<int> OpenDescriptors() {
-    std::set<int> open;
-    for (int descriptor = 0; descriptor < 256; ++descriptor)
-        if (fcntl(descriptor, F_GETFD) >= 0) open.insert(descriptor);
-    return open;
-}
-
-TEST(OutputCapture, BothGetWhatIsWrittenWhileItRuns) {
-    const TemporaryFolder folder;
-    const int file = OpenForWriting(folder.Path("out"));
-    {
-        const StandardOutput output(file);
-        OutputCapture capture;
-        std::printf("before\n");
-        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-        std::printf("by stdio\n");
-        std::cout << "by stream\n";
-        EXPECT_TRUE(capture.Stop());
-        std::printf("behind\n");
-    }
-    close(file);
-    EXPECT_EQ(folder.ReadFile("log"), "by stdio\nby stream\n");
-    EXPECT_EQ(folder.ReadFile("out"), "before\nby stdio\nby stream\nbehind\n");
-}
-
-TEST(OutputCapture, ManyBytesArriveWhole) {
-    const TemporaryFolder folder;
-    std::string text;
-    for (int i = 0; text.size() < 1000000; ++i) text += std::to_string(i) + "\n";
-    const int file = OpenForWriting(folder.Path("out"));
-    {
-        const StandardOutput output(file);
-        OutputCapture capture;
-        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-        std::cout << text;
-    }
-    close(file);
-    EXPECT_EQ(folder.ReadFile("log"), text);
-    EXPECT_EQ(folder.ReadFile("out"), text);
-}
 
 TEST(OutputCapture, SignalsAreLeftToTheThreadThatStartedIt) {
     const TemporaryFolder folder;
@@ -98,24 +54,6 @@ TEST(OutputCapture, SignalsAreLeftToTheThreadThatStartedIt) {
     EXPECT_TRUE(capture.Stop());
 }
 
-TEST(OutputCapture, AnOldLogIsReplaced) {
-    const TemporaryFolder folder;
-    folder.WriteFile("log", "what an earlier run left");
-    OutputCapture capture;
-    ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-    EXPECT_TRUE(capture.Stop());
-    EXPECT_EQ(folder.ReadFile("log"), "");
-}
-
-TEST(OutputCapture, ALogThatCannotBeOpenedChangesNothing) {
-    const TemporaryFolder folder;
-    const std::set<int> descriptors = OpenDescriptors();
-    OutputCapture capture;
-    EXPECT_EQ(capture.Start(folder.Path("no/such/folder/log")), Result::kLogNotOpened);
-    EXPECT_TRUE(capture.Stop());
-    EXPECT_EQ(OpenDescriptors(), descriptors);
-}
-
 TEST(OutputCapture, ACaptureThatCannotStartLeavesStandardOutputAsItWas) {
     for (const int more : {1, 3}) {
         const TemporaryFolder folder;
@@ -131,32 +69,9 @@ TEST(OutputCapture, ACaptureThatCannotStartLeavesStandardOutputAsItWas) {
             EXPECT_EQ(OpenDescriptors(), descriptors);
             std::cout << "behind" << std::endl;
         }
-        close(file);
+        CloseDescriptor(file);
         EXPECT_EQ(folder.ReadFile("out"), "behind\n");
     }
-}
-
-TEST(OutputCapture, NoDescriptorIsLeftBehind) {
-    const TemporaryFolder folder;
-    const std::set<int> descriptors = OpenDescriptors();
-    OutputCapture capture;
-    ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-    EXPECT_TRUE(capture.Stop());
-    EXPECT_EQ(OpenDescriptors(), descriptors);
-}
-
-TEST(OutputCapture, ChildrenInheritNothingOfIt) {
-    const TemporaryFolder folder;
-    const std::set<int> before = OpenDescriptors();
-    OutputCapture capture;
-    ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-    const std::set<int> during = OpenDescriptors();
-    EXPECT_GT(during.size(), before.size());
-    for (const int descriptor : during) {
-        const bool isOurs = before.count(descriptor) == 0;
-        EXPECT_TRUE(!isOurs || (fcntl(descriptor, F_GETFD) & FD_CLOEXEC) != 0);
-    }
-    EXPECT_TRUE(capture.Stop());
 }
 
 TEST(OutputCapture, ALogThatDoesNotTakeEverythingIsTold) {
@@ -169,7 +84,7 @@ TEST(OutputCapture, ALogThatDoesNotTakeEverythingIsTold) {
         std::cout << "a line" << std::endl;
         EXPECT_TRUE(capture.Stop());
     }
-    close(file);
+    CloseDescriptor(file);
     EXPECT_EQ(capture.GetLogFault(), "No space left on device");
     EXPECT_EQ(folder.ReadFile("out"), "a line\n");
 }
@@ -196,26 +111,6 @@ TEST(OutputCapture, WhatCannotBeReadForTheLogIsTold) {
     EXPECT_EQ(capture.GetLogFault(), "Input/output error");
 }
 
-/// What is said of a log that `disturb` does something to between two lines.
-template <class Disturb>
-std::string FaultOfLog(const TemporaryFolder& folder, Disturb disturb) {
-    const int file = OpenForWriting(folder.Path("out"));
-    OutputCapture capture;
-    {
-        const StandardOutput output(file);
-        EXPECT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-        std::cout << "a line" << std::endl;
-        for (int i = 0; i < 5000 && folder.ReadFile("log").empty(); ++i)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        disturb();
-        std::cout << "another" << std::endl;
-        EXPECT_TRUE(capture.Stop());
-    }
-    close(file);
-    EXPECT_EQ(folder.ReadFile("out"), "a line\nanother\n");
-    return capture.GetLogFault();
-}
-
 TEST(OutputCapture, ALogWhoseNameLeadsElsewhereIsTold) {
     const TemporaryFolder folder;
     const auto rename = [&] { fs::rename(folder.Path("log"), folder.Path("log2")); };
@@ -234,20 +129,6 @@ TEST(OutputCapture, ALogWhoseNameLeadsElsewhereIsTold) {
     fs::create_symlink("inner/log", folder.Path("log"));
     EXPECT_EQ(FaultOfLog(folder, [&] { fs::rename(folder.Path("inner"), folder.Path("old")); }),
               "it was moved or removed");
-}
-
-TEST(OutputCapture, ALogThatHoldsSomethingElseIsTold) {
-    const TemporaryFolder folder;
-    const auto write = [&](int how, const char* text) {
-        const int other = open(folder.Path("log").c_str(), O_WRONLY | how);
-        EXPECT_GT(::write(other, text, std::strlen(text)), 0);
-        close(other);
-    };
-    const std::string fault = "something else was written into it";
-    EXPECT_EQ(FaultOfLog(folder, [&] { write(0, "A"); }), fault);
-    EXPECT_EQ(FaultOfLog(folder, [&] { write(O_TRUNC, "a line\n"); }), "");
-    EXPECT_EQ(FaultOfLog(folder, [&] { write(0, "a line\nand a longer one\n"); }), fault);
-    EXPECT_EQ(FaultOfLog(folder, [&] { write(O_TRUNC, "b"); }), fault);
 }
 
 TEST(OutputCapture, OfALogThatTheUserMayOnlyWriteTheSizeIsLookedAt) {
@@ -269,54 +150,6 @@ TEST(OutputCapture, OfALogThatTheUserMayOnlyWriteTheSizeIsLookedAt) {
     }
 }
 
-TEST(OutputCapture, AFileThatIsLogAndStandardOutputIsNoWholeLog) {
-    const TemporaryFolder folder;
-    const int file = OpenForWriting(folder.Path("log"));
-    OutputCapture capture;
-    {
-        const StandardOutput output(file);
-        std::cout << "a banner" << std::endl;
-        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-        std::cout << "a line" << std::endl;
-        EXPECT_TRUE(capture.Stop());
-    }
-    close(file);
-    EXPECT_EQ(capture.GetLogFault(), "something else was written into it");
-}
-
-TEST(OutputCapture, ADeviceHoldsNothingToLookAt) {
-    OutputCapture capture;
-    ASSERT_EQ(capture.Start("/dev/null"), Result::kStarted);
-    std::cout << "a line" << std::endl;
-    EXPECT_TRUE(capture.Stop());
-    EXPECT_EQ(capture.GetLogFault(), "");
-}
-
-TEST(OutputCapture, AWholeLogHasNoFault) {
-    const TemporaryFolder folder;
-    EXPECT_EQ(FaultOfLog(folder, [] {}), "");
-    EXPECT_EQ(folder.ReadFile("log"), "a line\nanother\n");
-}
-
-TEST(OutputCapture, APartThatNeverCameToTheLogIsTold) {
-    const TemporaryFolder folder;
-    const int file = OpenForWriting(folder.Path("out"));
-    OutputCapture capture;
-    {
-        const StandardOutput output(file);
-        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-        std::cout << "a line" << std::endl;
-        const int full = open("/dev/full", O_WRONLY);
-        dup2(full, STDOUT_FILENO);
-        close(full);
-        std::cout << "another" << std::endl;
-        EXPECT_TRUE(capture.Stop());
-    }
-    close(file);
-    EXPECT_EQ(capture.GetLogFault(), "a part of the output never came there");
-    EXPECT_EQ(folder.ReadFile("log"), "a line\n");
-}
-
 TEST(OutputCapture, StandardOutputComesBackWhereTheSystemDoesNotPutItInPlaceOfThePipe) {
     const TemporaryFolder folder;
     SystemCalls calls;
@@ -332,14 +165,14 @@ TEST(OutputCapture, StandardOutputComesBackWhereTheSystemDoesNotPutItInPlaceOfTh
         std::cout << "behind" << std::endl;
         EXPECT_EQ(capture.GetLogFault(), "");
     }
-    close(file);
+    CloseDescriptor(file);
     EXPECT_EQ(folder.ReadFile("log"), "a line\n");
     EXPECT_EQ(folder.ReadFile("out"), "a line\nbehind\n");
 }
 
 TEST(OutputCapture, AFullStandardOutputLeavesTheLogWhole) {
     const TemporaryFolder folder;
-    const int full = open("/dev/full", O_WRONLY);
+    const int full = OpenForWriting("/dev/full");
     {
         const StandardOutput output(full);
         std::printf("refused\n");
@@ -350,73 +183,44 @@ TEST(OutputCapture, AFullStandardOutputLeavesTheLogWhole) {
         std::cout << "last" << std::endl;
         EXPECT_TRUE(capture.Stop());
     }
-    close(full);
+    CloseDescriptor(full);
     const std::string log = folder.ReadFile("log");
     EXPECT_EQ(log.size(), 30000u * 7 + 5);
     EXPECT_EQ(log.rfind("a line\n", 0), 0u);
     EXPECT_EQ(log.substr(log.size() - 12), "a line\nlast\n");
 }
 
-TEST(OutputCapture, ABrokenStandardOutputLeavesTheLogWhole) {
-    const auto before = signal(SIGPIPE, SIG_IGN);
+TEST(OutputCapture, NothingIsLostToASlowReaderBehindABusyPipe) {
     const TemporaryFolder folder;
-    int ends[2];
-    ASSERT_EQ(pipe(ends), 0);
-    close(ends[0]);
+    const Pipe pipe = OpenPipe();
+    std::string seen;
+    std::thread reader([&] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(200));
+        seen = ReadToEnd(pipe.readEnd);
+    });
+    const std::string text(90000, 'x');
     {
-        const StandardOutput output(ends[1]);
+        const StandardOutput output(pipe.writeEnd);
+        // Not to wait is a property of the pipe's end, however it came to us.
+        fcntl(StandardOutput::kDescriptor, F_SETFL, O_WRONLY | O_NONBLOCK);
+        CloseDescriptor(pipe.writeEnd);
         OutputCapture capture;
         ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-        std::cout << "a line" << std::endl;
+        std::cout << text << std::endl;
         EXPECT_TRUE(capture.Stop());
     }
-    close(ends[1]);
-    signal(SIGPIPE, before);
-    EXPECT_EQ(folder.ReadFile("log"), "a line\n");
-}
-
-/// Reads a pipe to its end after a pause.
-std::string ReadSlowly(int descriptor) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(200));
-    std::string text;
-    char buffer[4096];
-    for (ssize_t count; (count = read(descriptor, buffer, sizeof buffer)) > 0;)
-        text.append(buffer, static_cast<std::size_t>(count));
-    return text;
-}
-
-TEST(OutputCapture, NothingIsLostToASlowReaderBehindABusyPipe) {
-    for (const int mode : {0, O_NONBLOCK}) {
-        const TemporaryFolder folder;
-        int ends[2];
-        ASSERT_EQ(pipe(ends), 0);
-        std::string seen;
-        std::thread reader([&] { seen = ReadSlowly(ends[0]); });
-        const std::string text(90000, 'x');
-        {
-            const StandardOutput output(ends[1]);
-            // Not to wait is a property of the pipe's end, however it came to us.
-            fcntl(STDOUT_FILENO, F_SETFL, O_WRONLY | mode);
-            close(ends[1]);
-            OutputCapture capture;
-            ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-            std::cout << text << std::endl;
-            EXPECT_TRUE(capture.Stop());
-        }
-        reader.join();
-        close(ends[0]);
-        EXPECT_EQ(seen, text + "\n");
-        EXPECT_EQ(folder.ReadFile("log"), text + "\n");
-    }
+    reader.join();
+    CloseDescriptor(pipe.readEnd);
+    EXPECT_EQ(seen, text + "\n");
+    EXPECT_EQ(folder.ReadFile("log"), text + "\n");
 }
 
 TEST(OutputCapture, TheWaitForAReaderThatNeverReadsIsBounded) {
     const TemporaryFolder folder;
-    int ends[2];
-    ASSERT_EQ(pipe(ends), 0);
+    const Pipe pipe = OpenPipe();
     const std::string text(70000, 'x');
     {
-        const StandardOutput output(ends[1]);
+        const StandardOutput output(pipe.writeEnd);
         OutputCapture capture;
         ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
         std::cout << text << std::flush;
@@ -424,9 +228,9 @@ TEST(OutputCapture, TheWaitForAReaderThatNeverReadsIsBounded) {
         EXPECT_TRUE(capture.Stop());
     }
     // What is still in the pipe comes to a whole number of the thread's steps, and no more follows.
-    close(ends[1]);
-    std::string seen = ReadSlowly(ends[0]);
-    close(ends[0]);
+    CloseDescriptor(pipe.writeEnd);
+    const std::string seen = ReadToEnd(pipe.readEnd);
+    CloseDescriptor(pipe.readEnd);
     EXPECT_GE(seen.size(), 65536u);
     EXPECT_LT(seen.size(), text.size());
 }

@@ -1,9 +1,9 @@
 #include <Platform/OutputCapture.h>
 #include <Platform/WholeFile.h>
 
-#include "Platform/StandardOutput.h"
 #include "Platform/SystemCalls.h"
 #include "Support/OrdinaryUser.h"
+#include "Support/StandardOutput.h"
 #include "Support/TemporaryFolder.h"
 
 #include <fcntl.h>

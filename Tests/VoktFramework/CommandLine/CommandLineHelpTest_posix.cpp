@@ -5,8 +5,8 @@
 #include <sstream>
 #include <string>
 
-#include "Platform/StandardOutput.h"
 #include "Platform/Terminal.h"
+#include "Support/StandardOutput.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-#include "Platform/StandardOutput.h"
 #include "Platform/UnreadPipe.h"
+#include "Support/StandardOutput.h"
 #include "Support/TemporaryFolder.h"
 #include "VoktFramework/RecordingTool.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <unistd.h>
+#include "Support/Descriptors.h"
 
 #include <cstdio>
 #include <iostream>
@@ -8,20 +8,21 @@
 /// Makes another descriptor standard output while it lives. The descriptor stays the caller's.
 class StandardOutput {
   public:
-    explicit StandardOutput(int descriptor) {
+    explicit StandardOutput(int descriptor) : saved(Duplicate(kDescriptor)) {
         Flush();
-        saved = dup(STDOUT_FILENO);
-        dup2(descriptor, STDOUT_FILENO);
+        Duplicate(descriptor, kDescriptor);
     }
     StandardOutput(const StandardOutput&) = delete;
     StandardOutput& operator=(const StandardOutput&) = delete;
     ~StandardOutput() {
         Flush();
-        dup2(saved, STDOUT_FILENO);
-        close(saved);
+        Duplicate(saved, kDescriptor);
+        CloseDescriptor(saved);
         std::clearerr(stdout);
         std::cout.clear();
     }
+
+    static constexpr int kDescriptor = 1;
 
   private:
     static void Flush() {
@@ -29,5 +30,5 @@ class StandardOutput {
         std::fflush(stdout);
     }
 
-    int saved = -1;
+    int saved;
 };
