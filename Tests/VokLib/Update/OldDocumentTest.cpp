@@ -1,5 +1,6 @@
 #include "Update/OldDocument.h"
 
+#include "Support/CostRatio.h"
 #include "VokLib/Update/UpdateTools.h"
 
 #include <VokLib/Base/VokException.h>
@@ -174,6 +175,15 @@ TEST_F(OldDocumentTest, TextsAroundEntitiesStayInOrderAndInOnePiece) {
     const xmlNode* const text = xmlDocGetRootElement(document.tree.get())->children;
     EXPECT_EQ(FromXml(text->content), Repeated("1T2", 50000) + std::string(2000000, ' '));
     EXPECT_EQ(text->next, nullptr);
+}
+
+TEST_F(OldDocumentTest, ATextOfManyEntitiesTakesTimeInProportionToIt) {
+    if (!kHasProcessorTime) GTEST_SKIP() << "other processes would have a say";
+    const double cost = CostOfFourTimes(15000, [&](int count) {
+        ParseText("<!DOCTYPE a [<!ENTITY t '0123456789'>]><a>" +
+                  Repeated("&t;", static_cast<std::size_t>(count)) + "</a>");
+    });
+    EXPECT_LT(cost, kMostOfFourTimes);
 }
 
 TEST_F(OldDocumentTest, EntityBombsInTextEndInAnError) {
