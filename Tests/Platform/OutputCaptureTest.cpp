@@ -1,18 +1,16 @@
 #include <Platform/OutputCapture.h>
 
-#include "Platform/FaultOfLog.h"
+#include "Platform/CaptureRuns.h"
 #include "Support/StandardOutput.h"
 #include "Support/TemporaryFolder.h"
 #include "Support/ThisSystem.h"
 
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <set>
-#include <thread>
+#include <string>
 
 namespace {
 
@@ -21,20 +19,7 @@ using Result = OutputCapture::StartResult;
 
 TEST(OutputCapture, BothGetWhatIsWrittenWhileItRuns) {
     const TemporaryFolder folder;
-    const int file = OpenForWriting(folder.Path("out"));
-    {
-        const StandardOutput output(file);
-        OutputCapture capture;
-        std::printf("before\n");
-        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-        std::printf("by stdio\n");
-        std::cout << "by stream\n";
-        EXPECT_TRUE(capture.Stop());
-        std::printf("behind\n");
-    }
-    CloseDescriptor(file);
-    EXPECT_EQ(folder.ReadFile("log"), "by stdio\nby stream\n");
-    EXPECT_EQ(folder.ReadFile("out"), "before\nby stdio\nby stream\nbehind\n");
+    ExpectLinesInBoth(folder, OpenForWriting(folder.Path("out")), "\n");
 }
 
 TEST(OutputCapture, ManyBytesArriveWhole) {
@@ -149,45 +134,13 @@ TEST(OutputCapture, APartThatNeverCameToTheLogIsTold) {
 }
 
 TEST(OutputCapture, ABrokenStandardOutputLeavesTheLogWhole) {
-    const TemporaryFolder folder;
     const Pipe pipe = OpenPipe();
     CloseDescriptor(pipe.readEnd);
-    {
-        const StandardOutput output(pipe.writeEnd);
-        OutputCapture capture;
-        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-        for (int i = 0; i < 30000; ++i) std::cout << "a line\n";
-        std::cout << "last" << std::endl;
-        EXPECT_TRUE(capture.Stop());
-    }
-    CloseDescriptor(pipe.writeEnd);
-    const std::string log = folder.ReadFile("log");
-    EXPECT_EQ(log.size(), 30000u * 7 + 5);
-    EXPECT_EQ(log.rfind("a line\n", 0), 0u);
-    EXPECT_EQ(log.substr(log.size() - 12), "a line\nlast\n");
+    ExpectWholeLogBehind(pipe.writeEnd);
 }
 
 TEST(OutputCapture, NothingIsLostToASlowReader) {
-    const TemporaryFolder folder;
-    const Pipe pipe = OpenPipe();
-    std::string seen;
-    std::thread reader([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(200));
-        seen = ReadToEnd(pipe.readEnd);
-    });
-    const std::string text(90000, 'x');
-    {
-        const StandardOutput output(pipe.writeEnd);
-        CloseDescriptor(pipe.writeEnd);
-        OutputCapture capture;
-        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-        std::cout << text << std::endl;
-        EXPECT_TRUE(capture.Stop());
-    }
-    reader.join();
-    CloseDescriptor(pipe.readEnd);
-    EXPECT_EQ(seen, text + "\n");
-    EXPECT_EQ(folder.ReadFile("log"), text + "\n");
+    ExpectAllBySlowReader([] {});
 }
 
 }  // namespace

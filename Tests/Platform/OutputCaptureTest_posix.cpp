@@ -1,6 +1,6 @@
 #include <Platform/OutputCapture.h>
 
-#include "Platform/FaultOfLog.h"
+#include "Platform/CaptureRuns.h"
 #include "Platform/FewDescriptors.h"
 #include "Platform/SystemCalls.h"
 #include "Support/OrdinaryUser.h"
@@ -171,48 +171,13 @@ TEST(OutputCapture, StandardOutputComesBackWhereTheSystemDoesNotPutItInPlaceOfTh
 }
 
 TEST(OutputCapture, AFullStandardOutputLeavesTheLogWhole) {
-    const TemporaryFolder folder;
-    const int full = OpenForWriting("/dev/full");
-    {
-        const StandardOutput output(full);
-        std::printf("refused\n");
-        std::cout << "refused too\n";
-        OutputCapture capture;
-        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-        for (int i = 0; i < 30000; ++i) std::cout << "a line\n";
-        std::cout << "last" << std::endl;
-        EXPECT_TRUE(capture.Stop());
-    }
-    CloseDescriptor(full);
-    const std::string log = folder.ReadFile("log");
-    EXPECT_EQ(log.size(), 30000u * 7 + 5);
-    EXPECT_EQ(log.rfind("a line\n", 0), 0u);
-    EXPECT_EQ(log.substr(log.size() - 12), "a line\nlast\n");
+    ExpectWholeLogBehind(OpenForWriting("/dev/full"));
 }
 
 TEST(OutputCapture, NothingIsLostToASlowReaderBehindABusyPipe) {
-    const TemporaryFolder folder;
-    const Pipe pipe = OpenPipe();
-    std::string seen;
-    std::thread reader([&] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(200));
-        seen = ReadToEnd(pipe.readEnd);
-    });
-    const std::string text(90000, 'x');
-    {
-        const StandardOutput output(pipe.writeEnd);
-        // Not to wait is a property of the pipe's end, however it came to us.
-        fcntl(StandardOutput::kDescriptor, F_SETFL, O_WRONLY | O_NONBLOCK);
-        CloseDescriptor(pipe.writeEnd);
-        OutputCapture capture;
-        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-        std::cout << text << std::endl;
-        EXPECT_TRUE(capture.Stop());
-    }
-    reader.join();
-    CloseDescriptor(pipe.readEnd);
-    EXPECT_EQ(seen, text + "\n");
-    EXPECT_EQ(folder.ReadFile("log"), text + "\n");
+    // Not to wait is a property of the pipe's end, however it came to us.
+    ExpectAllBySlowReader(
+        [] { fcntl(StandardOutput::kDescriptor, F_SETFL, O_WRONLY | O_NONBLOCK); });
 }
 
 TEST(OutputCapture, TheWaitForAReaderThatNeverReadsIsBounded) {

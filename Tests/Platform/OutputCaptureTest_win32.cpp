@@ -1,5 +1,6 @@
 #include <Platform/OutputCapture.h>
 
+#include "Platform/CaptureRuns.h"
 #include "Support/StandardOutput.h"
 #include "Support/TemporaryFolder.h"
 
@@ -8,7 +9,6 @@
 #include <io.h>
 
 #include <chrono>
-#include <cstdio>
 #include <filesystem>
 #include <iostream>
 #include <string>
@@ -22,19 +22,7 @@ TEST(OutputCapture, BothGetWhatIsWrittenWhileItRunsWithTheLineEndsOfText) {
     const TemporaryFolder folder;
     const int file = OpenForWriting(folder.Path("out"));
     _setmode(file, _O_TEXT);
-    {
-        const StandardOutput output(file);
-        OutputCapture capture;
-        std::printf("before\n");
-        ASSERT_EQ(capture.Start(folder.Path("log")), Result::kStarted);
-        std::printf("by stdio\n");
-        std::cout << "by stream\n";
-        EXPECT_TRUE(capture.Stop());
-        std::printf("behind\n");
-    }
-    CloseDescriptor(file);
-    EXPECT_EQ(folder.ReadFile("log"), "by stdio\r\nby stream\r\n");
-    EXPECT_EQ(folder.ReadFile("out"), "before\r\nby stdio\r\nby stream\r\nbehind\r\n");
+    ExpectLinesInBoth(folder, file, "\r\n");
 }
 
 TEST(OutputCapture, AFurtherStreamOfAFileIsNoLog) {
