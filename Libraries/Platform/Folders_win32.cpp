@@ -8,7 +8,7 @@
 #include <shlobj.h>
 
 #include <algorithm>
-#include <cstring>
+#include <optional>
 
 namespace Platform {
 
@@ -16,6 +16,20 @@ namespace {
 
 /// The bytes of the longest full name that a folder can have.
 constexpr std::size_t kLongestFolder = 247;
+
+/// The full name of a folder with backslashes alone and one at its end, in the form in which the
+/// system looks for it. Nothing where that is too long.
+std::optional<std::string> FullFolder(const std::string& path) {
+    char full[MAX_PATH];
+    if (_fullpath(full, (path + '\\').c_str(), sizeof full) == nullptr) return std::nullopt;
+    return full;
+}
+
+/// Whether a part ends in a dot or a blank. The system would leave that out where it makes the
+/// folder, and then does not find it.
+bool HasShortenedPart(const std::string& full) {
+    return full.find(".\\") != std::string::npos || full.find(" \\") != std::string::npos;
+}
 
 }  // namespace
 
@@ -43,12 +57,12 @@ bool IsRegularFile(const std::string& path) {
 
 bool CreateFolders(const std::string& path) {
     if (IsFolder(path)) return true;
-    // The call takes full names with backslashes alone.
-    char full[MAX_PATH];
-    if (_fullpath(full, path.c_str(), sizeof full) == nullptr) return false;
+    std::optional<std::string> full = FullFolder(path);
+    if (!full || HasShortenedPart(*full)) return false;
+    full->pop_back();
     // Of a chain that ends beyond the limit the call would make the part that does not.
-    if (std::strlen(full) > kLongestFolder) return false;
-    SHCreateDirectoryExA(nullptr, full, nullptr);
+    if (full->size() > kLongestFolder) return false;
+    SHCreateDirectoryExA(nullptr, full->c_str(), nullptr);
     // What is there already, made by whomever, is told by the look at the folder in the end.
     return IsFolder(path);
 }

@@ -1,5 +1,7 @@
 #include <Platform/SharedLogFile.h>
 
+#include "FileName_win32.h"
+
 #include <windows.h>
 
 #include <cstdio>
@@ -12,7 +14,8 @@ SharedLogFile::SharedLogFile(std::string logPath, const std::string& lockName)
     : path(std::move(logPath)), lock(CreateMutexA(nullptr, FALSE, lockName.c_str())) {}
 
 void SharedLogFile::Append(std::string_view text) const {
-    if (lock == nullptr) return;
+    // In a further stream of a file that is written the text would be content of that file.
+    if (lock == nullptr || NamesStream(path) || HidesDevice(path)) return;
     const DWORD wait = WaitForSingleObject(lock, INFINITE);
     if (wait != WAIT_OBJECT_0 && wait != WAIT_ABANDONED) return;
     if (std::FILE* const file = std::fopen(path.c_str(), "a+"); file != nullptr) {

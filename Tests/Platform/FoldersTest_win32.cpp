@@ -50,6 +50,16 @@ TEST(Folders, AllMissingParentsAreMade) {
     EXPECT_TRUE(Platform::IsFolder(folder.Path("a/b b/caf\xC3\xA9")));
 }
 
+TEST(Folders, NoFolderOfAShorterNameIsMade) {
+    const TemporaryFolder folder;
+    for (const char* name : {"a ", "a...", "a. ", "a \\b", "a../b", "c/a /b/"}) {
+        EXPECT_FALSE(Platform::CreateFolders(folder.Path(name))) << name;
+        EXPECT_TRUE(std::filesystem::is_empty(folder.Path())) << name;
+    }
+    EXPECT_TRUE(Platform::CreateFolders(folder.Path(".a/./b c/d/..")));
+    EXPECT_TRUE(Platform::IsFolder(folder.Path(".a/b c")));
+}
+
 TEST(Folders, ThereAlreadyIsFine) {
     const TemporaryFolder folder;
     EXPECT_TRUE(Platform::CreateFolders(folder.Path()));

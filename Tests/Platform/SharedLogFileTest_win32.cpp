@@ -27,6 +27,13 @@ TEST(SharedLogFile, TextIsAddedAtTheEnd) {
     EXPECT_EQ(folder.ReadFile("log"), std::string("before\r\none\r\nt\0o\r\n", 18));
 }
 
+TEST(SharedLogFile, WhatIsNoFilesOwnNameIsLeftAlone) {
+    const TemporaryFolder folder;
+    for (const char* name : {"log:x", "log::$DATA", "nul.log", "com1"})
+        SharedLogFile(folder.Path(name), kLock).Append("text");
+    EXPECT_TRUE(std::filesystem::is_empty(folder.Path()));
+}
+
 TEST(SharedLogFile, AnAdditionWaitsForItsTurn) {
     const TemporaryFolder folder;
     const SharedLogFile log(folder.WriteFile("log", ""), kLock);
