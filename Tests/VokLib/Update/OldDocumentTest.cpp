@@ -186,6 +186,16 @@ TEST_F(OldDocumentTest, ATextOfManyEntitiesTakesTimeInProportionToIt) {
     EXPECT_LT(cost, kMostOfFourTimes);
 }
 
+TEST_F(OldDocumentTest, AmpersandsInEntitiesTakeTimeInProportionToTheirNumber) {
+    if (!kHasProcessorTime) GTEST_SKIP() << "other processes would have a say";
+    const double cost = CostOfFourTimes(5000, [&](int count) {
+        ParseText("<!DOCTYPE a [<!ENTITY t '<!--" +
+                  Repeated("&#38;", static_cast<std::size_t>(count)) + "-->'>]><a>" +
+                  Repeated("&t;", 100) + "</a>");
+    });
+    EXPECT_LT(cost, kMostOfFourTimes);
+}
+
 TEST_F(OldDocumentTest, EntityBombsInTextEndInAnError) {
     std::string bomb = "<!ENTITY e0 'lollollollol'>";
     for (int i = 1; i < 12; ++i) {
