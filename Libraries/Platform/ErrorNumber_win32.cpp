@@ -41,6 +41,7 @@ int LastErrorNumber() {
             return EMFILE;
         case ERROR_NOT_ENOUGH_MEMORY:
         case ERROR_OUTOFMEMORY:
+        case ERROR_COMMITMENT_LIMIT:
             return ENOMEM;
         case ERROR_BROKEN_PIPE:
         case ERROR_NO_DATA:

@@ -1,9 +1,13 @@
 #include <Platform/LargeStack.h>
 
+#include "ErrorNumber_win32.h"
+
 #include <float.h>
 #include <windows.h>
 
+#include <cerrno>
 #include <exception>
+#include <new>
 #include <system_error>
 
 namespace Platform {
@@ -34,9 +38,11 @@ void RunOnLargeStack(std::size_t stackBytes, const std::function<void()>& action
     Job job{action, nullptr};
     const HANDLE thread =
         CreateThread(nullptr, stackBytes, Run, &job, STACK_SIZE_PARAM_IS_A_RESERVATION, nullptr);
-    if (thread == nullptr)
+    if (thread == nullptr) {
+        if (LastErrorNumber() == ENOMEM) throw std::bad_alloc();
         throw std::system_error(static_cast<int>(GetLastError()), std::system_category(),
                                 "A thread cannot be started");
+    }
     WaitForSingleObject(thread, INFINITE);
     CloseHandle(thread);
     if (job.failure) std::rethrow_exception(job.failure);

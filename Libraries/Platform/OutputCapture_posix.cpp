@@ -5,6 +5,7 @@
 #include "EndingSignals_posix.h"
 #include "FinalOutput_posix.h"
 #include "LogFile_posix.h"
+#include "Thread_posix.h"
 
 #include <fcntl.h>
 #include <stdio_ext.h>
@@ -15,11 +16,16 @@
 #include <cstdio>
 #include <future>
 #include <iostream>
-#include <system_error>
-#include <thread>
 #include <utility>
 
 namespace Platform {
+
+namespace {
+
+/// The thread that copies keeps little.
+constexpr std::size_t kStackBytes = 256u << 10;
+
+}  // namespace
 
 /// What the capture and its thread share. The descriptors are closed when both are done with it, so
 /// that nothing is pulled from under a thread that is still waiting for a slow reader.
@@ -30,7 +36,7 @@ struct OutputCapture::Copy {
     }
 
     bool Open();
-    void StartThread(const std::shared_ptr<Copy>& self);
+    int StartThread(const std::shared_ptr<Copy>& self);
     void Run();
 
     LogFile log;  // the thread's until it has ended
@@ -39,7 +45,7 @@ struct OutputCapture::Copy {
     int savedOutput = -1;
     std::atomic<bool> abandoned = false;
     std::promise<void> ended;
-    std::thread thread;
+    Thread thread;
 };
 
 namespace {
@@ -93,10 +99,10 @@ void OutputCapture::Copy::Run() {
     ended.set_value();
 }
 
-void OutputCapture::Copy::StartThread(const std::shared_ptr<Copy>& self) {
+int OutputCapture::Copy::StartThread(const std::shared_ptr<Copy>& self) {
     // They belong to the main thread.
     const DeferSignals forTheThread;
-    thread = std::thread([self] { self->Run(); });
+    return thread.Start(kStackBytes, [self] { self->Run(); });
 }
 
 OutputCapture::OutputCapture() = default;
@@ -117,15 +123,12 @@ OutputCapture::StartResult OutputCapture::Start(const std::string& logFile) {
     FlushStandardOutput();
     ForgetRefusedOutput();
     if (!starting->Open()) return NotStarted(errno);
-    try {
-        starting->StartThread(starting);
-    } catch (const std::system_error& failure) {
-        return NotStarted(failure.code().value());
-    }
+    const int threadError = starting->StartThread(starting);
+    if (threadError != 0) return NotStarted(threadError);
     const int redirectionError = dup2(starting->pipeWrite, STDOUT_FILENO) < 0 ? errno : 0;
     close(std::exchange(starting->pipeWrite, -1));
     if (redirectionError != 0) {
-        starting->thread.join();
+        starting->thread.Join();
         return NotStarted(redirectionError);
     }
     SetFinalOutput(starting->savedOutput);
@@ -142,13 +145,13 @@ bool OutputCapture::Stop(std::chrono::milliseconds wait) {
     SetFinalOutput(STDOUT_FILENO);
     GiveBackOutput(stopping->savedOutput);
     if (stopping->ended.get_future().wait_for(wait) == std::future_status::ready) {
-        stopping->thread.join();
+        stopping->thread.Join();
         logFault = stopping->log.Close();
         if (logFault.empty() && hasRefused) logFault = "a part of the output never came there";
         return true;
     }
     stopping->abandoned = true;
-    stopping->thread.detach();
+    stopping->thread.Detach();
     return false;
 }
 

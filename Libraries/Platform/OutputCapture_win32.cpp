@@ -126,7 +126,7 @@ OutputCapture::StartResult OutputCapture::Start(const std::string& logFile) {
     ForgetRefusedOutput();
     if (!starting->Open()) return NotStarted(errno);
     starting->thread.Reset(CreateThread(nullptr, 0, &Copy::RunThread, starting.get(), 0, nullptr));
-    if (!starting->thread.IsValid()) return NotStarted(EAGAIN);
+    if (!starting->thread.IsValid()) return NotStarted(LastErrorNumber());
     const int redirectionError = _dup2(starting->pipeWrite, kStandardOutput) == 0 ? 0 : errno;
     _close(std::exchange(starting->pipeWrite, -1));
     if (redirectionError != 0) {

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <new>
 #include <stdexcept>
-#include <system_error>
 #include <thread>
 
 namespace {
@@ -52,9 +52,9 @@ TEST(LargeStack, WhatTheActionThrowsIsThrownHere) {
     }
 }
 
-TEST(LargeStack, AThreadThatCannotBeHadIsAnError) {
+TEST(LargeStack, WithoutMemoryForTheStackThatIsTheError) {
     EXPECT_THROW(Platform::RunOnLargeStack(std::numeric_limits<std::size_t>::max() / 4, [] {}),
-                 std::system_error);
+                 std::bad_alloc);
 }
 
 }  // namespace
