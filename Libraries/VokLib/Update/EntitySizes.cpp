@@ -26,10 +26,9 @@ class Sizes {
         std::size_t size = text.size() + kReferenceBytes;
         for (std::size_t at = text.find('&'); at != std::string_view::npos;
              at = text.find('&', at + 1)) {
-            // In comments and character data it may stand alone.
+            // In comments and character data it may stand alone, and then no name is known.
             const std::size_t end = text.find_first_of(";&", at + 1);
             if (end == std::string_view::npos) break;
-            if (text[end] == '&') continue;
             const std::string name(text.substr(at + 1, end - at - 1));
             const xmlEntity* const inner = xmlGetDocEntity(entity.doc, ToXml(name.c_str()));
             // The content of predefined ones, "&", is no reference.

@@ -190,7 +190,7 @@ TEST_F(OldDocumentTest, AmpersandsInEntitiesTakeTimeInProportionToTheirNumber) {
     if (!kHasProcessorTime) GTEST_SKIP() << "other processes would have a say";
     const double cost = CostOfFourTimes(5000, [&](int count) {
         ParseText("<!DOCTYPE a [<!ENTITY t '<!--" +
-                  Repeated("&#38;", static_cast<std::size_t>(count)) + "-->'>]><a>" +
+                  Repeated("&#38;", static_cast<std::size_t>(count)) + ";-->'>]><a>" +
                   Repeated("&t;", 100) + "</a>");
     });
     EXPECT_LT(cost, kMostOfFourTimes);
@@ -205,6 +205,15 @@ TEST_F(OldDocumentTest, EntityBombsInTextEndInAnError) {
     const std::string type = "<!DOCTYPE a [" + bomb + "]>";
     EXPECT_EQ(Refusal(type + "<a>&e11;</a>").rfind(kTooMuch, 0), 0u);
     EXPECT_EQ(Refusal(type + "<a b='&e11;'/>").rfind(kTooMuch, 0), 0u);
+}
+
+TEST_F(OldDocumentTest, ReferencesBehindAnAmpersandInACommentAreMeasured) {
+    std::string bomb = "<!ENTITY e0 'lollollollol'>";
+    for (int i = 1; i < 7; ++i) {
+        const std::string inner = "<!--&#38;-->&e" + std::to_string(i - 1) + ";";
+        bomb += "<!ENTITY e" + std::to_string(i) + " '" + Repeated(inner, 10) + "'>";
+    }
+    EXPECT_EQ(Refusal("<!DOCTYPE a [" + bomb + "]><a>&e6;</a>").rfind(kTooMuch, 0), 0u);
 }
 
 TEST_F(OldDocumentTest, OneLongEntityUsedOftenEndsInAnError) {
