@@ -1,4 +1,5 @@
 #include <HashClient/LocalHash.h>
+#include <HashClient/ProxyDatabase.h>
 #include <HashClient/ProxyLog.h>
 #include <HashClient/ProxyMessage.h>
 #include <HashClient/QelHashClient.h>
@@ -103,6 +104,10 @@ QelHashResult Initialise() {
 
 std::optional<std::string> GetLogFile() {
     return IsProxyWanted() ? ProxyLogFile() : std::nullopt;
+}
+
+std::vector<std::string> GetDatabaseFiles() {
+    return IsProxyWanted() ? ProxyDatabaseFiles() : std::vector<std::string>();
 }
 
 QelHashResult Shutdown() {

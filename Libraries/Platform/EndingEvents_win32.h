@@ -6,8 +6,8 @@
 namespace Platform {
 
 /// While it lives, the file of this name is removed when a console event ends the process: Ctrl+C,
-/// Ctrl+Break, the closing of the console, the end of the session. What others made of these events
-/// stays as it is.
+/// Ctrl+Break, the closing of the console. (The system tells the end of the session to services
+/// alone.) What others made of these events stays as it is.
 class RemoveOnEvent {
   public:
     explicit RemoveOnEvent(std::string fileName);

@@ -10,7 +10,9 @@ namespace Platform {
 
 namespace {
 
-constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP};
+/// All that others may send, or a limit, and that end a process.
+constexpr int kSignals[] = {SIGINT,  SIGTERM, SIGHUP,  SIGQUIT,   SIGXCPU,
+                            SIGALRM, SIGUSR1, SIGUSR2, SIGVTALRM, SIGPROF};
 
 /// More files than any program of ours writes at one time; a further one is not removed.
 constexpr std::size_t kMostFiles = 8;

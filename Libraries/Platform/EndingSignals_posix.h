@@ -7,7 +7,7 @@
 
 namespace Platform {
 
-/// While it lives, the file of this name is removed when SIGINT, SIGTERM or SIGHUP end the process.
+/// While it lives, the file of this name is removed when a signal from outside ends the process.
 /// Signals that are ignored or handled otherwise are left alone. Made and ended on one thread, the
 /// one that takes the signals.
 class RemoveOnSignal {
@@ -27,7 +27,7 @@ class RemoveOnSignal {
 /// Removes the files of all that live. Calls nothing but what a signal handler may call.
 void RemoveUnfinishedFiles();
 
-/// Keeps SIGINT, SIGTERM and SIGHUP waiting on this thread while it lives.
+/// Keeps the signals that end a process from outside waiting on this thread while it lives.
 class DeferSignals {
   public:
     DeferSignals();

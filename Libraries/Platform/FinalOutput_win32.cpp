@@ -9,6 +9,15 @@ namespace {
 std::atomic<HANDLE> keptByCapture = nullptr;
 static_assert(std::atomic<HANDLE>::is_always_lock_free);
 
+bool IsSame(HANDLE a, HANDLE b) {
+    BY_HANDLE_FILE_INFORMATION first;
+    BY_HANDLE_FILE_INFORMATION second;
+    return GetFileInformationByHandle(a, &first) && GetFileInformationByHandle(b, &second) &&
+           first.dwVolumeSerialNumber == second.dwVolumeSerialNumber &&
+           first.nFileIndexHigh == second.nFileIndexHigh &&
+           first.nFileIndexLow == second.nFileIndexLow;
+}
+
 }  // namespace
 
 HANDLE FinalOutput() {
@@ -18,6 +27,10 @@ HANDLE FinalOutput() {
 
 void SetFinalOutput(HANDLE handle) {
     keptByCapture = handle;
+}
+
+bool IsPrintedInto(HANDLE file) {
+    return IsSame(file, FinalOutput()) || IsSame(file, GetStdHandle(STD_ERROR_HANDLE));
 }
 
 }  // namespace Platform

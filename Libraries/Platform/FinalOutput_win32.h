@@ -11,4 +11,8 @@ HANDLE FinalOutput();
 /// What the capture keeps; null when it ends.
 void SetFinalOutput(HANDLE handle);
 
+/// True where what is printed, to standard output in the end or to standard error, goes into this
+/// file.
+bool IsPrintedInto(HANDLE file);
+
 }  // namespace Platform

@@ -3,6 +3,7 @@
 #include <Platform/ErrorText.h>
 
 #include "DescriptorIo_posix.h"
+#include "FinalOutput_posix.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -20,8 +21,13 @@ LogFile::~LogFile() {
 int LogFile::Open(const std::string& logFile) {
     path = logFile;
     written = {};
-    descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOCTTY, 0666);
-    return descriptor >= 0 ? 0 : errno;
+    descriptor = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NOCTTY, 0666);
+    struct stat file;
+    if (descriptor < 0 || fstat(descriptor, &file) != 0) return errno;
+    if (!S_ISREG(file.st_mode)) return 0;
+    // What is printed would stand among the log's lines, and what the file holds be lost.
+    if (IsPrintedInto(descriptor)) return EBUSY;
+    return Resize(descriptor, 0);
 }
 
 void LogFile::Write(const char* bytes, std::size_t size) {

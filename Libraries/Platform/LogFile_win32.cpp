@@ -3,6 +3,7 @@
 #include <Platform/ErrorText.h>
 
 #include "FileName_win32.h"
+#include "FinalOutput_win32.h"
 #include "HandleIo_win32.h"
 
 namespace Platform {
@@ -11,8 +12,10 @@ bool LogFile::Open(const std::string& logFile) {
     if (NamesStream(logFile)) return false;
     path = logFile;
     file.Reset(CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                           CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
-    return file.IsValid();
+                           OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    if (!file.IsValid() || GetFileType(file.Get()) != FILE_TYPE_DISK) return file.IsValid();
+    // What is printed would stand among the log's lines, and what the file holds be lost.
+    return !IsPrintedInto(file.Get()) && SetEndOfFile(file.Get());
 }
 
 void LogFile::Write(const char* bytes, std::size_t size) {

@@ -97,7 +97,10 @@ PipeExchange MessagePipe::Transact(std::span<const char> request, std::span<char
     return PipeExchange::Done;
 }
 
-std::uint32_t WaitForPipe(const PipeAddress& address, std::uint32_t, int milliseconds) {
+std::uint32_t WaitForPipe(const PipeAddress& address, std::uint32_t openError, int milliseconds) {
+    // A pipe that is somebody else's is always there, and the next try fails like the last one.
+    if (openError == ERROR_ACCESS_DENIED)
+        Sleep(std::min(static_cast<DWORD>(milliseconds), kPauseBetweenLooks));
     const std::string path = PipePath(address);
     const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(milliseconds);
     for (;;) {

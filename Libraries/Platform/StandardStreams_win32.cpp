@@ -45,6 +45,8 @@ void OpenOnNullDevice(int descriptor, std::FILE* stream, const char* mode) {
     if (_fileno(stream) != descriptor) LeadTo(descriptor, stream, mode);
 }
 
+constexpr UINT kNoWindows = SEM_FAILCRITICALERRORS | SEM_NOGPFAULTERRORBOX;
+
 UINT lettersBefore = 0;
 
 void RestoreLetters() {
@@ -76,6 +78,8 @@ void ShareLettersWithConsole() {
 }  // namespace
 
 void PrepareStandardStreams() {
+    // A drive without a disk, and a crash, else show a window and wait for somebody to close it.
+    SetErrorMode(GetErrorMode() | kNoWindows);
     OpenOnNullDevice(0, stdin, "r");
     OpenOnNullDevice(1, stdout, "w");
     OpenOnNullDevice(2, stderr, "w");
@@ -90,6 +94,11 @@ bool IsReaderGone(int error) {
     if (error != EINVAL) return error == EPIPE;
     const unsigned long own = _doserrno;
     return own == ERROR_NO_DATA || own == ERROR_PIPE_NOT_CONNECTED || own == ERROR_BROKEN_PIPE;
+}
+
+int LateErrorOfStandardOutput() {
+    const int copy = _dup(_fileno(stdout));
+    return copy >= 0 && _close(copy) != 0 ? errno : 0;
 }
 
 }  // namespace Platform

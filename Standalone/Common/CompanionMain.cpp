@@ -31,8 +31,10 @@ struct LeaveLibrary {
 /// A reader that has seen enough and closes its pipe is no failure to speak of.
 int EndStandardOutput(int status) {
     errno = 0;
-    if (std::cout.flush()) return status;
-    if (errno == 0) {
+    if (std::cout.flush()) {
+        errno = Platform::LateErrorOfStandardOutput();
+        if (errno == 0) return status;
+    } else if (errno == 0) {
         // It failed on the way and has kept no reason. What it holds back fails alike; where that
         // is nothing, a further byte does.
         std::cout.clear();

@@ -3,6 +3,7 @@
 #include "FailureText.h"
 
 #include <Platform/ErrorText.h>
+#include <Platform/FileIdentity.h>
 #include <Platform/FileTests.h>
 #include <Platform/Folders.h>
 #include <Platform/OpenForReading.h>
@@ -26,13 +27,18 @@ std::string Reason(int error) {
 
 }  // namespace
 
+// What is opened anew by a name such as /dev/stdout begins in front of what was printed before.
+bool OutputFile::IsStandardOutput(const std::string& typedPath) {
+    return typedPath == kStandardOutput || Platform::NamesStandardOutput(typedPath);
+}
+
 bool OutputFile::IsKept(const std::string& typedPath) {
-    return typedPath != kStandardOutput &&
+    return !IsStandardOutput(typedPath) &&
            (!Platform::Exists(typedPath) || Platform::IsRegularFile(typedPath));
 }
 
 OutputFile::OutputFile(std::string typedPath) : path(std::move(typedPath)), isKept(IsKept(path)) {
-    if (path != kStandardOutput) {
+    if (!IsStandardOutput(path)) {
         if (path.empty()) Fail(ENOENT);
         if (Platform::IsFolder(path)) Fail(EISDIR);
         errno = EACCES;
@@ -53,7 +59,7 @@ void OutputFile::Publish() {
         if (const int error = unfinished.Publish(); error != 0) Fail(error);
         return;
     }
-    if (path == kStandardOutput) {
+    if (IsStandardOutput(path)) {
         CopyTo(std::cout);
         return;
     }
@@ -72,9 +78,8 @@ void OutputFile::CopyTo(std::ostream& out) {
     if (count == 0) FailUnfinished(errno);
     for (; count > 0 && out; count = std::fread(block, 1, sizeof block, in.get()))
         out.write(block, static_cast<std::streamsize>(count));
-    out.flush();
-    if (!out || std::ferror(in.get()) != 0)
-        Fail(!out && Platform::IsReaderGone(errno) ? EPIPE : errno);
+    if (std::ferror(in.get()) != 0) FailUnfinished(errno);
+    if (!out.flush()) Fail(Platform::IsReaderGone(errno) ? EPIPE : errno);
 }
 
 void OutputFile::Fail(int error) const {

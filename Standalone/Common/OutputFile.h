@@ -11,8 +11,9 @@
 /// until then whatever stood there stays. Each failure is thrown as a DocumentFailure with the
 /// system's reason, and nothing unfinished is left behind.
 ///
-/// A regular file keeps its permissions, and a link goes on leading to the file. "-" is standard
-/// output; it, pipes and devices get the bytes when all of them are there.
+/// A regular file keeps its permissions, and a link goes on leading to the file. "-" and the
+/// system's own names of it are standard output; it, pipes and devices get the bytes when all of
+/// them are there.
 class OutputFile {
   public:
     /// Refuses a folder and a file that may not be written.
@@ -31,6 +32,7 @@ class OutputFile {
     static bool IsKept(const std::string& typedPath);
 
   private:
+    static bool IsStandardOutput(const std::string& typedPath);
     void CopyTo(std::ostream& out);
     [[noreturn]] void Fail(int error) const;
     [[noreturn]] void FailUnfinished(int error) const;

@@ -1,9 +1,9 @@
 #include "Settings.h"
 
+#include <HashClient/ProxyDatabase.h>
 #include <Platform/Environment.h>
 #include <Platform/Folders.h>
 #include <Platform/Paths.h>
-#include <Platform/UserFolders.h>
 #include <QelTools/Exception.h>
 
 #include <charconv>
@@ -12,23 +12,16 @@ using QelTools::Common::Exception;
 
 namespace {
 
-constexpr char kDatabaseVariable[] = "QEL_HASH_DATABASE";
 constexpr char kIdleVariable[] = "QEL_HASH_IDLE_SECONDS";
-constexpr char kDefaultFile[] = "/QelHashProxy/registry.sqlite";
 constexpr int kDefaultIdleSeconds = 60;
 constexpr int kMostIdleSeconds = 24 * 60 * 60;
 
 std::string DatabaseFile() {
-    std::string file = Platform::Environment(kDatabaseVariable).value_or("");
-    if (file.empty()) {
-        const auto folder = Platform::UserDataFolder();
-        if (!folder.has_value())
-            throw Exception(std::string("There is no folder for the user's data; set ") +
-                            kDatabaseVariable);
-        file = *folder + kDefaultFile;
-    }
-    const auto full = Platform::FullPath(file);
-    if (!full.has_value()) throw Exception("The database's name cannot be used: " + file);
+    const auto file = ProxyDatabaseFile();
+    if (!file.has_value())
+        throw Exception("There is no folder for the user's data; set QEL_HASH_DATABASE");
+    const auto full = Platform::FullPath(*file);
+    if (!full.has_value()) throw Exception("The database's name cannot be used: " + *file);
     const std::string folder = Platform::FromPath(Platform::ToPath(*full).parent_path());
     if (!Platform::CreateFolders(folder))
         throw Exception("The database's folder cannot be made: " + folder);

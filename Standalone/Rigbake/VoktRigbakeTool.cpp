@@ -26,6 +26,11 @@ std::string OpenedFile(const std::string& name) {
     throw TextException("Output file \"" + output + "\" matches an input file.");
 }
 
+[[noreturn]] void RefuseDatabase(const char* what, const std::string& name) {
+    throw TextException(std::string(what) + " file \"" + name +
+                        "\" matches the registry's database.");
+}
+
 [[noreturn]] void RefuseLog(const std::string& output) {
     throw TextException("Output file \"" + output + "\" matches the log file.");
 }
@@ -69,6 +74,11 @@ void VoktRigbakeTool::CheckSharedFiles() const {
     if (isPair && LeadToOneFile(OpenedFile(outputs.front()), OpenedFile(outputs.back())))
         throw TextException("Big- and little-endian suffixes are the same.");
     if (const auto registryLog = VoktHashClient::GetLogFile()) CheckLog(*registryLog);
+    for (const std::string& database : VoktHashClient::GetDatabaseFiles()) {
+        for (const std::string& output : outputs)
+            if (LeadToOneFile(OpenedFile(output), database)) RefuseDatabase("Output", output);
+        if (LeadToOneFile(logFileName, database)) RefuseDatabase("Log", logFileName);
+    }
     if (logFileName.empty()) return;
     CheckLog(logFileName);
     // What goes to standard output goes into the log, too.

@@ -200,6 +200,33 @@ TEST_F(HashRegistryRun, ADebugLogThatIsTheSceneOrTheSkeletonIsRefused) {
     EXPECT_FALSE(folder.Has("new.bin"));
 }
 
+TEST_F(HashRegistryRun, TheDatabaseIsNoOutput) {
+    EXPECT_EQ(Bake({}).status, 0);
+    folder.WriteFile("names.db", "old");
+    const auto expectRefused = [this](std::vector<std::string> more, const std::string& words) {
+        more.insert(more.begin(), {"-in", "scene.qeli"});
+        const ProgramResult run = folder.Run("rigbake", more, environment);
+        EXPECT_EQ(run.status, 1);
+        EXPECT_EQ(WithoutBanner(run.output),
+                  "Error: 102 An error occurred while validating arguments; " + words +
+                      " matches the registry's database.\n" + kFailed);
+    };
+    environment["QEL_HASH_DATABASE"] = folder.Path("names.db");
+    expectRefused({"-out", "names.db"}, "Output file \"names.db\"");
+    expectRefused({"-out", "new.bin", "-logfile", "./names.db"}, "Log file \"./names.db\"");
+    for (const std::string end : {"-journal", "-wal", "-shm"})
+        expectRefused({"-out", "names.db" + end}, "Output file \"names.db" + end + "\"");
+    expectRefused({"-out", "names", "-ble", "-bs", ".db"}, "Output file \"names.db\"");
+    EXPECT_EQ(folder.ReadFile("names.db"), "old");
+    environment.erase("QEL_HASH_DATABASE");
+    environment["XDG_DATA_HOME"] = folder.Path();
+    environment["LOCALAPPDATA"] = folder.Path();
+    const std::string standard = WithSeparators("QelHashProxy/registry.sqlite");
+    expectRefused({"-out", standard}, "Output file \"" + standard + "\"");
+    environment["QEL_HASH_SERVER_NAME"] = "";
+    EXPECT_EQ(Run("scene.qeli", standard).status, 0);
+}
+
 TEST_F(HashRegistryRun, ADebugLogThatIsNotWrittenIsNotRefused) {
     EXPECT_EQ(Bake({}).status, 0);
     const std::string skeleton = folder.ReadFile("rig.bin");

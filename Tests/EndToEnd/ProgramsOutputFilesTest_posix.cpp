@@ -90,6 +90,31 @@ TEST_F(OutputFiles, ADeviceTakesTheSkeleton) {
     EXPECT_EQ(folder.Rigbake({"-in", "scene.qeli", "-out", "/dev/null"}).status, 0);
 }
 
+TEST_F(OutputFiles, ALogThatIsPrintedIntoIsRefusedAndKeepsWhatItHolds) {
+    folder.WriteFile("all", "earlier\n");
+    for (const std::string log : {"all", "/dev/stdout", "/dev/stderr"}) {
+        const ProgramResult run = folder.Run(
+            "rigbake", {"-in", "scene.qeli", "-out", "rig.bin", "-logfile", log}, {}, ">>all 2>&1");
+        EXPECT_EQ(run.status, 1) << log;
+    }
+    const std::string all = folder.ReadFile("all");
+    EXPECT_EQ(all.rfind("earlier\nQEL SDK", 0), 0u);
+    EXPECT_NE(all.find("could not open '/dev/stderr' for write"), std::string::npos);
+    EXPECT_FALSE(folder.Has("rig.bin"));
+}
+
+TEST_F(OutputFiles, TheNamesOfStandardOutputKeepWhatWasPrintedBefore) {
+    const auto printed = [&](const std::vector<std::string>& arguments) {
+        folder.WriteFile("all", "earlier\n");
+        EXPECT_EQ(folder.Run("qeli", arguments, {}, ">>all").status, 0);
+        return folder.ReadFile("all");
+    };
+    const std::string converted = printed({"convert", "scene.qeli", "-"});
+    EXPECT_EQ(converted.rfind("earlier\n<?xml", 0), 0u);
+    EXPECT_EQ(printed({"convert", "scene.qeli", "/dev/stdout"}), converted);
+    EXPECT_EQ(printed({"convert", "scene.qeli", "/proc/self/fd/1"}), converted);
+}
+
 TEST_F(OutputFiles, ALogThatIsNotWholeIsAWarning) {
     const std::string skeleton = Bake("reference.bin");
     const ProgramResult run = folder.Rigbake(

@@ -2,6 +2,7 @@
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -11,13 +12,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr int kEnding[] = {SIGINT,  SIGTERM, SIGHUP,  SIGQUIT,   SIGXCPU,
+                           SIGALRM, SIGUSR1, SIGUSR2, SIGVTALRM, SIGPROF};
+
 /// Runs `work` in a child process and gives the number of the signal that ended it; 0 when none
 /// did.
 template <class Work>
 int EndingSignalOf(Work work) {
     const pid_t child = fork();
     if (child == 0) {
-        for (const int number : {SIGINT, SIGTERM, SIGHUP}) signal(number, SIG_DFL);
+        for (const int number : kEnding) signal(number, SIG_DFL);
+        // Some of them else leave a file with the process's memory.
+        const rlimit none{0, 0};
+        setrlimit(RLIMIT_CORE, &none);
         work();
         _exit(0);
     }
@@ -27,7 +34,7 @@ int EndingSignalOf(Work work) {
 }
 
 TEST(EndingSignals, TheNamedFilesAreGoneAndTheProcessEndsByTheSignal) {
-    for (const int number : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int number : kEnding) {
         const TemporaryFolder folder;
         folder.WriteFile("one", "");
         folder.WriteFile("two", "");
@@ -79,14 +86,16 @@ TEST(EndingSignals, AnIgnoredSignalStaysIgnored) {
 }
 
 TEST(EndingSignals, ADeferredSignalComesBehind) {
-    const TemporaryFolder folder;
-    EXPECT_EQ(EndingSignalOf([&] {
-                  const Platform::DeferSignals untilWritten;
-                  raise(SIGTERM);
-                  folder.WriteFile("whole", "");
-              }),
-              SIGTERM);
-    EXPECT_TRUE(fs::exists(folder.Path("whole")));
+    for (const int number : kEnding) {
+        const TemporaryFolder folder;
+        EXPECT_EQ(EndingSignalOf([&] {
+                      const Platform::DeferSignals untilWritten;
+                      raise(number);
+                      folder.WriteFile("whole", "");
+                  }),
+                  number);
+        EXPECT_TRUE(fs::exists(folder.Path("whole")));
+    }
 }
 
 }  // namespace

@@ -157,6 +157,13 @@ TEST_F(MessagePipeTest, AMissingPipeAndABusyOneAreToldApart) {
     EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(80));
 }
 
+TEST_F(MessagePipeTest, APipeOfSomebodyElseIsNotTriedWithoutAPause) {
+    const RawPipe server;
+    const auto begin = std::chrono::steady_clock::now();
+    for (int i = 0; i < 10; ++i) EXPECT_EQ(WaitForPipe(kAddress, ERROR_ACCESS_DENIED, 500), 0u);
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, std::chrono::milliseconds(80));
+}
+
 TEST_F(MessagePipeTest, APipeThatComesDuringTheWaitEndsIt) {
     std::optional<RawPipe> server;
     std::thread starting([&] {

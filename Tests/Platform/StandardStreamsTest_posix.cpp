@@ -1,8 +1,14 @@
 #include <Platform/StandardStreams.h>
+
+#include "Platform/SystemCalls.h"
+#include "Support/StandardOutput.h"
+#include "Support/TemporaryFolder.h"
+
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -34,6 +40,37 @@ TEST(StandardStreamsDeathTest, WritingIntoABrokenPipeIsAnOrdinaryError) {
                            !Platform::IsReaderGone(EBADF);
                 }),
                 testing::ExitedWithCode(0), "");
+}
+
+TEST(StandardStreamsDeathTest, TheEndOfAChildCanBeWaitedFor) {
+    EXPECT_EXIT(ExitAfter([] {
+                    signal(SIGCHLD, SIG_IGN);
+                    Platform::PrepareStandardStreams();
+                    const pid_t child = fork();
+                    if (child == 0) _exit(7);
+                    int status = 0;
+                    return waitpid(child, &status, 0) == child && WEXITSTATUS(status) == 7;
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
+TEST(StandardStreams, WhatIsToldWhenAFileIsClosedIsAskedFor) {
+    const TemporaryFolder folder;
+    const int file = OpenForWriting(folder.Path("out"));
+    const StandardOutput output(file);
+    CloseDescriptor(file);
+    SystemCalls calls;
+    int closed = -1;
+    EXPECT_EQ(Platform::LateErrorOfStandardOutput(), 0);
+    calls.inFrontOfClosing = [&closed](int descriptor) {
+        closed = descriptor;
+        return EDQUOT;
+    };
+    EXPECT_EQ(Platform::LateErrorOfStandardOutput(), EDQUOT);
+    EXPECT_GT(closed, STDERR_FILENO);
+    calls.inFrontOfClosing = [](int) { return EINTR; };
+    EXPECT_EQ(Platform::LateErrorOfStandardOutput(), 0);
+    calls.inFrontOfClosing = {};
 }
 
 TEST(StandardStreamsDeathTest, WritingBeyondTheSizeLimitIsAnOrdinaryError) {

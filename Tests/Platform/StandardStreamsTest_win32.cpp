@@ -27,6 +27,16 @@ TEST(StandardStreamsDeathTest, WritingIntoABrokenPipeIsAnOrdinaryError) {
                 testing::ExitedWithCode(0), "");
 }
 
+TEST(StandardStreamsDeathTest, NoFailureOpensAWindow) {
+    EXPECT_EXIT(ExitAfter([] {
+                    SetErrorMode(SEM_NOOPENFILEERRORBOX);
+                    Platform::PrepareStandardStreams();
+                    return GetErrorMode() == (SEM_NOOPENFILEERRORBOX | SEM_FAILCRITICALERRORS |
+                                              SEM_NOGPFAULTERRORBOX);
+                }),
+                testing::ExitedWithCode(0), "");
+}
+
 TEST(StandardStreams, AReaderIsGoneInSeveralWays) {
     for (const DWORD own : {ERROR_NO_DATA, ERROR_PIPE_NOT_CONNECTED, ERROR_BROKEN_PIPE}) {
         _doserrno = own;

@@ -338,7 +338,7 @@ TEST_F(WholeFileInPlace, SignalsWaitWhileTheFileIsNotWhole) {
             ++writes;
             sigset_t blocked;
             pthread_sigmask(SIG_BLOCK, nullptr, &blocked);
-            for (const int number : {SIGINT, SIGTERM, SIGHUP})
+            for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGXCPU})
                 EXPECT_EQ(sigismember(&blocked, number), 1) << number;
             return 0;
         };

@@ -20,6 +20,8 @@ struct Pipe {
 };
 /// What is written into one that nobody reads any more is an error, and no signal.
 Pipe OpenPipe();
+/// Whether all of it went at once.
+bool WriteText(int descriptor, const std::string& text);
 /// Until no write end is open.
 std::string ReadToEnd(int descriptor);
 

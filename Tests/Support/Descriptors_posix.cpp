@@ -30,6 +30,10 @@ Pipe OpenPipe() {
     return pipe(ends) == 0 ? Pipe{ends[0], ends[1]} : Pipe{};
 }
 
+bool WriteText(int descriptor, const std::string& text) {
+    return write(descriptor, text.data(), text.size()) == static_cast<ssize_t>(text.size());
+}
+
 std::string ReadToEnd(int descriptor) {
     std::string text;
     char buffer[4096];

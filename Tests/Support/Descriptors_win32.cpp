@@ -31,6 +31,11 @@ Pipe OpenPipe() {
     return _pipe(ends, 1024, _O_BINARY) == 0 ? Pipe{ends[0], ends[1]} : Pipe{};
 }
 
+bool WriteText(int descriptor, const std::string& text) {
+    return _write(descriptor, text.data(), static_cast<unsigned>(text.size())) ==
+           static_cast<int>(text.size());
+}
+
 std::string ReadToEnd(int descriptor) {
     std::string text;
     char buffer[4096];

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 /// What an operation of the hash registry's client came to.
 enum class QelHashResult : std::int32_t {
@@ -29,6 +30,10 @@ QelHashResult Initialise();
 /// The file to which a debug log of what is asked of the proxy goes; nothing where no proxy is to
 /// be asked or no such log is wanted.
 std::optional<std::string> GetLogFile();
+
+/// The files in which the registry that this environment wants remembers strings; none where no
+/// proxy is to be asked.
+std::vector<std::string> GetDatabaseFiles();
 
 /// Takes the library down, whatever comes back from the proxy. Without Initialise it does nothing
 /// and gives Ok.

@@ -7,8 +7,9 @@
 namespace Platform {
 
 /// A file that nobody sees before it is whole. It has no name where the system can do without one;
-/// else a fresh name of its own, which is gone with the object and also when SIGINT, SIGTERM or
-/// SIGHUP end the process. Operations give 0 when they worked, else the system's error number.
+/// else a fresh name of its own, which is gone with the object and also when a signal from outside
+/// ends the process, except SIGKILL. Operations give 0 when they worked, else the system's error
+/// number.
 class UnfinishedFile {
   public:
     UnfinishedFile();

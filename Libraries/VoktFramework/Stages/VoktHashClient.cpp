@@ -24,6 +24,10 @@ void VoktHashClient::Process(VoktUniverse&) {
     initialised = true;
 }
 
+std::vector<std::string> VoktHashClient::GetDatabaseFiles() {
+    return QelHashClient::GetDatabaseFiles();
+}
+
 std::optional<std::string> VoktHashClient::GetLogFile() {
     return QelHashClient::GetLogFile();
 }

@@ -1,4 +1,3 @@
-#include "Platform/UnreadPipe.h"
 #include "Support/StandardOutput.h"
 #include "Support/TemporaryFolder.h"
 #include "VoktFramework/RecordingTool.h"
@@ -10,30 +9,9 @@
 #include <iostream>
 #include <stdexcept>
 
-// Another standard output under the running program: a pipe that is never read, a device that is
-// full.
-
 namespace {
 
 using Step = Script::Step;
-
-TEST(ToolEnd, AReaderThatNeverReadsIsWaitedForAndThenGivenUp) {
-    const TemporaryFolder folder;
-    const UnreadPipe pipe;
-    Script script;
-    script.actions["a.Process"] = [](const Step&) {
-        std::cout << std::string(70000, 'x') << std::endl;
-    };
-    testing::internal::CaptureStderr();
-    int status = -1;
-    {
-        const StandardOutput output(pipe.WriteEnd());
-        status = PlayForStatus(script, {"-log", folder.Path("log")});
-    }
-    EXPECT_EQ(status, 0);
-    EXPECT_EQ(testing::internal::GetCapturedStderr(),
-              "\nWARNING: timeout waiting for log file thread to exit\n");
-}
 
 TEST(ToolEnd, AFullStandardOutputChangesNeitherStagesNorStatus) {
     const TemporaryFolder folder;

@@ -4,6 +4,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 /// The stage that brings the hash registry up for the stages behind it. Its destructor brings the
 /// registry down again, which may throw.
@@ -17,6 +18,7 @@ class VoktHashClient : public VoktComponent {
 
     /// The file to which the registry's debug log of this run goes, if there is one.
     static std::optional<std::string> GetLogFile();
+    static std::vector<std::string> GetDatabaseFiles();
 
   private:
     bool initialised = false;

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+/// The file in which the registry remembers strings: QEL_HASH_DATABASE, else one in the user's data
+/// folder; nothing where there is no such folder. A proxy that is up already may have another.
+std::optional<std::string> ProxyDatabaseFile();
+
+/// It, and the files that its library keeps beside it.
+std::vector<std::string> ProxyDatabaseFiles();
