@@ -11,7 +11,7 @@
 #include <libxslt/xslt.h>
 #include <libxslt/xsltutils.h>
 
-#include <exception>
+#include <stdexcept>
 #include <string>
 
 #define RIGBAKE_FIND(function) FindLateFunction<&function>(kLibrary, #function)
@@ -25,7 +25,7 @@ void CheckProcessor() {
     const void* wanted = nullptr;
     try {
         wanted = Platform::FunctionOfLibrary(kLibrary, "xsltLibxmlVersion");
-    } catch (const std::exception& failure) {
+    } catch (const std::runtime_error& failure) {
         QelTools::Common::ThrowException(
             std::string("The format update needs the stylesheet library: ") + failure.what());
     }

@@ -2,6 +2,7 @@
 
 #include <dlfcn.h>
 
+#include <new>
 #include <stdexcept>
 
 namespace Platform {
@@ -11,6 +12,7 @@ void* FunctionOfLibrary(const std::string& library, const std::string& function)
     void* const address = handle != nullptr ? dlsym(handle, function.c_str()) : nullptr;
     if (address != nullptr) return address;
     std::string words = dlerror();
+    if (words.ends_with("cannot map zero-fill pages")) throw std::bad_alloc();
     // The loader keeps the reason to itself.
     if (words.ends_with("failed to map segment from shared object"))
         words += ", for lack of memory or because nothing may be run from that disk";

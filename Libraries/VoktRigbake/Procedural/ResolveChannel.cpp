@@ -47,8 +47,7 @@ void ResolveJointChannel(const std::string& channelText, ChannelReference& refer
 
 /// A material's channels keep their letter case, in the hash too. A digit at the end is the
 /// component and not part of the name.
-void ResolveMaterialChannel(const std::string& channelText, const VokMaterial& material,
-                            ChannelReference& reference) {
+void ResolveMaterialChannel(const std::string& channelText, ChannelReference& reference) {
     reference.kind = ExternalChannelKind::Material;
     reference.channelName = channelText;
     const char last = channelText.empty() ? '\0' : channelText.back();
@@ -57,7 +56,18 @@ void ResolveMaterialChannel(const std::string& channelText, const VokMaterial& m
         reference.channelName.pop_back();
     }
     reference.channelHash = HashChannel(reference.channelName);
-    reference.objectName = material.GetBaseName();
+}
+
+/// The name that a channel's owner has outside the skeleton: only those kinds have one.
+std::string ExternalName(const VokObj& object, ExternalChannelKind kind) {
+    switch (kind) {
+        case ExternalChannelKind::BlendshapeController:
+            return ToLowerAscii(object.GetBaseName());
+        case ExternalChannelKind::Material:
+            return object.GetBaseName();
+        default:
+            return {};
+    }
 }
 
 }  // namespace
@@ -70,22 +80,33 @@ ChannelReference DrivenKeys::Resolve(const std::string& channelText, const VokOb
     reference.channelHash = HashChannel(reference.channelName);
     if (ExactCast<VokJoint>(object) != nullptr) {
         ResolveJointChannel(channelText, reference);
-    } else if (const auto* controller = ExactCast<VokBlendshapeController>(object)) {
+    } else if (ExactCast<VokBlendshapeController>(object) != nullptr) {
         reference.kind = ExternalChannelKind::BlendshapeController;
-        reference.objectName = ToLowerAscii(controller->GetBaseName());
-    } else if (const auto* material = ExactCast<VokMaterial>(object)) {
-        ResolveMaterialChannel(channelText, *material, reference);
+    } else if (ExactCast<VokMaterial>(object) != nullptr) {
+        ResolveMaterialChannel(channelText, reference);
     }
+    const ExternalObject owner = FindOwner(object, reference.kind);
     // The registry keeps the channel's name under the objects' category, not the object's.
-    if (reference.kind != ExternalChannelKind::Other && !reference.objectName.empty())
+    if (owner.hasName)
         QelHashClientUtil::AddString("drivenkeyobject", reference.channelName.c_str());
-    SetIndex(reference, object, skeleton, procedural, isInput);
+    SetIndex(reference, object, owner.hash, skeleton, procedural, isInput);
     return reference;
 }
 
+/// Once for each object, whose name may be as long as the document.
+DrivenKeys::ExternalObject DrivenKeys::FindOwner(const VokObj* object, ExternalChannelKind kind) {
+    if (kind == ExternalChannelKind::Other) return {};
+    const auto [place, isNew] = owners.try_emplace(object);
+    if (isNew) {
+        const std::string name = ExternalName(*object, kind);
+        place->second = {!name.empty(), ~QelTools::Common::Crc32(name)};
+    }
+    return place->second;
+}
+
 void DrivenKeys::SetIndex(ChannelReference& reference, const VokObj* object,
-                          const SkeletonIndex& skeleton, ProceduralJoints& procedural,
-                          bool isInput) {
+                          std::uint32_t objectHash, const SkeletonIndex& skeleton,
+                          ProceduralJoints& procedural, bool isInput) {
     if (reference.type == DrivenChannelType::Rotation) {
         reference.index = FindOrAddObject(object);
         return;
@@ -102,8 +123,7 @@ void DrivenKeys::SetIndex(ChannelReference& reference, const VokObj* object,
     // refused there, and one that is an output already does not become an input.
     if (procedural.externalOutputs.Contains(reference.channelHash)) return;
     ExternalChannels& channels = isInput ? procedural.externalInputs : procedural.externalOutputs;
-    channels.Add({reference.channelHash, reference.kind,
-                  ~QelTools::Common::Crc32(reference.objectName), reference.component});
+    channels.Add({reference.channelHash, reference.kind, objectHash, reference.component});
 }
 
 std::int32_t DrivenKeys::FindOrAddObject(const VokObj* object) {

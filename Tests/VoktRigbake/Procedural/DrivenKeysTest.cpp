@@ -1,3 +1,4 @@
+#include "Support/CostRatio.h"
 #include "VoktRigbake/NaiveSkeleton.h"
 #include "VoktRigbake/ProceduralTestTools.h"
 
@@ -295,6 +296,26 @@ TEST_F(DrivenKeysTest, ControllersAreKnownByTheirLowerCaseNames) {
     const ExternalChannel& channel = procedural.externalOutputs.GetSorted()[0];
     EXPECT_EQ(channel.kind, ExternalChannelKind::BlendshapeController);
     EXPECT_EQ(channel.objectHash, NaiveHash("face"));
+}
+
+TEST_F(DrivenKeysTest, ChannelsOfOneOwnerTakeTimeInProportionToTheirNumberAndItsName) {
+    if (!kHasProcessorTime) GTEST_SKIP() << "other processes would have a say";
+    for (const std::string owner : {"blendshapeController", "material"}) {
+        const double cost = CostOfFourTimes(2000, [&](int count) {
+            const std::string name(static_cast<std::size_t>(count) * 20, 'n');
+            keys = DrivenKeys();
+            procedural.externalOutputs = {};
+            Load("<" + owner + " name=\"" + name + "\"" +
+                 (owner == "material" ? " url=\"\"/>" : "/>") + AnimOf("|" + name, "c", kCurve));
+            auto& channel = rig->Get<VokAnimChannel>("ch");
+            for (int i = 0; i < count; ++i) {
+                channel.attributes.Set("channel", "c" + std::to_string(i) + "_");
+                Add("ch", &rig->Get<VokJoint>("b"));
+            }
+            EXPECT_EQ(keys.GetOutputs().size(), static_cast<std::size_t>(count));
+        });
+        EXPECT_LT(cost, kMostOfFourTimes) << owner;
+    }
 }
 
 TEST_F(DrivenKeysTest, ChannelsOfMaterialsKeepTheirLetterCaseAndLoseTheirDigit) {

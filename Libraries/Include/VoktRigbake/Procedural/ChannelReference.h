@@ -19,7 +19,6 @@ struct ChannelReference {
     std::uint32_t channelHash = 0;  ///< of channelName, in the category "drivenkeychannel"
     DrivenChannelType type = DrivenChannelType::External;
     std::uint32_t component = 0;  ///< x, y, z; of a material's channel 0 to 3
-    std::string objectName;       ///< of controllers and materials alone
     std::int32_t index = -1;      ///< meaning depends on the type; an external one's is its hash
     ExternalChannelKind kind = ExternalChannelKind::Other;
 };

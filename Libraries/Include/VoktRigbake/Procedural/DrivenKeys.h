@@ -93,11 +93,18 @@ class DrivenKeys {
         std::size_t operator()(const OutputKey& key) const;
     };
 
+    /// What owns an external channel.
+    struct ExternalObject {
+        bool hasName = false;
+        std::uint32_t hash = ~0u;  // the complement of the CRC-32 of its name
+    };
+
     ChannelReference Resolve(const std::string& channelText, const VokObj* object,
                              const SkeletonIndex& skeleton, ProceduralJoints& procedural,
                              bool isInput);
-    void SetIndex(ChannelReference& reference, const VokObj* object, const SkeletonIndex& skeleton,
-                  ProceduralJoints& procedural, bool isInput);
+    ExternalObject FindOwner(const VokObj* object, ExternalChannelKind kind);
+    void SetIndex(ChannelReference& reference, const VokObj* object, std::uint32_t objectHash,
+                  const SkeletonIndex& skeleton, ProceduralJoints& procedural, bool isInput);
     std::int32_t FindOrAddObject(const VokObj* object);
     DrivenOutput& FindOrAddOutput(const VokObj* object, const ChannelReference& reference);
     /// The place in `blendTargets`, or kNone.
@@ -112,5 +119,6 @@ class DrivenKeys {
     // For finding alone; never walked.
     std::unordered_map<OutputKey, OutputPlace, OutputKeyHash> outputPlaces;
     std::unordered_map<const VokObj*, std::int32_t> objectPlaces;
+    std::unordered_map<const VokObj*, ExternalObject> owners;    // of external channels
     std::unordered_map<const VokObj*, std::size_t> blendPlaces;  // in `blendTargets`
 };
