@@ -16,8 +16,10 @@ class NameIndex {
   public:
     explicit NameIndex(const VokObj& parent);
 
-    /// The first child of exactly this name, or null.
-    VokObj* Find(std::string_view name) const { return children[FindSlot(name, HashOf(name))]; }
+    /// The first child of exactly this name, whose hash is `hash`, or null.
+    VokObj* Find(std::string_view name, std::size_t hash) const {
+        return children[FindSlot(name, hash)];
+    }
 
     // For whoever knows a name some time before he looks for it.
     static std::size_t HashOf(std::string_view name) { return QelTools::Common::KeyedHash()(name); }

@@ -2,6 +2,7 @@
 
 #include "Links/VokPathCache.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -24,23 +25,36 @@ class PathResolver {
     VokObj* Resolve(const std::string& path, VokReference** reference);
 
   private:
+    /// Where in a path the name of an object ends.
+    struct NameEnd {
+        const VokObj* object;
+        std::size_t at;
+    };
     struct Walk {
         std::string path;
-        std::size_t begin;  // of the segment in hand; past the end behind the last one
-        std::size_t end;
+        VokPathCache::SpecialChildren* waiting;  // who is to learn the result; may be null
         VokObj* current;
-        std::size_t scenesTried = 0;                       // for the segment in hand
-        VokPathCache::SpecialChildren* waiting = nullptr;  // who is to learn the result
+        std::size_t begin = 1;  // of the segment in hand; past the end behind the last one
+        std::size_t end = 0;
+        std::optional<std::size_t> hash{};  // of the segment in hand, if it was needed
+        bool noChild = false;               // the segment in hand is no child to go on by
+        std::size_t scenesTried = 0;        // for the segment in hand
+        std::vector<NameEnd> names{};       // of the objects whose path this is, from the top
+        std::size_t namesPassed = 0;
 
         std::string_view Segment() const {
             return std::string_view(path).substr(begin, end - begin);
         }
+        SoughtName Sought() { return {Segment(), hash}; }
     };
     enum class Outcome { Arrived, NotFound, AnotherFirst };
 
-    void Begin(std::string path, VokPathCache::SpecialChildren* waiting);
+    void BeginAtRoot(Walk walk);
+    void BeginText(std::string path, VokPathCache::SpecialChildren* waiting);
+    void BeginObject(const VokObj& object, VokPathCache::SpecialChildren* waiting);
     Outcome Advance(Walk& walk);
-    static void StepTo(Walk& walk, VokObj* object);
+    void StepTo(Walk& walk, VokObj* object);
+    void NoteNamesPassed(Walk& walk);
     void ResolveNextInstance(VokPathCache::SpecialChildren& special);
     static void AcceptScene(VokPathCache::SpecialChildren& special, VokObj* target);
     VokReference* FindReference(const Walk& walk);

@@ -20,16 +20,16 @@ constexpr std::size_t kFew = 8;
 
 }  // namespace
 
-VokObj* VokPathCache::FindChild(const VokObj& parent, std::string_view name) {
-    if (parent.GetChildCount() <= kNarrow) return parent.FindChild(name);
+VokObj* VokPathCache::FindChild(const VokObj& parent, const SoughtName& name) {
+    if (parent.GetChildCount() <= kNarrow) return parent.FindChild(name.GetText());
     WideParent& wide = wideParents[&parent];
     if (wide.scans < kScansBeforeIndex) {
         ++wide.scans;
-        return parent.FindChild(name);
+        return parent.FindChild(name.GetText());
     }
     if (wide.index == nullptr) wide.index = std::make_unique<NameIndex>(parent);
     lastIndex = wide.index.get();
-    return wide.index->Find(name);
+    return wide.index->Find(name.GetText(), name.GetHash());
 }
 
 VokPathCache::SpecialChildren& VokPathCache::GetSpecialChildren(const VokObj& parent) {
@@ -45,7 +45,7 @@ VokPathCache::SpecialChildren& VokPathCache::GetSpecialChildren(const VokObj& pa
     return found;
 }
 
-VokObj* VokPathCache::FindInScenes(SpecialChildren& special, std::string_view name,
+VokObj* VokPathCache::FindInScenes(SpecialChildren& special, const SoughtName& name,
                                    std::size_t& tried) {
     if (tried < special.indexedScenes) {
         if (VokObj* const found = FindInIndex(special, name, tried)) return found;
@@ -81,28 +81,27 @@ void VokPathCache::IndexScenes(SpecialChildren& special) {
     }
 }
 
-VokObj* VokPathCache::FindInIndex(SpecialChildren& special, std::string_view name,
+VokObj* VokPathCache::FindInIndex(SpecialChildren& special, const SoughtName& name,
                                   std::size_t tried) {
-    const auto named = childrenByName.find(name);
+    const auto named = childrenByName.find(name.GetText());
     if (named == childrenByName.end()) return nullptr;
     if (std::min(named->second.size(), special.indexedScenes) <= kFew)
-        return FindFirst(special, named->second, tried);
+        return FindFirst(special, name, named->second, tried);
     // The scenes in front of `tried` have no such child, so that one answer holds for all.
     SpecialChildren::Answer& answer = special.answers[named->first];
     if (answer.child == nullptr && answer.scenes < special.indexedScenes) {
-        answer.child = FindFirst(special, named->second, std::max(tried, answer.scenes));
+        answer.child = FindFirst(special, name, named->second, std::max(tried, answer.scenes));
         answer.scenes = special.indexedScenes;
     }
     return answer.child;
 }
 
 /// Goes through the scenes that have the name or through those of the object, whichever are fewer.
-VokObj* VokPathCache::FindFirst(const SpecialChildren& special,
+VokObj* VokPathCache::FindFirst(const SpecialChildren& special, const SoughtName& name,
                                 const std::vector<NamedChild>& named, std::size_t tried) {
     if (named.size() > special.indexedScenes) {
         for (std::size_t i = tried; i < special.indexedScenes; ++i)
-            if (VokObj* found = FindChild(*special.scenes[i], named.front().child->GetName()))
-                return found;
+            if (VokObj* found = FindChild(*special.scenes[i], name)) return found;
         return nullptr;
     }
     std::size_t first = special.indexedScenes;

@@ -3,6 +3,7 @@
 #include <QelTools/KeyedHash.h>
 
 #include "Links/NameIndex.h"
+#include "Links/SoughtName.h"
 
 #include <cstddef>
 #include <memory>
@@ -50,13 +51,20 @@ class VokPathCache {
 
     VokObj* GetRoot() const { return root; }
     /// As VokObj::FindChild.
-    VokObj* FindChild(const VokObj& parent, std::string_view name);
+    VokObj* FindChild(const VokObj& parent, const SoughtName& name);
     /// The index of names in which a child was looked for last; null before.
     const NameIndex* GetLastIndex() const { return lastIndex; }
     SpecialChildren& GetSpecialChildren(const VokObj& parent);
     /// The first child of this name in the scenes found so far, those before number `tried` being
     /// known not to have one; raises `tried` to their number when there is none.
-    VokObj* FindInScenes(SpecialChildren& special, std::string_view name, std::size_t& tried);
+    VokObj* FindInScenes(SpecialChildren& special, const SoughtName& name, std::size_t& tried);
+    /// What the whole path of this object leads to, instances on the way included, which need not
+    /// be the object; null while that was not noted.
+    VokObj* FindEndOfPath(const VokObj& object) const {
+        const auto found = endsOfPaths.find(&object);
+        return found != endsOfPaths.end() ? found->second : nullptr;
+    }
+    void SetEndOfPath(const VokObj& object, VokObj* end) { endsOfPaths.emplace(&object, end); }
     /// The first reference under the root, in pre-order, whose namespace with the namespaces of its
     /// own name is `full`.
     VokReference* FindReference(const std::string& full);
@@ -74,9 +82,9 @@ class VokPathCache {
     };
 
     void IndexScenes(SpecialChildren& special);
-    VokObj* FindInIndex(SpecialChildren& special, std::string_view name, std::size_t tried);
-    VokObj* FindFirst(const SpecialChildren& special, const std::vector<NamedChild>& named,
-                      std::size_t tried);
+    VokObj* FindInIndex(SpecialChildren& special, const SoughtName& name, std::size_t tried);
+    VokObj* FindFirst(const SpecialChildren& special, const SoughtName& name,
+                      const std::vector<NamedChild>& named, std::size_t tried);
 
     VokObj* root;
     const NameIndex* lastIndex = nullptr;
@@ -85,6 +93,7 @@ class VokPathCache {
     std::unordered_set<const VokObj*> indexed;
     std::unordered_map<const VokObj*, WideParent> wideParents;
     std::unordered_map<const VokObj*, SpecialChildren> specialOfParents;
+    std::unordered_map<const VokObj*, VokObj*> endsOfPaths;
     bool knowsReferences = false;
     KeyedMap<std::string, VokReference*> references;
 };

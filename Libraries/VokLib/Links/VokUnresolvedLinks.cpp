@@ -2,23 +2,14 @@
 
 #include <VokLib/Base/VokLimits.h>
 #include <VokLib/Links/VokObjLink.h>
-#include <VokLib/Tree/VokWorld.h>
 
-namespace {
-
-/// What stands above an object under the world; null for the world's child.
-const VokObj* Above(const VokObj& object) {
-    const VokObj* const parent = object.GetParent();
-    return parent != nullptr && !parent->IsExactly(VokWorld::TypeId()) ? parent : nullptr;
-}
-
-}  // namespace
+#include "Links/PathParent.h"
 
 VokTextTree::Place VokUnresolvedLinks::PlaceOf(const VokObj* owner) {
     if (owner == nullptr) return texts.Append(VokTextTree::kStart, "?");
     std::vector<const VokObj*> unknown;
     const VokObj* at = owner;
-    for (; at != nullptr && !places.contains(at); at = Above(*at)) {
+    for (; at != nullptr && !places.contains(at); at = PathParent(*at)) {
         // The world itself and what stands outside of one have no path: the path says so.
         if (at->GetParent() == nullptr) static_cast<void>(VokPath(owner));
         unknown.push_back(at);

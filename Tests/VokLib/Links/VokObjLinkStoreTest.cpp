@@ -223,3 +223,74 @@ TEST_F(LinkStore, LinksThroughInstancesTakeTimeInProportionToTheirNumber) {
     });
     EXPECT_LT(cost, kMostOfFourTimes);
 }
+
+/// What links through instances cost when those all stand for one scene, in the innermost of
+/// `depth` scenes of this name.
+double CostOfInstancesOf(int (*depth)(int), std::string (*nameOfScenes)(int)) {
+    return CostOfFourTimes(1000, [&](int count) {
+        VokWorld instances;
+        VokObj* scene = &instances;
+        for (int i = 0; i < depth(count); ++i) scene = Add<VokScene>(scene, nameOfScenes(count));
+        Add<VokNode>(scene, "x");
+        std::vector<VokObjLinkHandle> handles;
+        handles.reserve(static_cast<std::size_t>(count));
+        for (int i = 0; i < count; ++i) {
+            VokNode* holder = Add<VokNode>(&instances, "p" + std::to_string(i));
+            Add<VokInstance>(holder, "i")->target.SetTarget(scene);
+            handles.emplace_back(holder, "|p" + std::to_string(i) + "|x");
+        }
+        EXPECT_EQ(VokObjLinkStore::Get().ResolveLinks(&instances, nullptr, false), 0u);
+    });
+}
+
+TEST_F(LinkStore, InstancesOfADeepSceneTakeTimeInProportionToTheirNumber) {
+    if (!kHasProcessorTime) GTEST_SKIP() << "other processes would have a say";
+    const double cost =
+        CostOfInstancesOf([](int count) { return count; }, [](int) { return std::string("s"); });
+    EXPECT_LT(cost, kMostOfFourTimes);
+}
+
+TEST_F(LinkStore, InstancesOfASceneOfALongNameTakeTimeInProportionToTheirNumber) {
+    if (!kHasProcessorTime) GTEST_SKIP() << "other processes would have a say";
+    const double cost = CostOfInstancesOf(
+        [](int) { return 1; },
+        [](int count) { return std::string(static_cast<std::size_t>(count) * 100, 's'); });
+    EXPECT_LT(cost, kMostOfFourTimes);
+}
+
+TEST_F(LinkStore, ALongNameBehindManyInstancesTakesTimeInProportionToTheirNumber) {
+    if (!kHasProcessorTime) GTEST_SKIP() << "other processes would have a say";
+    const double cost = CostOfFourTimes(2000, [](int count) {
+        const std::string name(static_cast<std::size_t>(count) * 100, 'n');
+        VokWorld instances;
+        VokNode* holder = Add<VokNode>(&instances, "holder");
+        Add<VokScene>(&instances, "s");
+        Add<VokNode>(Add<VokScene>(&instances, "last"), name);
+        for (int i = 0; i <= count; ++i)
+            Add<VokInstance>(holder, "i")->target.SetTargetPath(i < count ? "|s" : "|last");
+        const VokObjLinkHandle link(holder, "|holder|" + name);
+        EXPECT_EQ(VokObjLinkStore::Get().ResolveLinks(&instances, nullptr, false), 0u);
+    });
+    EXPECT_LT(cost, kMostOfFourTimes);
+}
+
+/// Scenes of so many children that they are searched by the hashes of names.
+TEST_F(LinkStore, ALongNameSoughtInManyWideScenesTakesTimeInProportionToTheirNumber) {
+    if (!kHasProcessorTime) GTEST_SKIP() << "other processes would have a say";
+    const double cost = CostOfFourTimes(500, [](int count) {
+        const std::string name(static_cast<std::size_t>(count) * 500, 'n');
+        VokWorld instances;
+        std::vector<VokNode*> holders;
+        for (const char* holder : {"a", "b"}) holders.push_back(Add<VokNode>(&instances, holder));
+        for (int i = 0; i <= count; ++i) {
+            VokScene* scene = Add<VokScene>(&instances, "s" + std::to_string(i));
+            for (int k = 0; k < 20; ++k) Add<VokNode>(scene, "k");
+            for (VokNode* holder : holders) Add<VokInstance>(holder, "i")->target.SetTarget(scene);
+            if (i == count) Add<VokNode>(scene, name);
+        }
+        const VokObjLinkHandle first(holders[0], "|a|" + name);
+        const VokObjLinkHandle second(holders[1], "|b|" + name);
+        EXPECT_EQ(VokObjLinkStore::Get().ResolveLinks(&instances, nullptr, false), 0u);
+    });
+    EXPECT_LT(cost, kMostOfFourTimes);
+}
