@@ -1,4 +1,5 @@
 #include <VokLib/Document/VokFilenameTranslator.h>
+#include <VokLib/Tree/VokWorld.h>
 
 #include <QelTools/Exception.h>
 
@@ -6,6 +7,7 @@
 #include <exception>
 #include <map>
 #include <utility>
+#include <vector>
 
 using QelTools::Common::ThrowException;
 
@@ -62,9 +64,27 @@ VokFilenameTranslator& GetTranslator(const std::string& form) {
     return *entry->second;
 }
 
+/// The world that holds the object; the object itself where none does, for messages name it.
+const VokObj* VokUpdateDependencesUsingTranslators::NearestToWorld(const VokObj* object) {
+    if (object == nullptr) return nullptr;
+    std::vector<const VokObj*> climbed;
+    const VokObj* top = object;
+    while (top->GetParent() != nullptr) {
+        top = top->GetParent();
+        if (const auto known = tops.find(top); known != tops.end()) {
+            top = known->second;
+            break;
+        }
+        climbed.push_back(top);
+    }
+    for (const VokObj* above : climbed) tops.emplace(above, top);
+    return top->IsExactly(VokWorld::TypeId()) ? top : object;
+}
+
 void VokUpdateDependencesUsingTranslators::Translate(std::string& out, const std::string& name,
                                                      const VokObj* object) {
     std::string absolute;
-    GetTranslator(sourceForm).ToAbsolute(absolute, name, object);
-    GetPrimaryTranslator().FromAbsolute(out, absolute, object);
+    const VokObj* const place = NearestToWorld(object);
+    GetTranslator(sourceForm).ToAbsolute(absolute, name, place);
+    GetPrimaryTranslator().FromAbsolute(out, absolute, place);
 }

@@ -9,6 +9,8 @@
 #include <optional>
 #include <vector>
 
+#include "Support/CostRatio.h"
+
 using namespace SceneTest;
 
 namespace {
@@ -236,6 +238,36 @@ TEST_F(FilenameTranslator, RewritingGoesThroughTheAbsoluteName) {
     std::string out;
     update.Translate(out, "tex/t.dds", node);
     EXPECT_EQ(out, "../assets/tex/t.dds");
+}
+
+TEST_F(FilenameTranslator, RewritingForObjectsWithoutAWorldFailsAsForEach) {
+    BringUp({});
+    VokNode outside;
+    outside.SetName("top");
+    VokNode* const below = Add<VokNode>(&outside, "below");
+    VokUpdateDependencesUsingTranslators update("qelirelative");
+    std::string out;
+    for (const VokObj* object : {below, static_cast<VokNode*>(nullptr), &outside, below}) {
+        const auto whole = FailureOf([&] { VokObj::GetWorld(object); });
+        EXPECT_EQ(FailureOf([&] { update.Translate(out, "t.dds", object); }), whole);
+    }
+}
+
+TEST_F(FilenameTranslator, RewritingNamesInDeepObjectsTakesTimeInProportionToTheirNumber) {
+    if (!kHasProcessorTime) GTEST_SKIP() << "other processes would have a say";
+    BringUp({});
+    const double cost = CostOfFourTimes(500, [](int count) {
+        VokWorld deep;
+        deep.SetFilename("c:/scenes/a.qeli");
+        VokObj* at = &deep;
+        for (int i = 0; i < 20 * count; ++i) at = Add<VokNode>(at, "n");
+        VokUpdateDependencesUsingTranslators update("qelirelative");
+        std::string out;
+        for (int i = 0; i < count; ++i)
+            update.Translate(out, "t.dds", Add<VokNode>(Add<VokNode>(at, "p"), "holder"));
+        EXPECT_EQ(out, "t.dds");
+    });
+    EXPECT_LT(cost, kMostOfFourTimes);
 }
 
 TEST_F(FilenameTranslator, LoadedTreeHasThePrimaryForm) {
