@@ -1,28 +1,43 @@
 #include <HashClient/ProxyDatabase.h>
 #include <Platform/Environment.h>
+#include <Platform/Paths.h>
 #include <Platform/UserFolders.h>
+
+#include <filesystem>
 
 namespace {
 
 constexpr char kVariable[] = "QEL_HASH_DATABASE";
 constexpr char kDefaultFile[] = "/QelHashProxy/registry.sqlite";
-/// What SQLite puts behind a database's name.
+/// What SQLite puts behind the name of the file itself, which links may lead to.
 constexpr const char* kBeside[] = {"-journal", "-wal", "-shm"};
+constexpr int kMostLinks = 40;
+
+/// Where links lead to, be the file there or not.
+std::string LinkedFile(const std::string& name) {
+    std::filesystem::path path = Platform::ToPath(name);
+    std::error_code error;
+    for (int i = 0; i < kMostLinks && std::filesystem::is_symlink(path, error); ++i)
+        path = path.parent_path() / std::filesystem::read_symlink(path, error);
+    return Platform::FromPath(path);
+}
 
 }  // namespace
 
 std::optional<std::string> ProxyDatabaseFile() {
     std::optional<std::string> file = Platform::Environment(kVariable);
-    if (file && !file->empty()) return file;
-    file = Platform::UserDataFolder();
-    if (file) *file += kDefaultFile;
-    return file;
+    if (!file || file->empty()) {
+        file = Platform::UserDataFolder();
+        if (file) *file += kDefaultFile;
+    }
+    return file ? Platform::FullPath(*file).value_or(*file) : file;
 }
 
 std::vector<std::string> ProxyDatabaseFiles() {
     const std::optional<std::string> file = ProxyDatabaseFile();
     if (!file) return {};
     std::vector<std::string> files = {*file};
-    for (const char* end : kBeside) files.push_back(*file + end);
+    const std::string linked = LinkedFile(*file);
+    for (const char* end : kBeside) files.push_back(linked + end);
     return files;
 }

@@ -56,8 +56,11 @@ int ReadAccessList(int descriptor, std::string& list) {
 }
 
 int GiveAccessList(int descriptor, const std::string& list) {
-    if (!list.empty())
-        return fsetxattr(descriptor, kAttribute, list.data(), list.size(), 0) == 0 ? 0 : errno;
+    if (!list.empty()) {
+        if (fsetxattr(descriptor, kAttribute, list.data(), list.size(), 0) == 0) return 0;
+        // Of users that are not known in this container.
+        return errno == EINVAL ? EPERM : errno;
+    }
     if (fremovexattr(descriptor, kAttribute) == 0) return 0;
     return SaysThatThereIsNone(errno) ? 0 : errno;
 }

@@ -2,17 +2,25 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
+#include <iterator>
 #include <utility>
 
 namespace Platform {
 
 namespace {
 
-/// All that others may send, or a limit, and that end a process.
-constexpr int kSignals[] = {SIGINT,  SIGTERM, SIGHUP,  SIGQUIT,   SIGXCPU,
-                            SIGALRM, SIGUSR1, SIGUSR2, SIGVTALRM, SIGPROF};
+/// A process that makes one of these cannot go on, nor wait.
+constexpr int kFaults[] = {SIGSEGV, SIGBUS, SIGFPE, SIGILL};
+/// These end no process where nobody handles them.
+constexpr int kHarmless[] = {SIGCHLD, SIGCONT, SIGTSTP, SIGTTIN, SIGTTOU, SIGURG, SIGWINCH};
+
+template <std::size_t kCount>
+bool IsOneOf(const int (&numbers)[kCount], int number) {
+    return std::find(std::begin(numbers), std::end(numbers), number) != std::end(numbers);
+}
 
 /// More files than any program of ours writes at one time; a further one is not removed.
 constexpr std::size_t kMostFiles = 8;
@@ -28,7 +36,8 @@ void RemoveAndEnd(int number) {
 }
 
 void InstallHandler() {
-    for (const int number : kSignals) {
+    for (int number = 1; number <= SIGRTMAX; ++number) {
+        if (IsOneOf(kFaults, number) || IsOneOf(kHarmless, number)) continue;
         struct sigaction action {};
         if (sigaction(number, nullptr, &action) != 0 || action.sa_handler != SIG_DFL) continue;
         action.sa_handler = RemoveAndEnd;
@@ -59,8 +68,8 @@ RemoveOnSignal::~RemoveOnSignal() {
 
 DeferSignals::DeferSignals() {
     sigset_t deferred;
-    sigemptyset(&deferred);
-    for (const int number : kSignals) sigaddset(&deferred, number);
+    sigfillset(&deferred);
+    for (const int number : kFaults) sigdelset(&deferred, number);
     pthread_sigmask(SIG_BLOCK, &deferred, &before);
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string_view>
 
 namespace Platform {
 
@@ -11,15 +12,10 @@ namespace {
 
 constexpr const char* kPlainDevices[] = {"NUL", "CON", "CONIN$", "CONOUT$"};
 constexpr const char* kDevices = "\\\\.\\";
+constexpr std::size_t kDevicePrefix = 4;
 
 bool IsSeparator(char c) {
     return c == '/' || c == '\\';
-}
-
-/// Whether a name begins with \\?\ or \\.\, with whichever separators.
-bool IsDevicePath(const std::string& path) {
-    return path.size() >= 4 && IsSeparator(path[0]) && IsSeparator(path[1]) &&
-           (path[2] == '?' || path[2] == '.') && IsSeparator(path[3]);
 }
 
 bool IsPlainDevice(const std::string& path) {
@@ -28,6 +24,22 @@ bool IsPlainDevice(const std::string& path) {
 }
 
 }  // namespace
+
+bool IsDevicePath(const std::string& path) {
+    return path.size() >= kDevicePrefix && IsSeparator(path[0]) && IsSeparator(path[1]) &&
+           (path[2] == '?' || path[2] == '.') && IsSeparator(path[3]);
+}
+
+bool HasShortenedFolder(const std::string& path) {
+    std::size_t begin = IsDevicePath(path) ? kDevicePrefix : 0;
+    for (std::size_t end; (end = path.find_first_of("/\\", begin)) != std::string::npos;
+         begin = end + 1) {
+        const std::string_view name = std::string_view(path).substr(begin, end - begin);
+        if (name.empty() || name == "." || name == "..") continue;
+        if (name.back() == '.' || name.back() == ' ') return true;
+    }
+    return false;
+}
 
 bool NamesStream(const std::string& path) {
     const std::size_t colon = path.rfind(':');

@@ -12,4 +12,11 @@ bool NamesStream(const std::string& path);
 /// the console's own names mean what they say, as does what begins with \\.\ itself.
 bool HidesDevice(const std::string& path);
 
+/// Whether a name begins with \\?\ or \\.\, with whichever separators.
+bool IsDevicePath(const std::string& path);
+
+/// Whether a folder's name in a path ends in a dot or a blank, which the system leaves out in some
+/// places and not in others. "." and ".." are no names.
+bool HasShortenedFolder(const std::string& path);
+
 }  // namespace Platform

@@ -1,5 +1,6 @@
 #include <Platform/Folders.h>
 
+#include "FileName_win32.h"
 #include "OwnedHandle_win32.h"
 
 #include <sys/stat.h>
@@ -23,12 +24,6 @@ std::optional<std::string> FullFolder(const std::string& path) {
     char full[MAX_PATH];
     if (_fullpath(full, (path + '\\').c_str(), sizeof full) == nullptr) return std::nullopt;
     return full;
-}
-
-/// Whether a part ends in a dot or a blank. The system would leave that out where it makes the
-/// folder, and then does not find it.
-bool HasShortenedPart(const std::string& full) {
-    return full.find(".\\") != std::string::npos || full.find(" \\") != std::string::npos;
 }
 
 }  // namespace
@@ -58,7 +53,8 @@ bool IsRegularFile(const std::string& path) {
 bool CreateFolders(const std::string& path) {
     if (IsFolder(path)) return true;
     std::optional<std::string> full = FullFolder(path);
-    if (!full || HasShortenedPart(*full)) return false;
+    // The system would leave the end of a name out where it makes the folder, and then not find it.
+    if (!full || HasShortenedFolder(*full)) return false;
     full->pop_back();
     // Of a chain that ends beyond the limit the call would make the part that does not.
     if (full->size() > kLongestFolder) return false;

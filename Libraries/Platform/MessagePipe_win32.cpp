@@ -99,7 +99,7 @@ PipeExchange MessagePipe::Transact(std::span<const char> request, std::span<char
 
 std::uint32_t WaitForPipe(const PipeAddress& address, std::uint32_t openError, int milliseconds) {
     // A pipe that is somebody else's is always there, and the next try fails like the last one.
-    if (openError == ERROR_ACCESS_DENIED)
+    if (openError != ERROR_FILE_NOT_FOUND && openError != ERROR_PIPE_BUSY)
         Sleep(std::min(static_cast<DWORD>(milliseconds), kPauseBetweenLooks));
     const std::string path = PipePath(address);
     const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(milliseconds);

@@ -56,6 +56,10 @@ std::optional<std::string> FullPath(const std::string& path) {
     return full;
 }
 
+std::optional<std::string> FullOutputPath(const std::string& path) {
+    return FullPath(path);
+}
+
 std::filesystem::path ToPath(const std::string& name) {
     return name;
 }

@@ -1,5 +1,6 @@
 #include <Platform/Paths.h>
 
+#include "FileName_win32.h"
 #include "WideText_win32.h"
 
 #include <direct.h>
@@ -30,6 +31,13 @@ std::optional<std::string> FullPath(const std::string& path) {
     char buffer[kLongestPath];
     if (_fullpath(buffer, path.c_str(), kLongestPath) == nullptr) return std::nullopt;
     return buffer;
+}
+
+std::optional<std::string> FullOutputPath(const std::string& path) {
+    std::optional<std::string> full = FullPath(path);
+    if (full && (HasShortenedFolder(*full) || (IsDevicePath(path) && HasShortenedFolder(path))))
+        full.reset();
+    return full;
 }
 
 std::filesystem::path ToPath(const std::string& name) {

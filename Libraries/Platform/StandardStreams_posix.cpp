@@ -39,7 +39,8 @@ int LateErrorOfStandardOutput() {
     // Of what was not written to nothing is wanted.
     if (lseek(STDOUT_FILENO, 0, SEEK_CUR) == beginOfOutput) return 0;
     const int copy = fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    return copy >= 0 && close(copy) != 0 && errno != EINTR ? errno : 0;
+    // Without room for a copy the descriptor itself may go, for nothing more is written.
+    return close(copy >= 0 ? copy : STDOUT_FILENO) != 0 && errno != EINTR ? errno : 0;
 }
 
 }  // namespace Platform

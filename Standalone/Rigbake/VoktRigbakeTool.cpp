@@ -74,16 +74,23 @@ void VoktRigbakeTool::CheckSharedFiles() const {
     if (isPair && LeadToOneFile(OpenedFile(outputs.front()), OpenedFile(outputs.back())))
         throw TextException("Big- and little-endian suffixes are the same.");
     if (const auto registryLog = VoktHashClient::GetLogFile()) CheckLog(*registryLog);
-    for (const std::string& database : VoktHashClient::GetDatabaseFiles()) {
-        for (const std::string& output : outputs)
-            if (LeadToOneFile(OpenedFile(output), database)) RefuseDatabase("Output", output);
-        if (LeadToOneFile(logFileName, database)) RefuseDatabase("Log", logFileName);
-    }
+    for (const std::string& database : VoktHashClient::GetDatabaseFiles()) CheckDatabase(database);
     if (logFileName.empty()) return;
     CheckLog(logFileName);
     // What goes to standard output goes into the log, too.
     for (const std::string& output : outputs)
         if (Platform::NamesStandardOutput(OpenedFile(output))) RefuseLog(output);
+}
+
+/// The registry opens, empties and removes these as it likes.
+void VoktRigbakeTool::CheckDatabase(const std::string& database) const {
+    using Platform::LeadToOneFile;
+    const std::string& input = load->GetInputFilename();
+    if (LeadToOneFile(input, database)) RefuseDatabase("Input", input);
+    for (const std::string& output : save->GetOutputFiles())
+        if (LeadToOneFile(OpenedFile(output), database)) RefuseDatabase("Output", output);
+    for (const std::string& log : {logFileName, VoktHashClient::GetLogFile().value_or("")})
+        if (LeadToOneFile(log, database)) RefuseDatabase("Log", log);
 }
 
 void VoktRigbakeTool::CheckLog(const std::string& log) const {

@@ -17,6 +17,7 @@ class VoktRigbakeTool : public VoktTool {
 
   private:
     void CheckSharedFiles() const;
+    void CheckDatabase(const std::string& database) const;
     void CheckLog(const std::string& log) const;
 
     VoktLoadQeli* load = nullptr;  ///< owned as a component, like `save`

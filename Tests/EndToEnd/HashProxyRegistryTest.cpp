@@ -204,7 +204,7 @@ TEST_F(HashRegistryRun, TheDatabaseIsNoOutput) {
     EXPECT_EQ(Bake({}).status, 0);
     folder.WriteFile("names.db", "old");
     const auto expectRefused = [this](std::vector<std::string> more, const std::string& words) {
-        more.insert(more.begin(), {"-in", "scene.qeli"});
+        if (more.front() != "-in") more.insert(more.begin(), {"-in", "scene.qeli"});
         const ProgramResult run = folder.Run("rigbake", more, environment);
         EXPECT_EQ(run.status, 1);
         EXPECT_EQ(WithoutBanner(run.output),
@@ -216,6 +216,14 @@ TEST_F(HashRegistryRun, TheDatabaseIsNoOutput) {
     expectRefused({"-out", "new.bin", "-logfile", "./names.db"}, "Log file \"./names.db\"");
     for (const std::string end : {"-journal", "-wal", "-shm"})
         expectRefused({"-out", "names.db" + end}, "Output file \"names.db" + end + "\"");
+    expectRefused({"-out", "none/../names.db"}, "Output file \"none/../names.db\"");
+    environment["QEL_HASH_PROXY_DEBUG_MODE"] = "file:names.db";
+    const std::string log = WithSeparators(folder.Path("names.db"));
+    expectRefused({"-out", "new.bin"}, "Log file \"" + log + "\"");
+    environment.erase("QEL_HASH_PROXY_DEBUG_MODE");
+    std::filesystem::rename(folder.GetPath() / "scene.qeli", folder.GetPath() / "names.db-wal");
+    expectRefused({"-in", "names.db-wal", "-out", "new.bin"}, "Input file \"names.db-wal\"");
+    std::filesystem::rename(folder.GetPath() / "names.db-wal", folder.GetPath() / "scene.qeli");
     expectRefused({"-out", "names", "-ble", "-bs", ".db"}, "Output file \"names.db\"");
     EXPECT_EQ(folder.ReadFile("names.db"), "old");
     environment.erase("QEL_HASH_DATABASE");

@@ -1,4 +1,5 @@
 #include <HashClient/ProxyDatabase.h>
+#include <Platform/Paths.h>
 #include <Platform/UserFolders.h>
 
 #include "Platform/ScopedEnvironment.h"
@@ -10,17 +11,17 @@ namespace {
 using Files = std::vector<std::string>;
 
 TEST(ProxyDatabase, TheVariableNamesIt) {
-    const ScopedEnvironment variable("QEL_HASH_DATABASE", "folder/names.db");
-    EXPECT_EQ(ProxyDatabaseFile(), "folder/names.db");
-    EXPECT_EQ(ProxyDatabaseFiles(), (Files{"folder/names.db", "folder/names.db-journal",
-                                           "folder/names.db-wal", "folder/names.db-shm"}));
+    const ScopedEnvironment variable("QEL_HASH_DATABASE", "folder/none/../names.db");
+    const std::string full = *Platform::FullPath("folder/names.db");
+    EXPECT_EQ(ProxyDatabaseFile(), full);
+    EXPECT_EQ(ProxyDatabaseFiles(), (Files{full, full + "-journal", full + "-wal", full + "-shm"}));
 }
 
 TEST(ProxyDatabase, WithoutAVariableItStandsAmongTheUsersData) {
     const ScopedEnvironment variable("QEL_HASH_DATABASE", "");
     const auto folder = Platform::UserDataFolder();
     ASSERT_TRUE(folder.has_value());
-    EXPECT_EQ(ProxyDatabaseFile(), *folder + "/QelHashProxy/registry.sqlite");
+    EXPECT_EQ(ProxyDatabaseFile(), Platform::FullPath(*folder + "/QelHashProxy/registry.sqlite"));
 }
 
 }  // namespace

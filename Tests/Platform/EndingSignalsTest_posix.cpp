@@ -12,8 +12,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr int kEnding[] = {SIGINT,  SIGTERM, SIGHUP,  SIGQUIT,   SIGXCPU,
-                           SIGALRM, SIGUSR1, SIGUSR2, SIGVTALRM, SIGPROF};
+const int kEnding[] = {SIGINT,  SIGTERM,   SIGHUP,  SIGQUIT, SIGXCPU, SIGALRM,  SIGUSR1,
+                       SIGUSR2, SIGVTALRM, SIGPROF, SIGABRT, SIGIO,   SIGRTMIN, SIGRTMAX};
 
 /// Runs `work` in a child process and gives the number of the signal that ended it; 0 when none
 /// did.

@@ -20,6 +20,15 @@ TEST(NamesStream, TheDrivesColonIsNone) {
         EXPECT_FALSE(NamesStream(name)) << name;
 }
 
+TEST(HasShortenedFolder, DotsAndBlanksAtTheEndOfAFoldersNameAreLeftOut) {
+    for (const char* const name : {"a.\\b", "a /b", "C:\\a\\b...\\c", "\\\\?\\C:\\a.\\b",
+                                   "\\\\.\\C:\\a \\b\\c", "..\\a../b"})
+        EXPECT_TRUE(Platform::HasShortenedFolder(name)) << name;
+    for (const char* const name : {"a", "b.", "C:\\a.b\\.c\\d ", "\\\\.\\C:\\a\\b",
+                                   "\\\\?\\C:\\a\\b.", "..\\.\\a/../b", "\\\\server\\share\\a"})
+        EXPECT_FALSE(Platform::HasShortenedFolder(name)) << name;
+}
+
 TEST(HidesDevice, WithAnEndingOrAFolderADeviceLooksLikeAFile) {
     for (const char* const name : {"nul.bin", "sub/nul.bin", "sub\\NUL", "C:nul", "C:\\con.svg",
                                    "con.svg", "CONOUT$.txt", "nul ", "nul."})

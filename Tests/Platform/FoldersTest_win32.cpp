@@ -56,6 +56,8 @@ TEST(Folders, NoFolderOfAShorterNameIsMade) {
         EXPECT_FALSE(Platform::CreateFolders(folder.Path(name))) << name;
         EXPECT_TRUE(std::filesystem::is_empty(folder.Path())) << name;
     }
+    EXPECT_TRUE(Platform::CreateFolders("\\\\.\\" + folder.Path("device\\form")));
+    EXPECT_TRUE(Platform::IsFolder(folder.Path("device/form")));
     EXPECT_TRUE(Platform::CreateFolders(folder.Path(".a/./b c/d/..")));
     EXPECT_TRUE(Platform::IsFolder(folder.Path(".a/b c")));
 }

@@ -4,8 +4,9 @@
 #include <string>
 #include <vector>
 
-/// The file in which the registry remembers strings: QEL_HASH_DATABASE, else one in the user's data
-/// folder; nothing where there is no such folder. A proxy that is up already may have another.
+/// The full name of the file in which the registry remembers strings: QEL_HASH_DATABASE, else one
+/// in the user's data folder; nothing where there is no such folder. A proxy that is up already may
+/// have another.
 std::optional<std::string> ProxyDatabaseFile();
 
 /// It, and the files that its library keeps beside it.

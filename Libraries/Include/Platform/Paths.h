@@ -20,6 +20,11 @@ bool EnterFolder(const std::string& path);
 /// path, no working directory).
 std::optional<std::string> FullPath(const std::string& path);
 
+/// The same for a file that is to be written. Nothing for a name that the system takes for one in
+/// another folder as well: Windows leaves one dot at the end of a folder's name out each time it
+/// looks at it.
+std::optional<std::string> FullOutputPath(const std::string& path);
+
 /// A name of the system as the standard library's path, for what can be said of its text. Its own
 /// conversion takes the letters of some systems for others.
 std::filesystem::path ToPath(const std::string& name);

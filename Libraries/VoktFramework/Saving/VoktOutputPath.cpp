@@ -36,7 +36,7 @@ std::string MakeOutputPath(const std::string& path, const VoktUniverse& universe
         if (!IsSeparator(name.back())) name += '/';
         name += path;
     }
-    std::optional<std::string> full = Platform::FullPath(OutputSystemPath(std::move(name)));
+    std::optional<std::string> full = Platform::FullOutputPath(OutputSystemPath(std::move(name)));
     if (!full.has_value()) QelTools::Common::ThrowException("_fullpath failed");
     const std::size_t separator = full->find_last_of(kSeparators);
     // Nothing in front of the separator is the root, which is there.
