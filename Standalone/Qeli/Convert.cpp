@@ -2,6 +2,7 @@
 
 #include "FailureText.h"
 #include "FileNames.h"
+#include "Growth.h"
 #include "LimitedBuffer.h"
 #include "LoadDocument.h"
 #include "OutputFile.h"
@@ -16,11 +17,6 @@
 #include <ostream>
 
 namespace {
-
-/// What a written document may take beyond so many times the document that it is made of. Defaults
-/// that are written out come to less than twenty times.
-constexpr std::size_t kFreeBytes = 64u << 20;
-constexpr std::size_t kMostGrowth = 32;
 
 /// Why a document of few bytes would be written with more than `limit`.
 const char* CauseOfGrowth(std::size_t addedToFileNames, std::size_t limit) {
@@ -50,30 +46,39 @@ void Warn(const LostSigns& lost, const std::string& in) {
     std::cerr << WarningText({.file = in, .object = lost.firstPath}, words) << std::endl;
 }
 
+/// Failures of the file are kept by the file, which tells them when it is finished.
+void Write(VokWorld& world, OutputFile& file, std::size_t limit) {
+    LimitedBuffer buffer(*file.GetStream().rdbuf(), limit);
+    std::ostream limited(&buffer);
+    limited.exceptions(std::ios_base::badbit);
+    try {
+        VokDocumentFile document(limited);
+        world.Write(document);
+        document.WriteRaw("\n");
+    } catch (const std::ios_base::failure&) {
+        file.GetStream().setstate(std::ios_base::badbit);
+    }
+}
+
 }  // namespace
 
 void Convert(const std::string& in, const std::string& out) {
     VokWorld world;
-    const std::size_t documentBytes = LoadDocument(world, in).bytes;
+    const std::size_t limit = MostWritten(LoadDocument(world, in).bytes);
+    std::size_t addedToFileNames = limit;  // until it is known
     OutputFile file(out);
     LostSigns lost;
     try {
-        const std::size_t addedToFileNames =
-            OutputFile::IsKept(out) ? MoveDocument(world, in, out) : 0;
-        LimitedBuffer buffer(*file.GetStream().rdbuf(), kFreeBytes + kMostGrowth * documentBytes);
-        std::ostream limited(&buffer);
-        VokDocumentFile document(limited);
-        world.Write(document);
-        document.WriteRaw("\n");
-        if (buffer.IsExceeded())
-            throw DocumentFailure({in}, "The document would be written with more than " +
-                                            std::to_string(buffer.GetLimit()) + " bytes: " +
-                                            CauseOfGrowth(addedToFileNames, buffer.GetLimit()));
-        if (!limited) file.GetStream().setstate(std::ios_base::badbit);
+        addedToFileNames = OutputFile::IsKept(out) ? MoveDocument(world, in, out, limit) : 0;
+        Write(world, file, limit);
         file.Finish();
         lost = CheckWritten(world, file, out);
     } catch (const DocumentFailure&) {
         throw;
+    } catch (const GrowthBeyondLimit&) {
+        throw DocumentFailure({in}, "The document would be written with more than " +
+                                        std::to_string(limit) +
+                                        " bytes: " + CauseOfGrowth(addedToFileNames, limit));
     } catch (const std::exception& failure) {
         const auto* fromObject = dynamic_cast<const VokException*>(&failure);
         const std::string object =

@@ -1,6 +1,7 @@
 #include "FileNames.h"
 
 #include "FailureText.h"
+#include "Growth.h"
 
 #include <Platform/Paths.h>
 #include <QelTools/Exception.h>
@@ -63,8 +64,8 @@ bool StandInOneFolder(const std::string& a, const std::string& b) {
 /// are UTF-8, those in a document single bytes.
 class MoveNames : public VokUpdateDependencies {
   public:
-    MoveNames(std::string oldDocument, std::string newDocument)
-        : from(std::move(oldDocument)), to(std::move(newDocument)) {}
+    MoveNames(std::string oldDocument, std::string newDocument, std::size_t mostAdded)
+        : from(std::move(oldDocument)), to(std::move(newDocument)), most(mostAdded) {}
 
     void Translate(std::string& out, const std::string& name, const VokObj* object) override {
         try {
@@ -75,6 +76,7 @@ class MoveNames : public VokUpdateDependencies {
                                   to + "\": " + failure.what(),
                               object);
         }
+        if (added > most) throw GrowthBeyondLimit();
     }
 
     std::size_t GetAdded() const { return added; }
@@ -102,6 +104,7 @@ class MoveNames : public VokUpdateDependencies {
 
     std::string from;
     std::string to;
+    std::size_t most;
     std::size_t added = 0;  // characters
 };
 
@@ -115,28 +118,38 @@ std::string FullName(const std::string& path, const char* what) {
 
 }  // namespace
 
-std::vector<std::string> DependedFiles(const VokWorld& world, const std::string& typedPath) {
+std::vector<std::string> DependedFiles(const VokWorld& world, const std::string& typedPath,
+                                       std::size_t mostBytes) {
     VokDependencies names;
     CollectDependencies(world, names);
     const std::string document = TidyName(Platform::ToPath(typedPath));
     const fs::path folder = Platform::ToPath(document).parent_path();
     std::set<std::string, NameOrder> known = {document};
     std::vector<std::string> files;
+    std::size_t bytes = 0;
     for (const std::string& name : names.GetFiles()) {
         std::string file = WithSlashes(VokEncoding::ToUtf8(name));
         if (!IsComplete(file)) {
             const fs::path path = Platform::ToPath(file);
             file = TidyName(NamesServer(file) ? path : folder / path);
         }
-        if (known.insert(file).second) files.push_back(file);
+        if (!known.insert(file).second) continue;
+        bytes += file.size();
+        if (bytes > mostBytes)
+            throw DocumentFailure({typedPath},
+                                  "The names of its files, with the document's folder in front of "
+                                  "them, come to more than " +
+                                      std::to_string(mostBytes) + " bytes");
+        files.push_back(std::move(file));
     }
     return files;
 }
 
-std::size_t MoveDocument(VokWorld& world, const std::string& oldPath, const std::string& newPath) {
+std::size_t MoveDocument(VokWorld& world, const std::string& oldPath, const std::string& newPath,
+                         std::size_t mostAdded) {
     const std::string from = FullName(oldPath, "");
     const std::string to = FullName(newPath, "The file cannot be written: ");
-    MoveNames names(from, to);
+    MoveNames names(from, to, mostAdded);
     if (!StandInOneFolder(from, to)) RewriteDependencies(world, names);
     world.SetFilename(to);
     return names.GetAdded();

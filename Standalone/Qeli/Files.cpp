@@ -3,6 +3,7 @@
 #include "DependencyFile.h"
 #include "FailureText.h"
 #include "FileNames.h"
+#include "Growth.h"
 #include "LoadDocument.h"
 #include "OutputFile.h"
 
@@ -16,8 +17,8 @@ namespace {
 
 std::vector<std::string> FilesOf(const std::string& path) {
     VokWorld world;
-    LoadDocument(world, path);
-    return DependedFiles(world, path);
+    const std::size_t documentBytes = LoadDocument(world, path).bytes;
+    return DependedFiles(world, path, MostWritten(documentBytes));
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "LimitedBuffer.h"
 
+#include "Growth.h"
+
 LimitedBuffer::int_type LimitedBuffer::overflow(int_type character) {
     if (traits_type::eq_int_type(character, traits_type::eof()))
         return traits_type::not_eof(character);
@@ -8,8 +10,7 @@ LimitedBuffer::int_type LimitedBuffer::overflow(int_type character) {
 }
 
 std::streamsize LimitedBuffer::xsputn(const char* text, std::streamsize size) {
-    isExceeded = isExceeded || static_cast<std::size_t>(size) > left;
-    if (isExceeded) return 0;
+    if (static_cast<std::size_t>(size) > left) throw GrowthBeyondLimit();
     left -= static_cast<std::size_t>(size);
     return target.sputn(text, size);
 }

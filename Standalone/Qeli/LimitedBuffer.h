@@ -3,15 +3,12 @@
 #include <cstddef>
 #include <streambuf>
 
-/// Passes text on to another buffer, up to a limit; what would exceed it is refused, with
-/// everything behind it.
+/// Passes text on to another buffer, up to a limit; what would exceed it ends in a
+/// GrowthBeyondLimit, which a stream lets out that has std::ios_base::badbit among its exceptions.
 class LimitedBuffer : public std::streambuf {
   public:
     LimitedBuffer(std::streambuf& receiver, std::size_t mostBytes)
-        : target(receiver), limit(mostBytes), left(mostBytes) {}
-
-    bool IsExceeded() const { return isExceeded; }
-    std::size_t GetLimit() const { return limit; }
+        : target(receiver), left(mostBytes) {}
 
   protected:
     int_type overflow(int_type character) override;
@@ -20,7 +17,5 @@ class LimitedBuffer : public std::streambuf {
 
   private:
     std::streambuf& target;
-    std::size_t limit;
     std::size_t left;
-    bool isExceeded = false;
 };

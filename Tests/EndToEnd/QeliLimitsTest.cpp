@@ -63,6 +63,29 @@ TEST_F(QeliLimits, ShortFileNamesInAFolderWithALongNameDoNotEither) {
     EXPECT_FALSE(folder.Has("out.qeli"));
 }
 
+TEST_F(QeliLimits, NamesOfFilesThatAreListedWithALongFolderAreLimited) {
+    if (kIsWindows) GTEST_SKIP() << "left out: no folder has so long a name here";
+    std::string deep;
+    while (deep.size() < 3800) deep += std::string(200, 'd') + "/";
+    std::filesystem::create_directories(folder.GetPath() / deep);
+    const std::string in = deep + "in.qeli";
+    std::string names;
+    for (int i = 0; i < 40000; ++i)
+        names += "<reference name=\"\" uri=\"" + std::to_string(i) + "\" namespace=\"\"/>";
+    const std::string document = Document("<scene/>" + names);
+    folder.WriteFile(in, document);
+    const std::string words = in +
+                              ": error: The names of its files, with the document's folder in "
+                              "front of them, come to more than " +
+                              std::to_string((64u << 20) + 32 * document.size()) + " bytes\n";
+    const ProgramResult run = folder.Run("qeli", {"files", in});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_EQ(run.errors, words);
+    EXPECT_TRUE(run.output.empty());
+    EXPECT_EQ(folder.Run("qeli", {"files", in, "--depfile", "d", "--target", "t"}).errors, words);
+    EXPECT_FALSE(folder.Has("d"));
+}
+
 /// Links of few bytes to a target behind a name of `nameSize`; written, they name the whole path. A
 /// filler is written as it stands, a comment is not written at all.
 std::string ManyShortLinks(int nameSize, std::size_t filler, std::size_t comment) {
