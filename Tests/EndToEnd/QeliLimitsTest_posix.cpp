@@ -1,20 +1,12 @@
 #include "EndToEnd/ProgramRun.h"
+#include "Support/ChildrensTime_posix.h"
 
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include <algorithm>
 #include <string>
 
 namespace {
-
-/// The processor time that all children had until now, in seconds.
-double ChildrensTime() {
-    rusage used{};
-    getrusage(RUSAGE_CHILDREN, &used);
-    return static_cast<double>(used.ru_utime.tv_sec) +
-           static_cast<double>(used.ru_utime.tv_usec) * 1e-6;
-}
 
 /// The least of three conversions of so many short links through a long name; of a hundred, what is
 /// written is at its limit.
