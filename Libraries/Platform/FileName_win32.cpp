@@ -23,6 +23,19 @@ bool IsPlainDevice(const std::string& path) {
                        [&path](const char* device) { return CompareNames(path, device) == 0; });
 }
 
+bool EndsShortened(std::string_view name) {
+    return name.ends_with('.') || name.ends_with(' ');
+}
+
+template <class Test>
+bool AnyFolder(const std::string& path, Test test) {
+    std::size_t begin = IsDevicePath(path) ? kDevicePrefix : 0;
+    for (std::size_t end; (end = path.find_first_of("/\\", begin)) != std::string::npos;
+         begin = end + 1)
+        if (test(std::string_view(path).substr(begin, end - begin))) return true;
+    return false;
+}
+
 }  // namespace
 
 bool IsDevicePath(const std::string& path) {
@@ -31,14 +44,13 @@ bool IsDevicePath(const std::string& path) {
 }
 
 bool HasShortenedFolder(const std::string& path) {
-    std::size_t begin = IsDevicePath(path) ? kDevicePrefix : 0;
-    for (std::size_t end; (end = path.find_first_of("/\\", begin)) != std::string::npos;
-         begin = end + 1) {
-        const std::string_view name = std::string_view(path).substr(begin, end - begin);
-        if (name.empty() || name == "." || name == "..") continue;
-        if (name.back() == '.' || name.back() == ' ') return true;
-    }
-    return false;
+    return AnyFolder(path, [](std::string_view name) {
+        return name != "." && name != ".." && EndsShortened(name);
+    });
+}
+
+bool HasShortenedFolderInFull(const std::string& fullPath) {
+    return AnyFolder(fullPath, EndsShortened);
 }
 
 bool NamesStream(const std::string& path) {

@@ -16,7 +16,9 @@ bool HidesDevice(const std::string& path);
 bool IsDevicePath(const std::string& path);
 
 /// Whether a folder's name in a path ends in a dot or a blank, which the system leaves out in some
-/// places and not in others. "." and ".." are no names.
+/// places and not in others. "." and ".." are no names, and none are left in a name that the system
+/// has made a full one; those that stand there come of longer ones.
 bool HasShortenedFolder(const std::string& path);
+bool HasShortenedFolderInFull(const std::string& fullPath);
 
 }  // namespace Platform

@@ -54,7 +54,7 @@ bool CreateFolders(const std::string& path) {
     if (IsFolder(path)) return true;
     std::optional<std::string> full = FullFolder(path);
     // The system would leave the end of a name out where it makes the folder, and then not find it.
-    if (!full || HasShortenedFolder(*full)) return false;
+    if (!full || HasShortenedFolderInFull(*full)) return false;
     full->pop_back();
     // Of a chain that ends beyond the limit the call would make the part that does not.
     if (full->size() > kLongestFolder) return false;

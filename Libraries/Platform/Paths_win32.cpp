@@ -35,7 +35,8 @@ std::optional<std::string> FullPath(const std::string& path) {
 
 std::optional<std::string> FullOutputPath(const std::string& path) {
     std::optional<std::string> full = FullPath(path);
-    if (full && (HasShortenedFolder(*full) || (IsDevicePath(path) && HasShortenedFolder(path))))
+    if (full &&
+        (HasShortenedFolderInFull(*full) || (IsDevicePath(path) && HasShortenedFolder(path))))
         full.reset();
     return full;
 }

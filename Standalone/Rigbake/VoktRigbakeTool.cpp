@@ -73,7 +73,12 @@ void VoktRigbakeTool::CheckSharedFiles() const {
         if (isPair && LeadToOneFile(input, OpenedFile(output))) RefuseInput(output);
     if (isPair && LeadToOneFile(OpenedFile(outputs.front()), OpenedFile(outputs.back())))
         throw TextException("Big- and little-endian suffixes are the same.");
-    if (const auto registryLog = VoktHashClient::GetLogFile()) CheckLog(*registryLog);
+    if (const auto registryLog = VoktHashClient::GetLogFile()) {
+        CheckLog(*registryLog);
+        if (LeadToOneFile(logFileName, *registryLog))
+            throw TextException("Log file \"" + logFileName +
+                                "\" matches the registry's log file.");
+    }
     for (const std::string& database : VoktHashClient::GetDatabaseFiles()) CheckDatabase(database);
     if (logFileName.empty()) return;
     CheckLog(logFileName);

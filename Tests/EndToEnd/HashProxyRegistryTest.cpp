@@ -200,6 +200,32 @@ TEST_F(HashRegistryRun, ADebugLogThatIsTheSceneOrTheSkeletonIsRefused) {
     EXPECT_FALSE(folder.Has("new.bin"));
 }
 
+TEST_F(HashRegistryRun, TheDebugLogAndTheLogAreTwoFiles) {
+    EXPECT_EQ(Bake({}).status, 0);
+    folder.WriteFile("lines", "of others");
+    std::filesystem::create_hard_link(folder.GetPath() / "lines", folder.GetPath() / "hard");
+    const auto run = [this](const std::string& debugLog, const std::string& log) {
+        environment["QEL_HASH_PROXY_DEBUG_MODE"] = "file:" + debugLog;
+        return folder.Run("rigbake", {"-in", "scene.qeli", "-out", "new.bin", "-logfile", log},
+                          environment);
+    };
+    const auto expectRefused = [&](const std::string& debugLog, const std::string& log) {
+        const ProgramResult refused = run(debugLog, log);
+        EXPECT_EQ(refused.status, 1);
+        EXPECT_EQ(WithoutBanner(refused.output),
+                  "Error: 102 An error occurred while validating arguments; Log file \"" + log +
+                      "\" matches the registry's log file.\n" + kFailed);
+    };
+    expectRefused("lines", "./lines");
+    expectRefused(folder.Path("lines"), "hard");
+    expectRefused(folder.Path("fresh"), "fresh");
+    EXPECT_EQ(folder.ReadFile("lines"), "of others");
+    EXPECT_FALSE(folder.Has("fresh"));
+    EXPECT_FALSE(folder.Has("new.bin"));
+    EXPECT_EQ(run(kNullDevice, kNullDevice).status, 0);
+    EXPECT_EQ(run("lines", "fresh").status, 0);
+}
+
 TEST_F(HashRegistryRun, TheDatabaseIsNoOutput) {
     EXPECT_EQ(Bake({}).status, 0);
     folder.WriteFile("names.db", "old");

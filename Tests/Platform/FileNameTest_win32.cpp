@@ -29,6 +29,13 @@ TEST(HasShortenedFolder, DotsAndBlanksAtTheEndOfAFoldersNameAreLeftOut) {
         EXPECT_FALSE(Platform::HasShortenedFolder(name)) << name;
 }
 
+TEST(HasShortenedFolder, InAFullNameParentsComeOfLongerNames) {
+    for (const char* const name : {"C:\\a\\..\\b", "C:\\.\\b", "C:\\a.\\b"})
+        EXPECT_TRUE(Platform::HasShortenedFolderInFull(name)) << name;
+    for (const char* const name : {"C:\\a\\b..", "\\\\.\\C:\\..a\\b", "\\\\server\\share\\a"})
+        EXPECT_FALSE(Platform::HasShortenedFolderInFull(name)) << name;
+}
+
 TEST(HidesDevice, WithAnEndingOrAFolderADeviceLooksLikeAFile) {
     for (const char* const name : {"nul.bin", "sub/nul.bin", "sub\\NUL", "C:nul", "C:\\con.svg",
                                    "con.svg", "CONOUT$.txt", "nul ", "nul."})
