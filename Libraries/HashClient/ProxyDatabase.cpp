@@ -13,6 +13,15 @@ constexpr char kDefaultFile[] = "/QelHashProxy/registry.sqlite";
 constexpr const char* kBeside[] = {"-journal", "-wal", "-shm"};
 constexpr int kMostLinks = 40;
 
+/// The full name that stays as it is when it is made full again, as SQLite does: Windows leaves one
+/// dot at the end of a folder's name out each time.
+std::string SettledName(std::string name) {
+    for (auto full = Platform::FullPath(name); full && *full != name;
+         full = Platform::FullPath(name))
+        name = *full;
+    return name;
+}
+
 /// Where links lead to, be the file there or not.
 std::string LinkedFile(const std::string& name) {
     std::filesystem::path path = Platform::ToPath(name);
@@ -30,7 +39,8 @@ std::optional<std::string> ProxyDatabaseFile() {
         file = Platform::UserDataFolder();
         if (file) *file += kDefaultFile;
     }
-    return file ? Platform::FullPath(*file).value_or(*file) : file;
+    if (file) file = SettledName(*file);
+    return file;
 }
 
 std::vector<std::string> ProxyDatabaseFiles() {

@@ -70,14 +70,26 @@ TEST_F(QeliLimits, NamesOfFilesThatAreListedWithALongFolderAreLimited) {
     std::filesystem::create_directories(folder.GetPath() / deep);
     const std::string in = deep + "in.qeli";
     std::string names;
-    for (int i = 0; i < 40000; ++i)
+    std::size_t listed = 0;
+    for (int i = 10000; i < 40000; ++i) {
         names += "<reference name=\"\" uri=\"" + std::to_string(i) + "\" namespace=\"\"/>";
-    const std::string document = Document("<scene/>" + names);
-    folder.WriteFile(in, document);
+        listed += deep.size() + 5;
+    }
+    const auto document = [&](std::size_t filler) {
+        return Document("<scene/>" + names + "<!--" + std::string(filler, 'c') + "-->");
+    };
+    // A byte of the document is worth 32 of the limit.
+    const std::size_t filler = (listed - (64u << 20) + 31) / 32 - document(0).size();
+    folder.WriteFile(in, document(filler));
+    const ProgramResult most = folder.Run("qeli", {"files", in});
+    EXPECT_EQ(most.status, 0);
+    EXPECT_EQ(most.output.size(), listed + 30000);
+    folder.WriteFile(in, document(filler - 1));
     const std::string words = in +
                               ": error: The names of its files, with the document's folder in "
                               "front of them, come to more than " +
-                              std::to_string((64u << 20) + 32 * document.size()) + " bytes\n";
+                              std::to_string((64u << 20) + 32 * document(filler - 1).size()) +
+                              " bytes\n";
     const ProgramResult run = folder.Run("qeli", {"files", in});
     EXPECT_EQ(run.status, 1);
     EXPECT_EQ(run.errors, words);
