@@ -34,6 +34,21 @@ bool IsSame(const BY_HANDLE_FILE_INFORMATION& a, const BY_HANDLE_FILE_INFORMATIO
            a.nFileIndexHigh == b.nFileIndexHigh && a.nFileIndexLow == b.nFileIndexLow;
 }
 
+/// Where a name that is still free would stand: the nearest folder above it that is there, which
+/// several names may lead to, and what is to be made in it.
+struct FreePlace {
+    BY_HANDLE_FILE_INFORMATION folder;
+    std::string below;
+};
+
+std::optional<FreePlace> PlaceOf(const std::string& fullPath) {
+    for (std::size_t length = fullPath.rfind('\\') + 1; length > 0;
+         length = fullPath.substr(0, length - 1).rfind('\\') + 1)
+        if (const auto folder = Identity(fullPath.substr(0, length)))
+            return FreePlace{*folder, fullPath.substr(length)};
+    return std::nullopt;
+}
+
 }  // namespace
 
 bool LeadToOneFile(const std::string& a, const std::string& b) {
@@ -46,15 +61,13 @@ bool LeadToOneFile(const std::string& a, const std::string& b) {
     const std::optional<std::string> fullA = FullPath(a);
     const std::optional<std::string> fullB = FullPath(b);
     if (!fullA || !fullB) return false;
-    const std::size_t nameA = fullA->rfind('\\') + 1;
-    const std::size_t nameB = fullB->rfind('\\') + 1;
     // Letter case is the file system's matter; for names that are still free the system's rule
     // holds.
-    if (CompareNames(fullA->substr(nameA), fullB->substr(nameB)) != 0) return false;
     if (CompareNames(*fullA, *fullB) == 0) return true;
-    const auto folderA = Identity(fullA->substr(0, nameA));
-    const auto folderB = Identity(fullB->substr(0, nameB));
-    return folderA && folderB && IsSame(*folderA, *folderB);
+    const auto placeA = PlaceOf(*fullA);
+    const auto placeB = PlaceOf(*fullB);
+    return placeA && placeB && IsSame(placeA->folder, placeB->folder) &&
+           CompareNames(placeA->below, placeB->below) == 0;
 }
 
 bool NamesStandardOutput(const std::string&) {

@@ -1,4 +1,5 @@
 #include <Platform/FileIdentity.h>
+#include <Platform/Paths.h>
 
 #include "Support/TemporaryFolder.h"
 
@@ -9,6 +10,7 @@
 namespace {
 
 namespace fs = std::filesystem;
+using Platform::FullPath;
 using Platform::LeadToOneFile;
 
 TEST(FileIdentity, AnotherSpellingLeadsToTheSameFile) {
@@ -35,6 +37,21 @@ TEST(FileIdentity, NamesThatLeadNowhereYetAreOneFileWhenTheyWouldMakeOne) {
         EXPECT_TRUE(LeadToOneFile(free, folder.Path(name))) << name;
     EXPECT_TRUE(LeadToOneFile(folder.Path("no/such/free"), folder.Path("no/./such/free")));
     EXPECT_FALSE(LeadToOneFile(free, folder.Path("free")));
+}
+
+TEST(FileIdentity, FoldersThatAreStillToBeMadeAreReachedBySeveralNames) {
+    const TemporaryFolder folder;
+    fs::create_directory(folder.Path("sub"));
+    const auto full = [&folder](const char* name) { return FullPath(folder.Path(name)).value(); };
+    const std::string plain = full("no/such/free");
+    for (const std::string prefix : {"\\\\?\\", "\\\\.\\", "//?/"}) {
+        EXPECT_TRUE(LeadToOneFile(plain, prefix + plain)) << prefix;
+        EXPECT_TRUE(LeadToOneFile(prefix + plain, plain)) << prefix;
+        EXPECT_TRUE(LeadToOneFile(full("sub/free"), prefix + full("SUB/Free"))) << prefix;
+        EXPECT_FALSE(LeadToOneFile(plain, prefix + plain + "r")) << prefix;
+        EXPECT_FALSE(LeadToOneFile(plain, prefix + full("no/other/free"))) << prefix;
+        EXPECT_FALSE(LeadToOneFile(plain, prefix + full("sub/no/such/free"))) << prefix;
+    }
 }
 
 TEST(FileIdentity, LettersBeyondAsciiHaveTheirCase) {
