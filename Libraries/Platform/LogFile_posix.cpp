@@ -14,6 +14,12 @@
 
 namespace Platform {
 
+namespace {
+
+constexpr const char* kOtherContent = "something else was written into it";
+
+}  // namespace
+
 LogFile::~LogFile() {
     if (descriptor >= 0) close(descriptor);
 }
@@ -39,17 +45,19 @@ void LogFile::Fail(int error) {
     if (firstError == 0) firstError = error;
 }
 
-bool LogFile::HoldsWhatWasWritten() const {
+std::string LogFile::LookAtContent() const {
     const int reading = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | O_NONBLOCK);
     // Whoever may only write it has seen its size.
-    if (reading < 0) return true;
+    if (reading < 0) return {};
     ContentDigest found;
     char buffer[65536];
     ssize_t count;
     while ((count = ReadSome(reading, buffer, sizeof buffer)) > 0)
         found.Add(buffer, static_cast<std::size_t>(count));
+    const int error = errno;
     close(reading);
-    return count == 0 && found == written;
+    if (count < 0) return ErrorText(error);
+    return found == written ? "" : kOtherContent;
 }
 
 std::string LogFile::LookAtName() const {
@@ -61,9 +69,8 @@ std::string LogFile::LookAtName() const {
         return errno == ENOENT ? "it was moved or removed" : ErrorText(errno);
     if (named.st_dev != opened.st_dev || named.st_ino != opened.st_ino)
         return "another file has taken its name";
-    const bool isWhole =
-        static_cast<std::uint64_t>(named.st_size) == written.GetSize() && HoldsWhatWasWritten();
-    return isWhole ? std::string() : "something else was written into it";
+    if (static_cast<std::uint64_t>(named.st_size) != written.GetSize()) return kOtherContent;
+    return LookAtContent();
 }
 
 std::string LogFile::Close() {

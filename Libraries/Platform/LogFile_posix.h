@@ -29,7 +29,7 @@ class LogFile {
 
   private:
     std::string LookAtName() const;
-    bool HoldsWhatWasWritten() const;
+    std::string LookAtContent() const;
 
     std::string path;
     int descriptor = -1;

@@ -2,11 +2,18 @@
 
 #include <Platform/ErrorText.h>
 
+#include "ErrorNumber_win32.h"
 #include "FileName_win32.h"
 #include "FinalOutput_win32.h"
 #include "HandleIo_win32.h"
 
 namespace Platform {
+
+namespace {
+
+constexpr const char* kOtherContent = "something else was written into it";
+
+}  // namespace
 
 bool LogFile::Open(const std::string& logFile) {
     if (NamesStream(logFile)) return false;
@@ -27,29 +34,30 @@ void LogFile::Fail(int error) {
     if (firstError == 0) firstError = error;
 }
 
-bool LogFile::HoldsWhatWasWritten() const {
+std::string LogFile::LookAtContent() const {
     LARGE_INTEGER size;
-    if (GetFileType(file.Get()) != FILE_TYPE_DISK || !GetFileSizeEx(file.Get(), &size)) return true;
-    if (static_cast<std::uint64_t>(size.QuadPart) != written.GetSize()) return false;
+    if (GetFileType(file.Get()) != FILE_TYPE_DISK || !GetFileSizeEx(file.Get(), &size)) return {};
+    if (static_cast<std::uint64_t>(size.QuadPart) != written.GetSize()) return kOtherContent;
     const OwnedHandle reading(CreateFileA(path.c_str(), GENERIC_READ,
                                           FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
                                           nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr));
     // Whoever may only write it has seen its size.
-    if (!reading.IsValid()) return true;
+    if (!reading.IsValid()) return {};
     ContentDigest found;
     char buffer[65536];
     DWORD count = 0;
-    bool isRead;
-    while ((isRead = ReadFile(reading.Get(), buffer, sizeof buffer, &count, nullptr)) && count > 0)
+    do {
+        if (!ReadFile(reading.Get(), buffer, sizeof buffer, &count, nullptr))
+            return ErrorText(LastErrorNumber());
         found.Add(buffer, count);
-    return isRead && found == written;
+    } while (count > 0);
+    return found == written ? "" : kOtherContent;
 }
 
 std::string LogFile::Close() {
-    const bool isWhole = HoldsWhatWasWritten();
+    const std::string fault = LookAtContent();
     file.Reset();
-    if (firstError != 0) return ErrorText(firstError);
-    return isWhole ? std::string() : "something else was written into it";
+    return firstError != 0 ? ErrorText(firstError) : fault;
 }
 
 }  // namespace Platform

@@ -24,7 +24,7 @@ class LogFile {
     std::string Close();
 
   private:
-    bool HoldsWhatWasWritten() const;
+    std::string LookAtContent() const;
 
     std::string path;
     OwnedHandle file;

@@ -27,7 +27,9 @@ std::uint32_t WaitableTimer::Set(std::uint32_t milliseconds) {
 
 bool WaitableTimer::HasFired() const {
     pollfd state{static_cast<int>(handle), POLLIN, 0};
-    return poll(&state, 1, 0) > 0 && (state.revents & POLLIN) != 0;
+    const int ready = poll(&state, 1, 0);
+    // Nobody is to wait for a timer that cannot be asked.
+    return ready > 0 || (ready < 0 && errno != EINTR);
 }
 
 void WaitableTimer::Close() {

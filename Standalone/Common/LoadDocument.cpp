@@ -11,14 +11,11 @@
 #include <VokLib/Document/VokUpdateFailure.h>
 #include <VokLib/Tree/VokWorld.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <string_view>
 
 namespace {
-
-constexpr std::size_t kMostLinksShown = 20;
 
 /// The parser's number for an entity that it does not know.
 constexpr const char* kUndeclaredEntity = "Libxml2 parse error: 26 ";
@@ -34,12 +31,10 @@ std::string OpenFailureReason(const std::string& path) {
 }
 
 std::string LinkLines(const VokParseFailure& failure) {
-    const std::size_t count = failure.unresolvedCount;
-    const std::size_t shown = std::min(failure.unresolvedLinks.size(), kMostLinksShown);
     std::string lines;
-    for (std::size_t i = 0; i < shown; ++i)
-        lines += "\n    " + ReadableText(failure.unresolvedLinks[i]);
-    if (count > shown) lines += "\n    and " + std::to_string(count - shown) + " more";
+    for (const std::string& link : failure.unresolvedLinks) lines += "\n    " + ReadableText(link);
+    const std::size_t others = failure.unresolvedCount - failure.unresolvedLinks.size();
+    if (others > 0) lines += "\n    and " + std::to_string(others) + " more";
     return lines;
 }
 

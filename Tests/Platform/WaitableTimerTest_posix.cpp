@@ -3,6 +3,7 @@
 #include "Platform/FewDescriptors.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 #include <cerrno>
 #include <chrono>
@@ -32,6 +33,21 @@ TEST(WaitableTimer, SecondsAreSecondsAndNoTimeIsAtOnce) {
     EXPECT_FALSE(timer.HasFired());
     ASSERT_EQ(timer.Set(0), 0u);
     while (!timer.HasFired()) std::this_thread::yield();
+}
+
+TEST(WaitableTimer, ATimerThatCannotBeAskedHasFired) {
+    WaitableTimer timer;
+    ASSERT_EQ(timer.Create("RigbakeTestTimer"), 0u);
+    ASSERT_EQ(timer.Set(3'600'000), 0u);
+    rlimit before;
+    getrlimit(RLIMIT_NOFILE, &before);
+    // The system looks at no more descriptors at once than a process may have.
+    const rlimit none{0, before.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &none);
+    const bool hasFired = timer.HasFired();
+    setrlimit(RLIMIT_NOFILE, &before);
+    EXPECT_TRUE(hasFired);
+    EXPECT_FALSE(timer.HasFired());
 }
 
 TEST(WaitableTimer, WhatTheSystemRefusesIsTold) {

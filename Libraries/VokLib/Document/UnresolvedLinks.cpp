@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <iostream>
 #include <string>
-#include <vector>
 
 namespace {
 
@@ -30,10 +29,11 @@ void ResolveDocumentLinks(VokWorld& world, const std::string& outdatedVersion,
     VokUnresolvedLinks failed;
     const auto note = [&failed](const VokObjLink& link) { failed.Add(link); };
     if (store.ResolveLinks(&world, note, false) == 0) return;
-    const std::vector<std::string> texts = failed.MakeTexts();
     const std::size_t count = failed.Count();
     if (!HasLooseLinks(outdatedVersion)) {
-        failure.unresolvedLinks = texts;
+        failed.VisitTexts(VokParseFailure::kMostLinks, [&failure](const std::string& text) {
+            failure.unresolvedLinks.push_back(text);
+        });
         failure.unresolvedCount = count;
         ThrowVokException("Unresolved VokObjLinks");
     }
@@ -44,8 +44,8 @@ void ResolveDocumentLinks(VokWorld& world, const std::string& outdatedVersion,
               << "         that would be invalid in a newer, stricter qeli version.\n"
               << "         These links have been removed.\n"
               << rule << '\n';
-    for (const std::string& link : texts) std::cerr << "Unresolved link: " << link << '\n';
-    if (count > texts.size())
-        std::cerr << "Unresolved link: and " << count - texts.size() << " more\n";
+    const std::size_t shown = failed.VisitTexts(
+        count, [](const std::string& text) { std::cerr << "Unresolved link: " << text << '\n'; });
+    if (count > shown) std::cerr << "Unresolved link: and " << count - shown << " more\n";
     store.RemoveUnresolved();
 }

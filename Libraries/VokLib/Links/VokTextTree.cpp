@@ -56,19 +56,13 @@ void VokTextTree::Add(Place place) {
     nodes[place].isText = true;
 }
 
-std::vector<std::string> VokTextTree::MakeTexts(std::size_t mostBytes) const {
-    std::vector<std::string> texts;
+void VokTextTree::VisitTexts(const std::function<bool(const std::string&)>& visit) const {
     std::string text;
-    std::size_t bytes = 0;
     std::vector<Place> above;  // the nodes whose labels make up the text
     Place at = kStart;
     while (true) {
         text += nodes[at].label;
-        if (nodes[at].isText) {
-            bytes += text.size();
-            if (bytes > mostBytes && !texts.empty()) return texts;
-            texts.push_back(text);
-        }
+        if (nodes[at].isText && !visit(text)) return;
         above.push_back(at);
         Place next = nodes[at].firstChild;
         while (next == kStart) {
@@ -76,7 +70,7 @@ std::vector<std::string> VokTextTree::MakeTexts(std::size_t mostBytes) const {
             text.resize(text.size() - done.label.size());
             next = done.nextSibling;
             above.pop_back();
-            if (above.empty()) return texts;
+            if (above.empty()) return;
         }
         at = next;
     }

@@ -5,6 +5,8 @@
 
 #include "Links/PathParent.h"
 
+#include <vector>
+
 VokTextTree::Place VokUnresolvedLinks::PlaceOf(const VokObj* owner) {
     if (owner == nullptr) return texts.Append(VokTextTree::kStart, "?");
     std::vector<const VokObj*> unknown;
@@ -30,6 +32,16 @@ std::size_t VokUnresolvedLinks::Count() const {
     return texts.Count();
 }
 
-std::vector<std::string> VokUnresolvedLinks::MakeTexts() const {
-    return texts.MakeTexts(VokLimits::kMaxUnresolvedText);
+std::size_t VokUnresolvedLinks::VisitTexts(
+    std::size_t most, const std::function<void(const std::string&)>& visit) const {
+    std::size_t visited = 0;
+    std::size_t bytes = 0;
+    texts.VisitTexts([&](const std::string& text) {
+        bytes += text.size();
+        if (visited == most || (bytes > VokLimits::kMaxUnresolvedText && visited > 0)) return false;
+        visit(text);
+        ++visited;
+        return true;
+    });
+    return visited;
 }

@@ -92,6 +92,17 @@ TEST_F(ParseFailure, ListsTheLinksWithoutATargetAndBlamesNoPlace) {
     EXPECT_EQ(failure.object, "");
 }
 
+TEST_F(ParseFailure, OfManyLinksWithoutATargetTheFirstAreListedAndAllAreCounted) {
+    std::string members;
+    for (int i = 0; i < 21; ++i) members += "<member path=\"||" + std::to_string(i) + "\"/>";
+    const VokParseFailure failure =
+        FailureIn("<objset name=\"s\">" + members + "</objset><scene/>");
+    ASSERT_EQ(failure.unresolvedLinks.size(), 20u);
+    EXPECT_EQ(failure.unresolvedLinks[2], "|s->||10");
+    EXPECT_EQ(failure.unresolvedLinks[19], "|s->||8");
+    EXPECT_EQ(failure.unresolvedCount, 21u);
+}
+
 TEST_F(ParseFailure, IsGoneWithTheNextLoad) {
     FailureIn("<jiont/>");
     EXPECT_NE(GetParseFailure(reader).line, 0);

@@ -13,13 +13,20 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-constexpr std::size_t kAll = std::numeric_limits<std::size_t>::max();
+Texts TextsOf(const VokTextTree& tree, std::size_t most = std::numeric_limits<std::size_t>::max()) {
+    Texts texts;
+    tree.VisitTexts([&](const std::string& text) {
+        texts.push_back(text);
+        return texts.size() < most;
+    });
+    return texts;
+}
 
 TEST(VokTextTree, ATextThatBeginsAnotherStandsInFrontOfIt) {
     const Texts pieces = {"abc", "ab", "abcd", "b", "\xE4", "abd", "ab"};
     VokTextTree tree;
     for (const std::string& piece : pieces) tree.Add(tree.Append(VokTextTree::kStart, piece));
-    EXPECT_EQ(tree.MakeTexts(kAll), (Texts{"ab", "abc", "abcd", "abd", "b", "\xE4"}));
+    EXPECT_EQ(TextsOf(tree), (Texts{"ab", "abc", "abcd", "abd", "b", "\xE4"}));
     EXPECT_EQ(tree.Count(), 6u);
 }
 
@@ -29,7 +36,7 @@ TEST(VokTextTree, APlaceStaysGoodWhenItsTextIsSplitLater) {
     tree.Add(tree.Append(VokTextTree::kStart, "abx"));
     tree.Add(tree.Append(place, "e"));
     EXPECT_EQ(tree.Append(tree.Append(VokTextTree::kStart, "a"), "bcd"), place);
-    EXPECT_EQ(tree.MakeTexts(kAll), (Texts{"abcde", "abx"}));
+    EXPECT_EQ(TextsOf(tree), (Texts{"abcde", "abx"}));
 }
 
 TEST(VokTextTree, OfRandomPiecesItMakesASortedSet) {
@@ -47,18 +54,18 @@ TEST(VokTextTree, OfRandomPiecesItMakesASortedSet) {
             tree.Add(places.back().first);
             expected.insert(places.back().second);
         }
-        EXPECT_EQ(tree.MakeTexts(kAll), Texts(expected.begin(), expected.end()));
+        EXPECT_EQ(TextsOf(tree), Texts(expected.begin(), expected.end()));
         EXPECT_EQ(tree.Count(), expected.size());
     }
 }
 
-TEST(VokTextTree, TextsAreMadeUpToTheLimitAndTheFirstAlways) {
+TEST(VokTextTree, TextsAreHandedOverUntilNoMoreAreWanted) {
     const Texts pieces = {"aaaa", "bbbb", "cccc"};
     VokTextTree tree;
     for (const std::string& piece : pieces) tree.Add(tree.Append(VokTextTree::kStart, piece));
-    EXPECT_EQ(tree.MakeTexts(12), pieces);
-    EXPECT_EQ(tree.MakeTexts(11), (Texts{"aaaa", "bbbb"}));
-    EXPECT_EQ(tree.MakeTexts(3), (Texts{"aaaa"}));
+    EXPECT_EQ(TextsOf(tree, 3), pieces);
+    EXPECT_EQ(TextsOf(tree, 2), (Texts{"aaaa", "bbbb"}));
+    EXPECT_EQ(TextsOf(tree, 1), (Texts{"aaaa"}));
     EXPECT_EQ(tree.Count(), 3u);
 }
 
@@ -71,7 +78,7 @@ TEST(VokTextTree, ALongBeginningIsLookedAtOnce) {
     const VokTextTree::Place place = tree.Append(VokTextTree::kStart, beginning);
     for (const std::string& end : ends) tree.Add(tree.Append(place, end));
     EXPECT_EQ(tree.Count(), ends.size());
-    EXPECT_EQ(tree.MakeTexts(1), (Texts{beginning + "0"}));
+    EXPECT_EQ(TextsOf(tree, 1), (Texts{beginning + "0"}));
 }
 
 }  // namespace

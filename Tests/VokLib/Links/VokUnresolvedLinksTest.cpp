@@ -7,6 +7,7 @@
 #include <VokLib/Links/VokPath.h>
 #include <VokLib/Tree/VokNode.h>
 
+#include <limits>
 #include <memory>
 #include <random>
 #include <set>
@@ -18,6 +19,16 @@ using namespace SceneTest;
 namespace {
 
 using Texts = std::vector<std::string>;
+
+/// The texts that are handed over when at most so many are wanted.
+Texts TextsOf(const VokUnresolvedLinks& links,
+              std::size_t most = std::numeric_limits<std::size_t>::max()) {
+    Texts texts;
+    const std::size_t visited =
+        links.VisitTexts(most, [&texts](const std::string& text) { texts.push_back(text); });
+    EXPECT_EQ(visited, texts.size());
+    return texts;
+}
 
 class UnresolvedLinks : public SceneTest::Test {
   protected:
@@ -52,7 +63,9 @@ TEST_F(UnresolvedLinks, TextsAreSortedAndStandOnce) {
     AddLink(a, "||y");
     AddLink(nullptr, "||w");
     Resolve();
-    EXPECT_EQ(unresolved.MakeTexts(), (Texts{"?->||w", "|b->||z", "|b|a->||x", "|b|a->||y"}));
+    EXPECT_EQ(TextsOf(unresolved), (Texts{"?->||w", "|b->||z", "|b|a->||x", "|b|a->||y"}));
+    EXPECT_EQ(TextsOf(unresolved, 2), (Texts{"?->||w", "|b->||z"}));
+    EXPECT_EQ(TextsOf(unresolved, 0), Texts{});
     EXPECT_EQ(unresolved.Count(), 4u);
 }
 
@@ -67,7 +80,7 @@ TEST_F(UnresolvedLinks, OnRandomTreesTheyAreASortedSetOfTexts) {
     for (int i = 0; i < 1000; ++i)
         AddLink(objects[random() % objects.size()], "||no" + std::to_string(random() % 3));
     Resolve();
-    EXPECT_EQ(unresolved.MakeTexts(), Expected());
+    EXPECT_EQ(TextsOf(unresolved), Expected());
     EXPECT_EQ(unresolved.Count(), expected.size());
 }
 
@@ -78,7 +91,7 @@ TEST_F(UnresolvedLinks, OfTextsWithoutMeasureTheFirstAreKeptAndAllAreCounted) {
     for (const char* owner : {"e", "c", "a", "b", "d", "f"})
         for (int i = 0; i < 2; ++i) AddLink(Add<VokNode>(deep, owner), "||no");
     Resolve();
-    const Texts texts = unresolved.MakeTexts();
+    const Texts texts = TextsOf(unresolved);
     const Texts all = Expected();
     ASSERT_EQ(texts.size(), 3u);
     EXPECT_TRUE(std::equal(texts.begin(), texts.end(), all.begin()));
@@ -98,8 +111,8 @@ TEST_F(UnresolvedLinks, TextsThatFillTheMeasureToTheByteAreAllMade) {
         VokUnresolvedLinks both;
         both.Add(second);
         both.Add(first);
-        EXPECT_EQ(both.MakeTexts().size(), isTooLong ? 1u : 2u);
-        EXPECT_EQ(both.MakeTexts().front(), "|a->" + path);
+        EXPECT_EQ(TextsOf(both).size(), isTooLong ? 1u : 2u);
+        EXPECT_EQ(TextsOf(both).front(), "|a->" + path);
         EXPECT_EQ(both.Count(), 2u);
     }
 }

@@ -15,10 +15,11 @@ struct VokParseFailure {
     int column = 0;
     /// The path of the object that was being read; empty for none.
     std::string object;
-    /// The links without a target, each as "owner->path", sorted; the first of them where all
-    /// together are longer than VokLimits::kMaxUnresolvedText.
+    /// The first kMostLinks of the links without a target, each as "owner->path", sorted; fewer
+    /// where they are longer together than VokLimits::kMaxUnresolvedText.
+    static constexpr std::size_t kMostLinks = 20;
     std::vector<std::string> unresolvedLinks;
-    /// How many there are.
+    /// How many there are in all.
     std::size_t unresolvedCount = 0;
 };
 

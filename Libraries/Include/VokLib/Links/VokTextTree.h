@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,8 +23,9 @@ class VokTextTree {
 
     /// How many texts the set has.
     std::size_t Count() const { return count; }
-    /// The texts in the order of their bytes, as many as fit `mostBytes`, and one at the least.
-    std::vector<std::string> MakeTexts(std::size_t mostBytes) const;
+    /// Hands over the texts in the order of their bytes, each while it is called, until `visit`
+    /// says false.
+    void VisitTexts(const std::function<bool(const std::string&)>& visit) const;
 
   private:
     struct Node {
