@@ -1,9 +1,15 @@
 #include <Platform/OpenForReading.h>
 
+#include <cerrno>
+
 namespace Platform {
 
 OpenedFile OpenForReading(const std::string& path) {
-    return OpenedFile(std::fopen(path.c_str(), "rb"));
+    OpenedFile file;
+    do {
+        file.reset(std::fopen(path.c_str(), "rb"));
+    } while (file == nullptr && errno == EINTR);
+    return file;
 }
 
 }  // namespace Platform
