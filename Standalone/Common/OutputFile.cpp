@@ -7,6 +7,7 @@
 #include <Platform/FileTests.h>
 #include <Platform/Folders.h>
 #include <Platform/OpenForReading.h>
+#include <Platform/ReadBytes.h>
 #include <Platform/StandardStreams.h>
 #include <Platform/TemporaryFile.h>
 
@@ -74,9 +75,9 @@ void OutputFile::CopyTo(std::ostream& out) {
     const Platform::OpenedFile in = Platform::OpenForReading(unfinished.GetName());
     if (in == nullptr) FailUnfinished(errno);
     char block[kBlockBytes];
-    std::size_t count = std::fread(block, 1, sizeof block, in.get());
+    std::size_t count = Platform::ReadBytes(in.get(), block, sizeof block);
     if (count == 0) FailUnfinished(errno);
-    for (; count > 0 && out; count = std::fread(block, 1, sizeof block, in.get()))
+    for (; count > 0 && out; count = Platform::ReadBytes(in.get(), block, sizeof block))
         out.write(block, static_cast<std::streamsize>(count));
     if (std::ferror(in.get()) != 0) FailUnfinished(errno);
     if (!out.flush()) Fail(Platform::IsReaderGone(errno) ? EPIPE : errno);

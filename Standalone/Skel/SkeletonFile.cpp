@@ -4,6 +4,7 @@
 #include <Platform/Folders.h>
 #include <Platform/OpenForReading.h>
 #include <Platform/Paths.h>
+#include <Platform/ReadBytes.h>
 
 #include <algorithm>
 #include <bit>
@@ -74,7 +75,7 @@ SkeletonFile::Image SkeletonFile::Read(const std::string& path) {
     Image image;
     image.MakeRoom(kMagicBytes);
     errno = 0;
-    image.size = std::fread(image.Bytes(), 1, kMagicBytes, file.get());
+    image.size = Platform::ReadBytes(file.get(), image.Bytes(), kMagicBytes);
     const bool isSkeleton =
         image.size == kMagicBytes && std::memcmp(image.Bytes(), "SK08", kMagicBytes) == 0;
     const std::size_t expected = ExpectedSize(path);
@@ -84,7 +85,8 @@ SkeletonFile::Image SkeletonFile::Read(const std::string& path) {
     std::size_t room = std::max(expected + 1, kBlockBytes);
     while (isSkeleton && image.size < kTooLong) {
         image.MakeRoom(room);
-        image.size += std::fread(image.Bytes() + image.size, 1, room - image.size, file.get());
+        image.size +=
+            Platform::ReadBytes(file.get(), image.Bytes() + image.size, room - image.size);
         if (image.size < room) break;
         room = std::min(2 * room, kTooLong);
     }
@@ -118,7 +120,7 @@ bool LooksLikeSkeleton(const std::string& path) {
     const File file = Open(path);
     char magic[kMagicBytes];
     errno = 0;
-    const std::size_t size = std::fread(magic, 1, kMagicBytes, file.get());
+    const std::size_t size = Platform::ReadBytes(file.get(), magic, kMagicBytes);
     if (std::ferror(file.get()) != 0) FailToRead(path, errno);
     return size == kMagicBytes && std::memcmp(magic, "SK08", kMagicBytes) == 0;
 }

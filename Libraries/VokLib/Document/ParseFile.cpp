@@ -1,6 +1,7 @@
 #include "Document/ParseMachine.h"
 
 #include <Platform/OpenForReading.h>
+#include <Platform/ReadBytes.h>
 #include <VokLib/Document/VokParse.h>
 #include <VokLib/Tree/ThrowVokException.h>
 
@@ -29,7 +30,7 @@ void VokParse::ParseFile(VokWorld& world, const std::string& path) {
     std::uint32_t stage = kFirstBlock;
     std::size_t total = 0;
     do {
-        const std::size_t count = std::fread(block.get(), 1, kBlockBytes, file.get());
+        const std::size_t count = Platform::ReadBytes(file.get(), block.get(), kBlockBytes);
         // A folder opens on some systems and fails here.
         if (std::ferror(file.get()) != 0)
             ThrowVokException((total + count == 0 ? "File open error: \"" : "File read error: \"") +
