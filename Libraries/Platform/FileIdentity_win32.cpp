@@ -42,7 +42,8 @@ struct FreePlace {
 };
 
 std::optional<FreePlace> PlaceOf(const std::string& fullPath) {
-    for (std::size_t length = fullPath.rfind('\\') + 1; length > 0;
+    // The two separators in front of a server are no folder.
+    for (std::size_t length = fullPath.rfind('\\') + 1; length > 2;
          length = fullPath.substr(0, length - 1).rfind('\\') + 1)
         if (const auto folder = Identity(fullPath.substr(0, length)))
             return FreePlace{*folder, fullPath.substr(length)};

@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <iostream>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -31,9 +33,11 @@ void ResolveDocumentLinks(VokWorld& world, const std::string& outdatedVersion,
     if (store.ResolveLinks(&world, note, false) == 0) return;
     const std::size_t count = failed.Count();
     if (!HasLooseLinks(outdatedVersion)) {
-        failed.VisitTexts(VokParseFailure::kMostLinks, [&failure](const std::string& text) {
-            failure.unresolvedLinks.push_back(text);
-        });
+        std::vector<std::string> links;
+        failed.VisitTexts(VokParseFailure::kMostLinks,
+                          [&links](const std::string& text) { links.push_back(text); });
+        // Together, for memory can end in between.
+        failure.unresolvedLinks = std::move(links);
         failure.unresolvedCount = count;
         ThrowVokException("Unresolved VokObjLinks");
     }

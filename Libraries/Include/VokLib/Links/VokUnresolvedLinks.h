@@ -21,7 +21,8 @@ class VokUnresolvedLinks {
     /// How many different texts there are.
     std::size_t Count() const;
     /// Hands over the first of them, sorted, each once and while it is called: at most `most`, and
-    /// no more, behind the first, than VokLimits::kMaxUnresolvedText bytes. How many that were.
+    /// together at most VokLimits::kMaxUnresolvedText bytes, but for a first that is longer. How
+    /// many that were.
     std::size_t VisitTexts(std::size_t most,
                            const std::function<void(const std::string&)>& visit) const;
 
