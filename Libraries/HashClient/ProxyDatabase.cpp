@@ -1,9 +1,8 @@
 #include <HashClient/ProxyDatabase.h>
 #include <Platform/Environment.h>
+#include <Platform/LinkTarget.h>
 #include <Platform/Paths.h>
 #include <Platform/UserFolders.h>
-
-#include <filesystem>
 
 namespace {
 
@@ -11,7 +10,6 @@ constexpr char kVariable[] = "QEL_HASH_DATABASE";
 constexpr char kDefaultFile[] = "/QelHashProxy/registry.sqlite";
 /// What SQLite puts behind the name of the file itself, which links may lead to.
 constexpr const char* kBeside[] = {"-journal", "-wal", "-shm"};
-constexpr int kMostLinks = 40;
 
 /// The full name that stays as it is when it is made full again, as SQLite does: Windows leaves one
 /// dot at the end of a folder's name out each time.
@@ -20,15 +18,6 @@ std::string SettledName(std::string name) {
          full = Platform::FullPath(name))
         name = *full;
     return name;
-}
-
-/// Where links lead to, be the file there or not.
-std::string LinkedFile(const std::string& name) {
-    std::filesystem::path path = Platform::ToPath(name);
-    std::error_code error;
-    for (int i = 0; i < kMostLinks && std::filesystem::is_symlink(path, error); ++i)
-        path = path.parent_path() / std::filesystem::read_symlink(path, error);
-    return Platform::FromPath(path);
 }
 
 }  // namespace
@@ -47,7 +36,9 @@ std::vector<std::string> ProxyDatabaseFiles() {
     const std::optional<std::string> file = ProxyDatabaseFile();
     if (!file) return {};
     std::vector<std::string> files = {*file};
-    const std::string linked = LinkedFile(*file);
+    std::string linked;
+    // Behind links that lead in a circle no database opens.
+    if (Platform::FollowLinks(*file, linked) != 0) linked = *file;
     for (const char* end : kBeside) files.push_back(linked + end);
     return files;
 }

@@ -1,4 +1,5 @@
 #include <Platform/FileIdentity.h>
+#include <Platform/LinkTarget.h>
 
 #include "LinkTarget_posix.h"
 

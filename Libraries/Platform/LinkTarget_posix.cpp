@@ -1,3 +1,5 @@
+#include <Platform/LinkTarget.h>
+
 #include "LinkTarget_posix.h"
 
 #include <limits.h>

@@ -1,4 +1,4 @@
-#include "LinkTarget_win32.h"
+#include <Platform/LinkTarget.h>
 
 #include "ErrorNumber_win32.h"
 #include "OwnedHandle_win32.h"

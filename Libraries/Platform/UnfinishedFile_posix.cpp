@@ -1,10 +1,10 @@
+#include <Platform/LinkTarget.h>
 #include <Platform/TemporaryFile.h>
 #include <Platform/UnfinishedFile.h>
 
 #include "AccessList_posix.h"
 #include "DescriptorIo_posix.h"
 #include "EndingSignals_posix.h"
-#include "LinkTarget_posix.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>

@@ -1,3 +1,4 @@
+#include <Platform/LinkTarget.h>
 #include <Platform/TemporaryFile.h>
 #include <Platform/UnfinishedFile.h>
 
@@ -5,7 +6,6 @@
 #include "ErrorNumber_win32.h"
 #include "FileName_win32.h"
 #include "HandleIo_win32.h"
-#include "LinkTarget_win32.h"
 #include "OwnedHandle_win32.h"
 #include "Permissions_win32.h"
 #include "WideText_win32.h"

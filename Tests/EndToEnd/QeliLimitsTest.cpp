@@ -24,6 +24,14 @@ class QeliLimits : public testing::Test {
         return repeated;
     }
 
+    /// Makes a folder with a name of 3.8 KB, and gives that with a separator at its end.
+    std::string MakeLongFolder() const {
+        std::string name;
+        while (name.size() < 3800) name += std::string(200, 'd') + "/";
+        std::filesystem::create_directories(folder.GetPath() / name);
+        return name;
+    }
+
     RunFolder folder;
 };
 
@@ -46,9 +54,7 @@ TEST_F(QeliLimits, ShortLinksThroughALongNameDoNotFillTheDisk) {
 
 TEST_F(QeliLimits, ShortFileNamesInAFolderWithALongNameDoNotEither) {
     if (kIsWindows) GTEST_SKIP() << "left out: no folder has so long a name here";
-    std::string deep;
-    while (deep.size() < 3800) deep += std::string(200, 'd') + "/";
-    std::filesystem::create_directories(folder.GetPath() / deep);
+    const std::string deep = MakeLongFolder();
     const std::string in = deep + "in.qeli";
     const std::string document =
         Document("<scene/>" + Repeat("<reference name=\"\" uri=\"x\" namespace=\"\"/>", 30000));
@@ -65,9 +71,7 @@ TEST_F(QeliLimits, ShortFileNamesInAFolderWithALongNameDoNotEither) {
 
 TEST_F(QeliLimits, NamesOfFilesThatAreListedWithALongFolderAreLimited) {
     if (kIsWindows) GTEST_SKIP() << "left out: no folder has so long a name here";
-    std::string deep;
-    while (deep.size() < 3800) deep += std::string(200, 'd') + "/";
-    std::filesystem::create_directories(folder.GetPath() / deep);
+    const std::string deep = MakeLongFolder();
     const std::string in = deep + "in.qeli";
     std::string names;
     std::size_t listed = 0;
