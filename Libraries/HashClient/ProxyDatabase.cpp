@@ -8,7 +8,8 @@ namespace {
 
 constexpr char kVariable[] = "QEL_HASH_DATABASE";
 constexpr char kDefaultFile[] = "/QelHashProxy/registry.sqlite";
-/// What SQLite puts behind the name of the file itself, which links may lead to.
+/// What SQLite puts behind the name of the file: on Windows the one that it was given, elsewhere
+/// the one that links lead to.
 constexpr const char* kBeside[] = {"-journal", "-wal", "-shm"};
 
 /// The full name that stays as it is when it is made full again, as SQLite does: Windows leaves one
@@ -36,9 +37,9 @@ std::vector<std::string> ProxyDatabaseFiles() {
     const std::optional<std::string> file = ProxyDatabaseFile();
     if (!file) return {};
     std::vector<std::string> files = {*file};
+    for (const char* end : kBeside) files.push_back(*file + end);
     std::string linked;
-    // Behind links that lead in a circle no database opens.
-    if (Platform::FollowLinks(*file, linked) != 0) linked = *file;
+    if (Platform::FollowLinks(*file, linked) != 0 || linked == *file) return files;
     for (const char* end : kBeside) files.push_back(linked + end);
     return files;
 }

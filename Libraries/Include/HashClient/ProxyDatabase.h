@@ -9,5 +9,6 @@
 /// have another.
 std::optional<std::string> ProxyDatabaseFile();
 
-/// It, and the files that its library keeps beside it.
+/// It, and the files that its library keeps beside it: where it is a link, beside the link and
+/// beside what that leads to, for systems differ.
 std::vector<std::string> ProxyDatabaseFiles();

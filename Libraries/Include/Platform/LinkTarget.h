@@ -5,8 +5,8 @@
 namespace Platform {
 
 /// The file that `path` leads to through symbolic links; `path` itself when it is no link. 0, or
-/// the portable error number: ELOOP where links lead in a circle. On POSIX the file need not be
-/// there; on Windows a link that leads nowhere is ENOENT, and `target` the link.
+/// the portable error number, for links that lead in a circle as well. On POSIX the file need not
+/// be there; on Windows a link that leads nowhere is ENOENT.
 int FollowLinks(const std::string& path, std::string& target);
 
 }  // namespace Platform
